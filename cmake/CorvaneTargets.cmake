@@ -1,0 +1,51 @@
+# One place for what every target of the project shares: the include root, the warnings, and the floating-point
+# rules (results are compared digit for digit, so no contraction into fused operations and no fast-math).
+
+add_library(corvane_options INTERFACE)
+target_include_directories(corvane_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
+target_compile_options(corvane_options INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Werror -ffp-contract=off -fno-math-errno)
+if(CORVANE_SANITIZE)
+  target_compile_options(corvane_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(CORVANE_FUZZ)
+  target_compile_options(corvane_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# corvane_library(NAME SOURCES file... [DEPENDS target...])
+function(corvane_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC corvane_options ${ARG_DEPENDS})
+endfunction()
+
+# corvane_executable(NAME SOURCES file... [DEPENDS target...])
+function(corvane_executable name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE corvane_options ${ARG_DEPENDS})
+endfunction()
+
+# corvane_test(NAME SOURCES file... [DEPENDS target...]): a GoogleTest program whose cases CTest runs one by one.
+function(corvane_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} GTest::gtest_main GTest::gmock)
+  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()
+
+# corvane_bench(NAME SOURCES file... [DEPENDS target...])
+function(corvane_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} benchmark::benchmark_main)
+  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
+endfunction()
+
+# corvane_fuzz(NAME SOURCES file... [DEPENDS target...])
+function(corvane_fuzz name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS})
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endfunction()

@@ -1,0 +1,98 @@
+#include "core/File.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+namespace corvane {
+namespace {
+struct CloseFile {
+    void operator()(std::FILE* file) const noexcept { static_cast<void>(std::fclose(file)); }
+};
+using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
+} // namespace
+
+static std::string SystemReason(int code)
+{
+    return std::generic_category().message(code);
+}
+
+std::string FullName(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, ignored);
+    return absolute.empty() ? path.string() : absolute.lexically_normal().string();
+}
+
+Result<FileBytes> ReadWholeFile(const std::filesystem::path& path)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (error)
+        return Fail(FullName(path), error.message());
+    if (!std::filesystem::is_regular_file(status))
+        return Fail(FullName(path), "is not a file");
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (error)
+        return Fail(FullName(path), error.message());
+    const FileHandle file(std::fopen(path.string().c_str(), "rb"));
+    if (!file)
+        return Fail(FullName(path), SystemReason(errno));
+    static_cast<void>(std::setvbuf(file.get(), nullptr, _IONBF, 0)); // one large read needs no buffer
+    FileBytes bytes(static_cast<std::size_t>(size));
+    const std::size_t read = std::fread(bytes.Data(), 1, bytes.Size(), file.get());
+    if (std::ferror(file.get()) != 0)
+        return Fail(FullName(path), SystemReason(errno));
+    bytes.Shorten(read);
+    return bytes;
+}
+
+Result<FileBytes> ReadWholeFileIfPresent(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored))
+        return FileBytes();
+    return ReadWholeFile(path);
+}
+
+static Result<void> WriteAll(const std::filesystem::path& path, ByteSpan content)
+{
+    FileHandle file(std::fopen(path.string().c_str(), "wb"));
+    if (!file)
+        return Fail(FullName(path), SystemReason(errno));
+    if (std::fwrite(content.data(), 1, content.size(), file.get()) != content.size())
+        return Fail(FullName(path), SystemReason(errno));
+    if (std::fclose(file.release()) != 0) // a full disk may show only here
+        return Fail(FullName(path), SystemReason(errno));
+    return {};
+}
+
+Result<void> WriteFileAtomically(const std::filesystem::path& path, ByteSpan content)
+{
+    std::filesystem::path temporary = path;
+    temporary += ".part";
+    if (const Result<void> written = WriteAll(temporary, content); !written) {
+        DeleteFile(temporary);
+        return Fail(FullName(path), written.error().Why);
+    }
+    std::error_code error;
+    std::filesystem::rename(temporary, path, error);
+    if (error) {
+        DeleteFile(temporary);
+        return Fail(FullName(path), error.message());
+    }
+    return {};
+}
+
+bool FileExists(const std::filesystem::path& path) noexcept
+{
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+void DeleteFile(const std::filesystem::path& path) noexcept
+{
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
+} // namespace corvane

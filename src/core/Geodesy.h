@@ -1,0 +1,68 @@
+#pragma once
+
+#include "core/MagVarGrid.h"
+
+#include <cstdint>
+#include <string>
+
+namespace corvane {
+/// Position arithmetic on a spherical earth. One nautical mile is one minute of arc and 6080 feet; angles are decimal
+/// degrees, latitude north and longitude east positive; courses and headings are whole degrees, true unless named
+/// magnetic. The formulas are the classic set of aviation spherical trigonometry with longitudes counted to the west.
+/// Callers depend on the exact integers, so the constant, the order of operations and the rounding are fixed here.
+
+/// 3.1 x 10^-15 smaller than pi: the constant on which the program's results rest.
+inline constexpr double GeoPi = 3.14159265358979;
+inline constexpr double RadiansPerDegree = GeoPi / 180;
+inline constexpr double DegreesPerRadian = 180 / GeoPi;
+inline constexpr double NmPerRadian = 10800 / GeoPi;
+inline constexpr double RadiansPerNm = GeoPi / 10800;
+inline constexpr double FeetPerNm = 6080;
+inline constexpr double MetresPerFoot = 0.3048;
+
+struct LatLon {
+    double Lat = 0;
+    double Lon = 0;
+    bool operator==(const LatLon&) const = default;
+};
+
+/// A named position, as the scope keeps it for the pointer and the selected airspace.
+struct PositionRecord {
+    std::string Name;
+    std::string Kind;
+    double Lat = 0;
+    double Lon = 0;
+};
+
+/// Takes off or adds one turn, once: the result lies in (-180, 180] for arguments within one turn of it.
+double NormalizeLongitude(double lon) noexcept;
+/// Takes off or adds 360 degrees, once; 0 and 360 both stay as they are.
+std::int16_t NormalizeCourse(int course) noexcept;
+
+/// Radians; 0 for arguments outside -1 .. 1, so that a sum which rounds past 1 reads as a zero angle.
+double ArcSin(double x) noexcept;
+double ArcCos(double x) noexcept;
+/// a modulo b with the sign of b; b must not be 0.
+double FloatMod(double a, double b) noexcept;
+
+/// Whole nautical miles, 0 .. 32767.
+std::int16_t DistanceNm(double lat1, double lon1, double lat2, double lon2) noexcept;
+/// Whole feet, 0 .. 32767: everything beyond 5.39 nautical miles reads 32767.
+std::int16_t DistanceFt(double lat1, double lon1, double lat2, double lon2) noexcept;
+/// The initial true course from point 1 to point 2, rounded up to the next whole degree; 360 for coincident points.
+/// Point 1 must not be a pole.
+std::int16_t TrueCourse(double lat1, double lon1, double lat2, double lon2) noexcept;
+/// TrueCourse made magnetic with the variation at point 1.
+std::int16_t MagneticCourse(const MagVarGrid& grid, double lat1, double lon1, double lat2, double lon2) noexcept;
+
+/// The course is rounded to whole degrees; a position outside the grid has no variation.
+std::int16_t MagneticFromTrue(const MagVarGrid& grid, double course, double lat, double lon) noexcept;
+std::int16_t TrueFromMagnetic(const MagVarGrid& grid, double course, double lat, double lon) noexcept;
+
+/// The point reached from point 1 along a true course, rounded to 5 decimal places. A negative distance counts as 0.
+/// Exact only while the longitude changes by less than 90 degrees.
+LatLon DestinationNm(double lat1, double lon1, int course, int distanceNm) noexcept;
+LatLon DestinationFt(double lat1, double lon1, int course, int distanceFt) noexcept;
+/// The same for a distance in metres (1852 to the nautical mile) whose sign is ignored; not rounded.
+LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept;
+} // namespace corvane

@@ -1,0 +1,32 @@
+#include "core/MagVarGrid.h"
+
+#include "core/BglReader.h"
+#include "core/Rounding.h"
+
+namespace corvane {
+std::optional<int> MagVarGrid::VariationAt(double lat, double lon) const noexcept
+{
+    const auto wholeLat = RoundChecked<std::int32_t>(lat);
+    const auto wholeLon = RoundChecked<std::int32_t>(lon);
+    if (!wholeLat || !wholeLon)
+        return std::nullopt;
+    const std::int64_t east = *wholeLon < 0 ? std::int64_t{*wholeLon} + 360 : *wholeLon;
+    const std::int64_t index = east * static_cast<std::int64_t>(Latitudes) + (std::int64_t{*wholeLat} + 90);
+    if (index < 0 || index >= static_cast<std::int64_t>(Values.size()))
+        return std::nullopt;
+    return static_cast<int>(Values[static_cast<std::size_t>(index)] * (360.0 / 65536.0));
+}
+
+bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept
+{
+    constexpr std::int64_t GridOffsetField = 110;
+    constexpr std::int64_t GridHead = 8;
+    BglReader reader(magdec);
+    const std::int64_t gridOffset = reader.ReadI32(GridOffsetField);
+    if (gridOffset < 1)
+        return false;
+    for (std::size_t i = 0; i < MagVarGrid::CellCount; ++i)
+        grid.Values[i] = reader.ReadI16(gridOffset + GridHead + 2 * static_cast<std::int64_t>(i));
+    return true;
+}
+} // namespace corvane

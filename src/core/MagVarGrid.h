@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/Bytes.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace corvane {
+/// The magnetic variation of the world on a one-degree grid.
+///
+/// Values stand at [lon * 181 + (lat + 90)], lat -90 .. 90, lon 0 .. 359 degrees east; one unit is 360 / 65536 degree,
+/// east positive. A new grid is all zero: true and magnetic directions agree.
+class MagVarGrid {
+public:
+    static constexpr std::size_t Latitudes = 181;
+    static constexpr std::size_t Longitudes = 360;
+    static constexpr std::size_t CellCount = Latitudes * Longitudes;
+
+    /// One more than the cells: index 65160 belongs to the table but is never written.
+    std::array<std::int16_t, CellCount + 1> Values{};
+
+    /// The whole degrees of variation (truncated toward zero) of the cell nearest to a position, or nothing where the
+    /// position's index lies outside the grid. Source: the simulator's own rounding to the nearest whole degree.
+    [[nodiscard]] std::optional<int> VariationAt(double lat, double lon) const noexcept;
+};
+
+/// Fills the grid from the bytes of the simulator's magdec.bgl: a signed 32-bit offset G at 110, and from G + 8 on the
+/// values, longitude by longitude. Values past the end of the file read as 0.
+/// Returns false, grid untouched, when the file names no grid (G below 1).
+bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept;
+} // namespace corvane

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/Bytes.h"
+#include "core/Records.h"
+#include "core/Result.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace corvane {
+/// The encoding of the database files: fields back to back, little-endian, texts and lists behind their lengths, no
+/// header and no padding. Field order and examples: docs/formats.md.
+
+/// Append one record to out. Texts beyond 65535 characters are cut off, which the format cannot hold.
+void EncodeNavaid(Bytes& out, const NavaidRecord& record);
+/// position is the 1-based file position at which the record will stand; the NextPos written is the position after it,
+/// whatever record.NextPos holds. Returns that NextPos, or 0 when it does not fit 32 bits (nothing is appended then).
+std::int32_t EncodeAirport(Bytes& out, const AirportRecord& record, std::int64_t position);
+std::int32_t EncodeAirspace(Bytes& out, const AirspaceRecord& record, std::int64_t position);
+
+/// Decode the record at the reader's position. An Error with What = fileName and the byte position in Why where the
+/// record is cut off or a list is not one that the encoding makes; list sizes are checked against the bytes left.
+Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName);
+Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName);
+Result<AirspaceRecord> DecodeAirspace(ByteReader& reader, std::string_view fileName);
+
+/// The fields by which the airports file is walked without decoding whole records, borrowed from the file's bytes.
+struct AirportHead {
+    std::string_view Name;
+    std::string_view Icao;
+    std::int32_t NextPos = 0;
+    double Lat = 0;
+    double Lon = 0;
+};
+
+/// Reads the head of the record at a 1-based position. What lies past the end of the file reads as empty and 0.
+AirportHead ReadAirportHead(ByteSpan airportsFile, std::int64_t position) noexcept;
+} // namespace corvane

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+/// Texts inside the program, in its files and in messages are 8-bit Windows-1252, one byte a character. These convert
+/// at the edges. The five codes that Windows-1252 leaves open map to the control characters of the same number, so
+/// every byte survives the way there and back.
+std::string Windows1252ToUtf8(std::string_view text);
+/// Characters without a Windows-1252 code, and malformed UTF-8, become "?".
+std::string Utf8ToWindows1252(std::string_view text);
+
+/// Change a-z and A-Z only: file names and identifiers are compared this way whatever the code page.
+std::string ToLower(std::string_view text);
+std::string ToUpper(std::string_view text);
+/// Removes spaces (character 32 alone) at both ends.
+std::string_view TrimSpaces(std::string_view text);
+} // namespace corvane
