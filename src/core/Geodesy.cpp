@@ -68,8 +68,7 @@ static double CentralAngle(const RadianPair& p) noexcept
     if (std::trunc(p.Phi1 - p.Phi2) == 0 && std::trunc(p.Lambda2 - p.Lambda1) == 0) {
         const double sinPhi = std::sin((p.Phi1 - p.Phi2) / 2);
         const double sinLambda = std::sin((p.Lambda1 - p.Lambda2) / 2);
-        return 2 * ArcSin(std::sqrt(sinPhi * sinPhi +
-                                    std::cos(p.Phi1) * std::cos(p.Phi2) * (sinLambda * sinLambda)));
+        return 2 * ArcSin(std::sqrt(sinPhi * sinPhi + std::cos(p.Phi1) * std::cos(p.Phi2) * (sinLambda * sinLambda)));
     }
     return ArcCos(std::sin(p.Phi1) * std::sin(p.Phi2) +
                   std::cos(p.Phi1) * std::cos(p.Phi2) * std::cos(p.Lambda1 - p.Lambda2));
@@ -92,8 +91,7 @@ std::int16_t TrueCourse(double lat1, double lon1, double lat2, double lon2) noex
     const double d = CentralAngle(p);
     double westwardCourse = 0;
     if (d != 0) {
-        const double c =
-            ArcCos((std::sin(p.Phi2) - std::sin(p.Phi1) * std::cos(d)) / (std::cos(p.Phi1) * std::sin(d)));
+        const double c = ArcCos((std::sin(p.Phi2) - std::sin(p.Phi1) * std::cos(d)) / (std::cos(p.Phi1) * std::sin(d)));
         westwardCourse = std::sin(p.Lambda2 - p.Lambda1) < 0 ? c : TwoGeoPi - c;
     }
     return NormalizeCourse(360 - RoundTo<std::int32_t>(std::floor(westwardCourse * DegreesPerRadian)));
@@ -141,8 +139,7 @@ LatLon DestinationNm(double lat1, double lon1, int course, int distanceNm) noexc
 
 LatLon DestinationFt(double lat1, double lon1, int course, int distanceFt) noexcept
 {
-    return RoundedToFivePlaces(
-        Destination(lat1, lon1, course, std::max(distanceFt, 0) / FeetPerNm * RadiansPerNm));
+    return RoundedToFivePlaces(Destination(lat1, lon1, course, std::max(distanceFt, 0) / FeetPerNm * RadiansPerNm));
 }
 
 LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept

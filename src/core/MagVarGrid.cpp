@@ -1,7 +1,11 @@
 #include "core/MagVarGrid.h"
 
 #include "core/BglReader.h"
+#include "core/File.h"
+#include "core/PathLookup.h"
 #include "core/Rounding.h"
+
+#include <string>
 
 namespace corvane {
 std::optional<int> MagVarGrid::VariationAt(double lat, double lon) const noexcept
@@ -28,5 +32,17 @@ bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept
     for (std::size_t i = 0; i < MagVarGrid::CellCount; ++i)
         grid.Values[i] = reader.ReadI16(gridOffset + GridHead + 2 * static_cast<std::int64_t>(i));
     return true;
+}
+
+Result<void> ReadMagVarGrid(MagVarGrid& grid, std::string_view fsFolder)
+{
+    const auto path = FindPath(std::string(fsFolder) + "\\scenery\\magdec.bgl");
+    if (!path)
+        return {};
+    const Result<FileBytes> file = ReadWholeFile(*path);
+    if (!file)
+        return file.error();
+    FillMagVarGrid(grid, file->Span());
+    return {};
 }
 } // namespace corvane

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "core/Bytes.h"
+#include "core/Result.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace corvane {
 /// The magnetic variation of the world on a one-degree grid.
@@ -29,4 +31,8 @@ public:
 /// values, longitude by longitude. Values past the end of the file read as 0.
 /// Returns false, grid untouched, when the file names no grid (G below 1).
 bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept;
+
+/// Fills the grid from scenery\magdec.bgl in the simulator's main folder (8-bit text, found in any letter case). A file
+/// that is absent leaves the grid as it is; one that is there and cannot be read is an Error.
+Result<void> ReadMagVarGrid(MagVarGrid& grid, std::string_view fsFolder);
 } // namespace corvane

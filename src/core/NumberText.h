@@ -7,8 +7,7 @@
 
 namespace corvane {
 /// Appends a whole number in plain decimal.
-template <std::integral T>
-void AppendNumber(std::string& text, T value)
+template <std::integral T> void AppendNumber(std::string& text, T value)
 {
     char digits[24];
     const auto end = std::to_chars(std::begin(digits), std::end(digits), value);

@@ -15,8 +15,8 @@ static void Encode(ByteWriter& out, const RunwayRecord& runway)
 {
     out.WriteText16(runway.Designation);
     out.WriteText16(runway.ReciprocalDesignation);
-    for (const double degrees : {runway.CenterLat, runway.CenterLon, runway.End1Lat, runway.End1Lon, runway.End2Lat,
-                                 runway.End2Lon})
+    for (const double degrees :
+         {runway.CenterLat, runway.CenterLon, runway.End1Lat, runway.End1Lon, runway.End2Lat, runway.End2Lon})
         out.WriteF64(degrees);
     out.WriteI32(runway.ElevationFt);
     out.WriteI16(runway.MagHeading);
@@ -29,8 +29,8 @@ static void Decode(ByteReader& in, RunwayRecord& runway)
 {
     runway.Designation = in.ReadText16();
     runway.ReciprocalDesignation = in.ReadText16();
-    for (double* degrees : {&runway.CenterLat, &runway.CenterLon, &runway.End1Lat, &runway.End1Lon, &runway.End2Lat,
-                            &runway.End2Lon})
+    for (double* degrees :
+         {&runway.CenterLat, &runway.CenterLon, &runway.End1Lat, &runway.End1Lon, &runway.End2Lat, &runway.End2Lon})
         *degrees = in.ReadF64();
     runway.ElevationFt = in.ReadI32();
     runway.MagHeading = in.ReadI16();
@@ -121,8 +121,7 @@ static void Decode(ByteReader& in, BoundaryPoint& point)
 
 /// A list and the count that follows it: dimensions, element count, lower bound, elements; an empty list is never
 /// sized, which is the dimension count 0 alone.
-template <class T>
-static void EncodeList(ByteWriter& out, const std::vector<T>& list, Spare spare)
+template <class T> static void EncodeList(ByteWriter& out, const std::vector<T>& list, Spare spare)
 {
     if (list.empty()) {
         out.WriteU16(0);
@@ -139,24 +138,16 @@ static void EncodeList(ByteWriter& out, const std::vector<T>& list, Spare spare)
 }
 
 /// Bytes of an element whose texts are empty: no file of n bytes holds more than n / SmallestSize elements.
-template <class T>
-constexpr std::size_t SmallestSize = 0;
-template <>
-constexpr std::size_t SmallestSize<RunwayRecord> = 2 * 2 + 6 * 8 + 3 * 4 + 2 * 2;
-template <>
-constexpr std::size_t SmallestSize<IlsRecord> = 2 * 2 + 2 * 8 + 2;
-template <>
-constexpr std::size_t SmallestSize<TaxiPoint> = 4 + 2 * 8;
-template <>
-constexpr std::size_t SmallestSize<ParkingRecord> = 2 + 2 * 8 + 4;
-template <>
-constexpr std::size_t SmallestSize<TaxiPath> = 3 * 4 + 2;
-template <>
-constexpr std::size_t SmallestSize<BoundaryPoint> = 1 + 2 * 8 + 4;
+template <class T> constexpr std::size_t SmallestSize = 0;
+template <> constexpr std::size_t SmallestSize<RunwayRecord> = 2 * 2 + 6 * 8 + 3 * 4 + 2 * 2;
+template <> constexpr std::size_t SmallestSize<IlsRecord> = 2 * 2 + 2 * 8 + 2;
+template <> constexpr std::size_t SmallestSize<TaxiPoint> = 4 + 2 * 8;
+template <> constexpr std::size_t SmallestSize<ParkingRecord> = 2 + 2 * 8 + 4;
+template <> constexpr std::size_t SmallestSize<TaxiPath> = 3 * 4 + 2;
+template <> constexpr std::size_t SmallestSize<BoundaryPoint> = 1 + 2 * 8 + 4;
 
 /// Reads a list and its count, keeping the elements in use. Returns why it cannot be one, or an empty text.
-template <class T>
-static std::string DecodeList(ByteReader& in, std::vector<T>& list, const char* name)
+template <class T> static std::string DecodeList(ByteReader& in, std::vector<T>& list, const char* name)
 {
     std::uint32_t stored = 0;
     if (const std::uint16_t dimensions = in.ReadU16(); dimensions != 0) {

@@ -24,8 +24,7 @@ struct Error {
 }
 
 /// A value or the Error that prevented it; the member names are those of std::expected.
-template <class T>
-class [[nodiscard]] Result {
+template <class T> class [[nodiscard]] Result {
 public:
     Result(T value) : m_state(std::in_place_index<0>, std::move(value)) {}
     Result(Error error) : m_state(std::in_place_index<1>, std::move(error)) {}
@@ -62,8 +61,7 @@ private:
 };
 
 /// Success without a value, or an Error.
-template <>
-class [[nodiscard]] Result<void> {
+template <> class [[nodiscard]] Result<void> {
 public:
     Result() = default;
     Result(Error error) : m_error(std::move(error)), m_failed(true) {}

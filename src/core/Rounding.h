@@ -15,8 +15,7 @@ inline double RoundHalfEven(double value) noexcept
 }
 
 /// The whole number nearest to value (halves to even), or nothing where it does not fit T or value is not a number.
-template <std::signed_integral T>
-std::optional<T> RoundChecked(double value) noexcept
+template <std::signed_integral T> std::optional<T> RoundChecked(double value) noexcept
 {
     static_assert(sizeof(T) <= sizeof(std::int32_t), "the limits below must be exact doubles");
     const double rounded = RoundHalfEven(value);
@@ -26,8 +25,7 @@ std::optional<T> RoundChecked(double value) noexcept
 }
 
 /// The whole number nearest to value (halves to even), held to the range of T; 0 where value is not a number.
-template <std::signed_integral T>
-T RoundTo(double value) noexcept
+template <std::signed_integral T> T RoundTo(double value) noexcept
 {
     static_assert(sizeof(T) <= sizeof(std::int32_t), "the limits below must be exact doubles");
     constexpr double Lowest = std::numeric_limits<T>::min();

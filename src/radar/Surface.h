@@ -54,8 +54,8 @@ public:
     /// The ellipse inscribed in the rectangle between two opposite corners, in any order.
     virtual void Ellipse(ScopePoint corner1, ScopePoint corner2) = 0;
     /// The part of that ellipse's outline drawn counter-clockwise from the radial through start to the radial through
-    /// end. A radial is the direction in pixels from the ellipse's centre; the points need not lie on the ellipse. Equal
-    /// radials draw the whole ellipse. Arcs are never filled.
+    /// end. A radial is the direction in pixels from the ellipse's centre; the points need not lie on the ellipse.
+    /// Equal radials draw the whole ellipse. Arcs are never filled.
     virtual void Arc(ScopePoint corner1, ScopePoint corner2, ScopePoint start, ScopePoint end) = 0;
     virtual void SetPixel(ScopePoint at, Color color) = 0;
     /// Windows-1252 text in the pen's colour, no background, its top-left corner at a pixel.
