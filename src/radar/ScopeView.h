@@ -1,0 +1,80 @@
+#pragma once
+
+#include "radar/Surface.h"
+
+#include <cstdint>
+
+namespace corvane {
+/// The radar scope's window on the world: longitude maps linearly to x and latitude to y, without a cosine, so degrees
+/// are in general not square on the scope. A new one is empty; InitialView makes the one to start from.
+///
+/// Longitudes are kept in (-180, 180]; a west edge above the east edge means that the view crosses the 180 degree
+/// meridian. Latitudes are not limited and may lie beyond the poles.
+struct ScopeView {
+    double ViewWest = 0;
+    double ViewEast = 0;
+    double ViewNorth = 0;
+    double ViewSouth = 0;
+    /// A second rectangle, the box outside which airports show no details: the view of the last zoom step that ended
+    /// below level 36, re-centred together with the view.
+    double SavedWest = 0;
+    double SavedNorth = 0;
+    double SavedEast = 0;
+    double SavedSouth = 0;
+    std::int32_t ScopeWidthPx = 0;
+    std::int32_t ScopeHeightPx = 0;
+    std::int16_t ZoomLevel = 1;    ///< 1 (the world) .. 55
+    std::int16_t OutlineStep = 18; ///< stride through the world outline points, 3 .. OutlineStepMax
+    std::int16_t OutlineStepMax = 18;
+    double ViewCenterLat = 0; ///< as last given to RecenterView
+    double ViewCenterLon = 0; ///< also decides where a view across 180 degrees is split
+    bool operator==(const ScopeView&) const = default;
+};
+
+inline constexpr std::int16_t MinZoomLevel = 1;
+inline constexpr std::int16_t MaxZoomLevel = 55;
+inline constexpr std::int16_t StartUpZoomLevel = 14;
+
+/// The view of the whole world at level 1, centred on 0, 0.
+ScopeView InitialView(std::int32_t widthPx, std::int32_t heightPx) noexcept;
+/// The view after start-up: the initial one, centred, then zoomed in step by step to a level (held to 1 .. 55).
+ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, double centerLon, double centerLat,
+                      std::int16_t zoomLevel = StartUpZoomLevel) noexcept;
+
+/// The pixel of a position, rounded to the nearest (halves to even) and held to 32 bits; it may lie far outside the
+/// scope. (0, 0) where the view has no width, or the position is off the map in a view across 180 degrees. A coordinate
+/// that is not a number gives 0, which is never inside the scope.
+ScopePoint ProjectToScope(const ScopeView& view, double lat, double lon) noexcept;
+/// Whether a position lies within +-90 and +-180 degrees (so is no NaN either). Objects elsewhere come from a damaged
+/// file and are not drawn.
+bool OnEarth(double lat, double lon) noexcept;
+/// Whether a pixel lies on the scope; its first row and column do not count.
+constexpr bool InsideScope(const ScopeView& view, ScopePoint at) noexcept
+{
+    return at.X >= 1 && at.X < view.ScopeWidthPx && at.Y >= 1 && at.Y < view.ScopeHeightPx;
+}
+
+/// One press of "+": each side moves in by a tenth of the span. Nothing at level 55.
+void ZoomIn(ScopeView& view) noexcept;
+/// One press of "-", the inverse of "+": each side moves out by an eighth of the span. Nothing at level 1.
+void ZoomOut(ScopeView& view) noexcept;
+/// Presses "+" or "-" until the level (held to 1 .. 55) is reached.
+void ZoomTo(ScopeView& view, std::int16_t level) noexcept;
+
+/// Moves view and saved rectangle to a new centre, keeping their spans and the level. Longitude comes first.
+void RecenterView(ScopeView& view, double lon, double lat) noexcept;
+
+/// A position in the scope's own coordinates, as pointer events carry it: X is a longitude that goes on above 180 east
+/// of the 180 degree meridian in a view across it, Y a latitude. Single precision, like the events.
+struct ScopeDegrees {
+    float X = 0;
+    float Y = 0;
+    bool operator==(const ScopeDegrees&) const = default;
+};
+/// The right edge in the scope's own coordinates: ViewEast, or a turn more in a view across 180 degrees.
+double UserScaleRight(const ScopeView& view) noexcept;
+/// What a pointer event at a pixel reads; the pixel may lie outside the scope (a button is held).
+ScopeDegrees DegreesAtPixel(const ScopeView& view, ScopePoint at) noexcept;
+/// The pixel at a position in the scope's own coordinates, for example of a label placed there.
+ScopePoint PixelAtDegrees(const ScopeView& view, double x, double y) noexcept;
+} // namespace corvane
