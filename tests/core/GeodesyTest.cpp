@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <string>
+
 namespace corvane {
 namespace {
 struct DistanceCase {
@@ -56,12 +61,59 @@ TEST(Normalization, TakesOneTurnOnly)
     EXPECT_EQ(NormalizeLongitude(180), 180);
     EXPECT_EQ(NormalizeLongitude(-180), 180);
     EXPECT_EQ(NormalizeLongitude(540), 180);
-    EXPECT_EQ(NormalizeLongitude(-540), -180 + 0); // -540 + 360: one pass leaves it at the edge
+    EXPECT_EQ(NormalizeLongitude(-540), -180); // one pass leaves it at the edge
     EXPECT_EQ(NormalizeCourse(-10), 350);
     EXPECT_EQ(NormalizeCourse(370), 10);
     EXPECT_EQ(NormalizeCourse(360), 360);
     EXPECT_EQ(NormalizeCourse(0), 0);
     EXPECT_EQ(NormalizeCourse(725), 365);
+}
+
+TEST(ArcFunctions, ReadZeroBeyondOne)
+{
+    EXPECT_EQ(ArcCos(1), 0);
+    EXPECT_EQ(ArcCos(-1), GeoPi);
+    EXPECT_DOUBLE_EQ(ArcSin(1), 1.5707963267948966);
+    EXPECT_DOUBLE_EQ(ArcSin(-1), -1.5707963267948966);
+    EXPECT_DOUBLE_EQ(ArcCos(0.5), 1.0471975511965979);
+    EXPECT_EQ(ArcSin(1.0000000001), 0);
+    EXPECT_EQ(ArcCos(-1.0000000001), 0);
+    EXPECT_EQ(FloatMod(-1, 3), 2);
+    EXPECT_EQ(FloatMod(7, 3), 1);
+}
+
+TEST(Destination, RoundsToFivePlacesAndCrossesTheDateLine)
+{
+    EXPECT_EQ(DestinationNm(47.123456, -122.654321, 90, 0), (LatLon{47.12346, -122.65432}));
+    EXPECT_EQ(DestinationNm(47.123456, -122.654321, 90, -5), (LatLon{47.12346, -122.65432}));
+    EXPECT_EQ(DestinationNm(10, 20, 360, 60).Lat, 11);
+    EXPECT_EQ(DestinationNm(0, 179.5, 90, 60).Lon, -179.5);
+    EXPECT_EQ(DestinationNm(0, -179.5, 270, 60).Lon, 179.5);
+    EXPECT_EQ(DestinationFt(10, 20, 360, 6080).Lat, 10.01667); // one mile, a sixtieth of a degree
+    EXPECT_NEAR(DestinationM(10, 20, 180, -1852).Lat, 10 - 1.0 / 60, 1e-9);
+}
+
+TEST(Variation, TurnsTrueIntoMagneticAndBack)
+{
+    const auto grid = std::make_unique<MagVarGrid>();
+    grid->Values.fill(1821); // 10.003 degrees east
+    EXPECT_EQ(MagneticFromTrue(*grid, 5, 47, -122), 355);
+    EXPECT_EQ(TrueFromMagnetic(*grid, 355, 47, -122), 5);
+    EXPECT_EQ(MagneticFromTrue(*grid, 10, 47, -122), 0);
+    EXPECT_EQ(TrueFromMagnetic(*grid, 350, 47, -122), 360);
+    EXPECT_EQ(MagneticFromTrue(*grid, 5, 95, -400), 5) << "no variation outside the grid";
+    EXPECT_EQ(MagneticCourse(*grid, 47, -122, 47, -121), 80); // true 90
+}
+
+TEST(Geodesy, SurvivesHostilePositions)
+{
+    const double nan = std::nan("");
+    for (const double bad : {nan, 1e308, -1e308, std::numeric_limits<double>::infinity()}) {
+        EXPECT_GE(DistanceNm(bad, 1, 2, bad), 0);
+        EXPECT_GE(DistanceFt(1, bad, 2, 3), 0);
+        EXPECT_GE(TrueCourse(bad, bad, 1, 1), 0);
+        DestinationNm(bad, bad, 32767, 32767);
+    }
 }
 } // namespace
 } // namespace corvane

@@ -1,0 +1,45 @@
+# What ./run, ./test and ./fuzz share: the packages that the project needs, and building a preset.
+# Sourced by bash scripts that stand in the project's folder.
+
+# Debian packages to build and run the program.
+run_packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libasio-dev libcli11-dev nlohmann-json3-dev libbenchmark-dev
+  libgtest-dev libgmock-dev fonts-dejavu-core)
+# Those that the tests need besides.
+test_packages=(xvfb clang-14 libclang-rt-14-dev)
+
+say() { printf '%s\n' "$*" >&2; }
+
+# install_packages NAME...: installs what is missing, as root or through sudo; elsewhere names it and stops.
+install_packages() {
+  local missing=() name
+  for name in "$@"; do
+    dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null || ! { [ -t 0 ] || sudo -n true 2>/dev/null; }; then
+      say "These packages are missing and neither root nor sudo is at hand to install them:"
+      say "  apt-get install ${missing[*]}"
+      exit 1
+    fi
+    as_root=(sudo)
+  fi
+  say "Installing ${missing[*]} ..."
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+# build PRESET [TARGET...]
+build() {
+  local preset=$1
+  shift
+  # A build folder that was made elsewhere and copied here refers to other paths; it is made anew.
+  local cache=build/$preset/CMakeCache.txt
+  if [ -f "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache"; then rm -rf "build/$preset"; fi
+  cmake --preset "$preset" >"/tmp/corvane-cmake-$$.log" 2>&1 || { cat "/tmp/corvane-cmake-$$.log" >&2; exit 1; }
+  rm -f "/tmp/corvane-cmake-$$.log"
+  local targets=()
+  [ $# -gt 0 ] && targets=(--target "$@")
+  cmake --build --preset "$preset" "${targets[@]}" >&2
+}
