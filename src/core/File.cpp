@@ -1,17 +1,12 @@
 #include "core/File.h"
 
+#include "core/OpenFile.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
 
 namespace corvane {
-namespace {
-struct CloseFile {
-    void operator()(std::FILE* file) const noexcept { static_cast<void>(std::fclose(file)); }
-};
-using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
-} // namespace
-
 static std::string SystemReason(int code)
 {
     return std::generic_category().message(code);
@@ -24,7 +19,7 @@ std::string FullName(const std::filesystem::path& path)
     return absolute.empty() ? path.string() : absolute.lexically_normal().string();
 }
 
-Result<FileBytes> ReadWholeFile(const std::filesystem::path& path)
+Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path)
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
@@ -35,13 +30,21 @@ Result<FileBytes> ReadWholeFile(const std::filesystem::path& path)
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (error)
         return Fail(FullName(path), error.message());
-    const FileHandle file(std::fopen(path.string().c_str(), "rb"));
+    FileHandle file(std::fopen(path.string().c_str(), "rb"));
     if (!file)
         return Fail(FullName(path), SystemReason(errno));
     static_cast<void>(std::setvbuf(file.get(), nullptr, _IONBF, 0)); // one large read needs no buffer
-    FileBytes bytes(static_cast<std::size_t>(size));
-    const std::size_t read = std::fread(bytes.Data(), 1, bytes.Size(), file.get());
-    if (std::ferror(file.get()) != 0)
+    return OpenedFile{std::move(file), size};
+}
+
+Result<FileBytes> ReadWholeFile(const std::filesystem::path& path)
+{
+    const Result<OpenedFile> opened = OpenRegularFile(path);
+    if (!opened)
+        return opened.error();
+    FileBytes bytes(static_cast<std::size_t>(opened->Size));
+    const std::size_t read = std::fread(bytes.Data(), 1, bytes.Size(), opened->File.get());
+    if (std::ferror(opened->File.get()) != 0)
         return Fail(FullName(path), SystemReason(errno));
     bytes.Shorten(read);
     return bytes;

@@ -171,7 +171,7 @@ template <class T> static std::string DecodeList(ByteReader& in, std::vector<T>&
     return {};
 }
 
-static Error RecordError(std::string_view fileName, std::size_t start, const std::string& why)
+static Error RecordError(std::string_view fileName, std::uint64_t start, const std::string& why)
 {
     return Fail(std::string(fileName),
                 "the record at byte " + NumberText(static_cast<std::int64_t>(start)) + " " + why);
@@ -238,9 +238,9 @@ std::int32_t EncodeAirport(Bytes& out, const AirportRecord& record, std::int64_t
     return PatchNextPos(out, start, nextPosAt, position);
 }
 
-Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName)
+Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName, std::uint64_t firstByte)
 {
-    const std::size_t start = reader.Position();
+    const std::uint64_t start = firstByte + reader.Position();
     AirportRecord record;
     record.Name = reader.ReadText16();
     record.Icao = reader.ReadText16();
@@ -320,6 +320,7 @@ AirportHead ReadAirportHead(ByteSpan airportsFile, std::int64_t position) noexce
     head.NextPos = reader.ReadI32();
     head.Lat = reader.ReadF64();
     head.Lon = reader.ReadF64();
+    head.CutOff = reader.Failed();
     return head;
 }
 } // namespace corvane

@@ -21,7 +21,8 @@ std::int32_t EncodeAirspace(Bytes& out, const AirspaceRecord& record, std::int64
 /// Decode the record at the reader's position. An Error with What = fileName and the byte position in Why where the
 /// record is cut off or a list is not one that the encoding makes; list sizes are checked against the bytes left.
 Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName);
-Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName);
+/// firstByte is where in the file the reader's bytes begin, for the message.
+Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName, std::uint64_t firstByte = 0);
 Result<AirspaceRecord> DecodeAirspace(ByteReader& reader, std::string_view fileName);
 
 /// The fields by which the airports file is walked without decoding whole records, borrowed from the file's bytes.
@@ -31,8 +32,10 @@ struct AirportHead {
     std::int32_t NextPos = 0;
     double Lat = 0;
     double Lon = 0;
+    bool CutOff = false; ///< the bytes end inside the head
 };
 
-/// Reads the head of the record at a 1-based position. What lies past the end of the file reads as empty and 0.
+/// Reads the head of the record at a 1-based position. What lies past the end of the file reads as empty and 0; at the
+/// end itself there is no record, which reads as an empty head that is not cut off.
 AirportHead ReadAirportHead(ByteSpan airportsFile, std::int64_t position) noexcept;
 } // namespace corvane
