@@ -1,0 +1,106 @@
+#include "radar/PlayerTargets.h"
+
+#include "core/Geodesy.h"
+#include "core/NumberText.h"
+#include "core/Rounding.h"
+
+#include <cmath>
+#include <optional>
+
+namespace corvane {
+void FormatTargetLines(const PlayerRecord& target, TargetLines& lines)
+{
+    lines.Line1 = target.Name;
+    lines.Line1 += "  Hdg: ";
+    AppendNumber(lines.Line1, target.MagHeading);
+    lines.Line1 += "*  Alt: ";
+    AppendNumber(lines.Line1, target.AltitudeFt);
+    lines.Line1 += "ft";
+
+    lines.Line2 = "GS: ";
+    AppendNumber(lines.Line2, target.GroundSpeedKt);
+    lines.Line2 += "kts  Min Alt: ";
+    if (target.MinimumAltitudeFt == 0) {
+        lines.Line2 += "-None-";
+    } else {
+        AppendNumber(lines.Line2, target.MinimumAltitudeFt);
+        lines.Line2 += "ft";
+    }
+}
+
+const TargetLines& TargetTexts::LinesFor(const PlayerRecord& target, std::size_t slot)
+{
+    if (m_entries.size() <= slot)
+        m_entries.resize(slot + 1);
+    Entry& entry = m_entries[slot];
+    const bool current = !entry.Lines.Line1.empty() && entry.MagHeading == target.MagHeading &&
+                         entry.AltitudeFt == target.AltitudeFt && entry.GroundSpeedKt == target.GroundSpeedKt &&
+                         entry.MinimumAltitudeFt == target.MinimumAltitudeFt && entry.Name == target.Name;
+    if (!current) {
+        entry.Name = target.Name;
+        entry.MagHeading = target.MagHeading;
+        entry.AltitudeFt = target.AltitudeFt;
+        entry.MinimumAltitudeFt = target.MinimumAltitudeFt;
+        entry.GroundSpeedKt = target.GroundSpeedKt;
+        FormatTargetLines(target, entry.Lines);
+    }
+    return entry.Lines;
+}
+
+/// The target's pixel, or nothing where it is not to be drawn.
+static std::optional<ScopePoint> TargetPixel(const ScopeView& view, const TargetScene& scene,
+                                             const PlayerRecord& target) noexcept
+{
+    if (!EligiblePilot(target, scene.OwnPlayerId, scene.OwnName) || !OnEarth(target.Latitude, target.Longitude))
+        return std::nullopt;
+    const ScopePoint at = ProjectToScope(view, target.Latitude, target.Longitude);
+    return InsideScope(view, at) ? std::optional(at) : std::nullopt;
+}
+
+void UpdateMinimumAltitudes(const ScopeView& view, const TargetScene& scene, MinimumAltitudes& altitudes)
+{
+    if (scene.MeasureActive)
+        return;
+    for (std::size_t slot = 0; slot < scene.Players.size(); ++slot) {
+        PlayerRecord& target = scene.Players[slot];
+        if (TargetPixel(view, scene, target))
+            target.MinimumAltitudeFt = altitudes.For(scene.Area, target, slot);
+    }
+}
+
+static ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept
+{
+    constexpr double VectorPx = 15;
+    const double heading =
+        TrueFromMagnetic(grid, target.MagHeading, target.Latitude, target.Longitude) * RadiansPerDegree;
+    return {at.X + RoundTo<std::int32_t>(VectorPx * std::sin(heading)),
+            at.Y - RoundTo<std::int32_t>(VectorPx * std::cos(heading))};
+}
+
+static void DrawTarget(Surface& surface, ScopePoint at, ScopePoint vectorEnd, const TargetLines& lines,
+                       std::int32_t textHeight)
+{
+    constexpr std::int32_t DotRadiusPx = 5;
+    constexpr std::int32_t LeaderPx = 21; // 30 pixels at 45 degrees
+    surface.SetSolid(ScopeGreen);         // width and style stay as the map layers left them
+    surface.Ellipse({at.X - DotRadiusPx, at.Y + DotRadiusPx}, {at.X + DotRadiusPx, at.Y - DotRadiusPx});
+    surface.Line(at, vectorEnd);
+    const ScopePoint leaderEnd{at.X + LeaderPx, at.Y - LeaderPx};
+    surface.Line(at, leaderEnd);
+    surface.TextOut({leaderEnd.X, leaderEnd.Y - 2 * textHeight}, lines.Line1);
+    surface.TextOut({leaderEnd.X, leaderEnd.Y - textHeight}, lines.Line2);
+}
+
+void DrawTargets(Surface& surface, const ScopeView& view, const TargetScene& scene, TargetMemory& memory)
+{
+    UpdateMinimumAltitudes(view, scene, memory.Altitudes);
+    const std::int32_t textHeight = surface.TextHeight();
+    for (std::size_t slot = 0; slot < scene.Players.size(); ++slot) {
+        const PlayerRecord& target = scene.Players[slot];
+        if (const auto at = TargetPixel(view, scene, target))
+            DrawTarget(surface, *at, HeadingVectorEnd(scene.Grid, target, *at), memory.Texts.LinesFor(target, slot),
+                       textHeight);
+    }
+    surface.RestoreDefaults();
+}
+} // namespace corvane
