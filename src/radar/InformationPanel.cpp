@@ -58,7 +58,7 @@ template <class Range, class Predicate> static const auto* FindLast(const Range&
     return found == reversed.end() ? nullptr : &*found;
 }
 
-static const AirspaceRecord* AirspaceAt(const PanelScene& scene, const Probe& probe)
+static const AirspaceRecord* AirspaceAt(const MapScene& scene, const Probe& probe)
 {
     const std::int16_t zoom = scene.View.ZoomLevel;
     if (zoom < LowestAirspaceZoom || zoom > HighestAirspaceZoom || !scene.Flags.ShowAirspaces)
@@ -69,19 +69,19 @@ static const AirspaceRecord* AirspaceAt(const PanelScene& scene, const Probe& pr
     });
 }
 
-static const NavaidRecord* NavaidAt(const PanelScene& scene, const Probe& probe,
-                                    const std::vector<NavaidRecord>& navaids, bool shown)
+static const NavaidRecord* NavaidAt(const MapScene& scene, const Probe& probe, const std::vector<NavaidRecord>& navaids,
+                                    bool shown)
 {
     if (scene.View.ZoomLevel < LowestNavaidZoom || !shown)
         return nullptr;
     return FindLast(navaids, [&](const NavaidRecord& navaid) { return probe.Hits(navaid, NavaidLimitPx); });
 }
 
-static const PlayerRecord* PilotAt(const PanelScene& scene, const Probe& probe)
+static const PlayerRecord* PilotAt(const Pilots& pilots, const Probe& probe)
 {
-    return FindLast(scene.Players, [&](const PlayerRecord& player) {
+    return FindLast(pilots.Players, [&](const PlayerRecord& player) {
         return probe.Hits(player.Latitude, player.Longitude, ObjectLimitPx) &&
-               EligiblePilot(player, scene.OwnPlayerId, scene.OwnName);
+               EligiblePilot(player, pilots.OwnPlayerId, pilots.OwnName);
     });
 }
 
@@ -96,7 +96,7 @@ static std::optional<std::string> RunwayEndText(const AirportRecord& airport, co
     return std::nullopt;
 }
 
-static std::optional<std::string> AirportObjectText(const PanelScene& scene, const Probe& probe,
+static std::optional<std::string> AirportObjectText(const MapScene& scene, const Probe& probe,
                                                     const AirportRecord& airport)
 {
     const auto hit = [&](const auto& record) { return probe.Hits(record, ObjectLimitPx); };
@@ -113,12 +113,13 @@ static std::optional<std::string> AirportObjectText(const PanelScene& scene, con
     return std::nullopt;
 }
 
-static std::string TextAt(const PanelScene& scene, const Probe& probe, const AirspaceRecord* airspace)
+static std::string TextAt(const MapScene& scene, const Pilots& pilots, const Probe& probe,
+                          const AirspaceRecord* airspace)
 {
     for (const AirportRecord& airport : std::views::reverse(scene.Area.AreaAirports))
         if (auto text = AirportObjectText(scene, probe, airport))
             return *std::move(text);
-    if (const PlayerRecord* pilot = PilotAt(scene, probe))
+    if (const PlayerRecord* pilot = PilotAt(pilots, probe))
         return PilotText(*pilot);
     if (const NavaidRecord* vor = NavaidAt(scene, probe, scene.Area.AreaVors, scene.Flags.ShowVors))
         return NavaidText("VOR", *vor);
@@ -127,7 +128,7 @@ static std::string TextAt(const PanelScene& scene, const Probe& probe, const Air
     return airspace != nullptr ? AirspaceText(*airspace) : std::string();
 }
 
-PanelAnswer PanelTick(const PanelScene& scene, const PointerState& pointer)
+PanelAnswer PanelTick(const MapScene& scene, const Pilots& pilots, const PointerState& pointer)
 {
     PanelAnswer answer;
     if (pointer.MeasureActive || !pointer.PanelText.empty())
@@ -137,7 +138,7 @@ PanelAnswer PanelTick(const PanelScene& scene, const PointerState& pointer)
     if (airspace != nullptr)
         answer.SelectedAirspace =
             PositionRecord{"Current Selected Airspace", airspace->Kind, airspace->CenterLat, airspace->CenterLon};
-    answer.Text = TextAt(scene, probe, airspace);
+    answer.Text = TextAt(scene, pilots, probe, airspace);
     return answer;
 }
 

@@ -1,29 +1,14 @@
 #pragma once
 
-#include "area/AreaModel.h"
 #include "core/Geodesy.h"
-#include "radar/DisplayFlags.h"
+#include "radar/MapScene.h"
+#include "radar/Pilots.h"
 #include "radar/PointerReadout.h"
-#include "radar/ScopeView.h"
-#include "session/PlayerTable.h"
 
-#include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
-#include <string_view>
 
 namespace corvane {
-/// What the information panel looks for under the pointer.
-struct PanelScene {
-    const ScopeView& View;
-    const DisplayFlags& Flags;
-    const AreaModel& Area;
-    std::span<const PlayerRecord> Players;
-    std::int32_t OwnPlayerId = 0;
-    std::string_view OwnName; ///< the controller's own friendly name in the session
-};
-
 struct PanelAnswer {
     std::string Text;                               ///< the panel's caption, lines joined by CR LF; empty: stays hidden
     std::optional<PositionRecord> SelectedAirspace; ///< the airspace under the pointer, text or not
@@ -32,7 +17,7 @@ struct PanelAnswer {
 /// One tick of the panel (every 500 ms): the details of the object whose pixel is near the pointer's, 5 pixels for a
 /// navaid and 7 for all else. Where several are, the last one counts in the order airspaces, NDBs, VORs, pilots, then
 /// airport by airport its gates, runway ends and ILS. Nothing while measuring or while the panel shows.
-PanelAnswer PanelTick(const PanelScene& scene, const PointerState& pointer);
+PanelAnswer PanelTick(const MapScene& scene, const Pilots& pilots, const PointerState& pointer);
 
 /// Keeps a tick's answer: caption and selected airspace. An empty text leaves the panel hidden, so that the next tick
 /// looks again. The panel's top-left corner belongs at PointerPositionRaw.

@@ -48,22 +48,20 @@ const TargetLines& TargetTexts::LinesFor(const PlayerRecord& target, std::size_t
 }
 
 /// The target's pixel, or nothing where it is not to be drawn.
-static std::optional<ScopePoint> TargetPixel(const ScopeView& view, const TargetScene& scene,
+static std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots,
                                              const PlayerRecord& target) noexcept
 {
-    if (!EligiblePilot(target, scene.OwnPlayerId, scene.OwnName) || !OnEarth(target.Latitude, target.Longitude))
+    if (!EligiblePilot(target, pilots.OwnPlayerId, pilots.OwnName) || !OnEarth(target.Latitude, target.Longitude))
         return std::nullopt;
     const ScopePoint at = ProjectToScope(view, target.Latitude, target.Longitude);
     return InsideScope(view, at) ? std::optional(at) : std::nullopt;
 }
 
-void UpdateMinimumAltitudes(const ScopeView& view, const TargetScene& scene, MinimumAltitudes& altitudes)
+void UpdateMinimumAltitudes(const MapScene& scene, const Pilots& pilots, MinimumAltitudes& altitudes)
 {
-    if (scene.MeasureActive)
-        return;
-    for (std::size_t slot = 0; slot < scene.Players.size(); ++slot) {
-        PlayerRecord& target = scene.Players[slot];
-        if (TargetPixel(view, scene, target))
+    for (std::size_t slot = 0; slot < pilots.Players.size(); ++slot) {
+        PlayerRecord& target = pilots.Players[slot];
+        if (TargetPixel(scene.View, pilots, target))
             target.MinimumAltitudeFt = altitudes.For(scene.Area, target, slot);
     }
 }
@@ -73,8 +71,8 @@ static ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& t
     constexpr double VectorPx = 15;
     const double heading =
         TrueFromMagnetic(grid, target.MagHeading, target.Latitude, target.Longitude) * RadiansPerDegree;
-    return {at.X + RoundTo<std::int32_t>(VectorPx * std::sin(heading)),
-            at.Y - RoundTo<std::int32_t>(VectorPx * std::cos(heading))};
+    return Offset(at, RoundTo<std::int32_t>(VectorPx * std::sin(heading)),
+                  -RoundTo<std::int32_t>(VectorPx * std::cos(heading)));
 }
 
 static void DrawTarget(Surface& surface, ScopePoint at, ScopePoint vectorEnd, const TargetLines& lines,
@@ -82,24 +80,26 @@ static void DrawTarget(Surface& surface, ScopePoint at, ScopePoint vectorEnd, co
 {
     constexpr std::int32_t DotRadiusPx = 5;
     constexpr std::int32_t LeaderPx = 21; // 30 pixels at 45 degrees
-    surface.SetSolid(ScopeGreen);         // width and style stay as the map layers left them
-    surface.Ellipse({at.X - DotRadiusPx, at.Y + DotRadiusPx}, {at.X + DotRadiusPx, at.Y - DotRadiusPx});
+    const ScopePoint leaderEnd = Offset(at, LeaderPx, -LeaderPx);
+    surface.SetSolid(ScopeGreen); // width and style stay as the map layers left them
+    surface.Circle(at, DotRadiusPx);
     surface.Line(at, vectorEnd);
-    const ScopePoint leaderEnd{at.X + LeaderPx, at.Y - LeaderPx};
     surface.Line(at, leaderEnd);
-    surface.TextOut({leaderEnd.X, leaderEnd.Y - 2 * textHeight}, lines.Line1);
-    surface.TextOut({leaderEnd.X, leaderEnd.Y - textHeight}, lines.Line2);
+    surface.TextOut(Offset(leaderEnd, 0, -2 * textHeight), lines.Line1);
+    surface.TextOut(Offset(leaderEnd, 0, -textHeight), lines.Line2);
 }
 
-void DrawTargets(Surface& surface, const ScopeView& view, const TargetScene& scene, TargetMemory& memory)
+void DrawTargets(Surface& surface, const MapScene& scene, const Pilots& pilots, bool measureActive,
+                 TargetMemory& memory)
 {
-    UpdateMinimumAltitudes(view, scene, memory.Altitudes);
+    if (!measureActive)
+        UpdateMinimumAltitudes(scene, pilots, memory.Altitudes);
     const std::int32_t textHeight = surface.TextHeight();
-    for (std::size_t slot = 0; slot < scene.Players.size(); ++slot) {
-        const PlayerRecord& target = scene.Players[slot];
-        if (const auto at = TargetPixel(view, scene, target))
-            DrawTarget(surface, *at, HeadingVectorEnd(scene.Grid, target, *at), memory.Texts.LinesFor(target, slot),
-                       textHeight);
+    for (std::size_t slot = 0; slot < pilots.Players.size(); ++slot) {
+        const PlayerRecord& target = pilots.Players[slot];
+        if (const auto at = TargetPixel(scene.View, pilots, target))
+            DrawTarget(surface, *at, HeadingVectorEnd(scene.Variation, target, *at),
+                       memory.Texts.LinesFor(target, slot), textHeight);
     }
     surface.RestoreDefaults();
 }

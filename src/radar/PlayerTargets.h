@@ -1,17 +1,13 @@
 #pragma once
 
-#include "area/AreaModel.h"
-#include "core/MagVarGrid.h"
+#include "radar/MapScene.h"
 #include "radar/MinimumAltitude.h"
-#include "radar/ScopeView.h"
+#include "radar/Pilots.h"
 #include "radar/Surface.h"
-#include "session/PlayerTable.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace corvane {
@@ -43,28 +39,19 @@ private:
     std::vector<Entry> m_entries;
 };
 
-/// What the targets are drawn from.
-struct TargetScene {
-    const AreaModel& Area;
-    const MagVarGrid& Grid;
-    std::span<PlayerRecord> Players; ///< MinimumAltitudeFt is written
-    std::int32_t OwnPlayerId = 0;
-    std::string_view OwnName; ///< the controller's own friendly name in the session
-    bool MeasureActive = false;
-};
-
 /// What is kept from one drawing of the targets to the next. Altitudes must be reset when another area is loaded.
 struct TargetMemory {
     MinimumAltitudes Altitudes;
     TargetTexts Texts;
 };
 
-/// Stores the minimum altitude of every target that is on the scope. Nothing while measuring: the values of the last
-/// drawing before it stay. DrawTargets does this by itself; it stands alone for a drawing that starts in the middle of
-/// measuring.
-void UpdateMinimumAltitudes(const ScopeView& view, const TargetScene& scene, MinimumAltitudes& altitudes);
+/// Stores the minimum altitude of every target that is on the scope. DrawTargets does this by itself unless measuring;
+/// it stands alone for a picture that begins in the middle of measuring.
+void UpdateMinimumAltitudes(const MapScene& scene, const Pilots& pilots, MinimumAltitudes& altitudes);
 
 /// Draws the pilots' targets over the map, in table order: dot, heading vector, leader line and data block. Updates
-/// the minimum altitudes of those on the scope, unless measuring. Leaves the drawing defaults set.
-void DrawTargets(Surface& surface, const ScopeView& view, const TargetScene& scene, TargetMemory& memory);
+/// the minimum altitudes of those on the scope; while measuring these stay as they are. Pen width and style are the
+/// caller's. Leaves the drawing defaults set.
+void DrawTargets(Surface& surface, const MapScene& scene, const Pilots& pilots, bool measureActive,
+                 TargetMemory& memory);
 } // namespace corvane
