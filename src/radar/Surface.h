@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace corvane {
@@ -22,6 +24,15 @@ struct ScopePoint {
     std::int32_t Y = 0;
     bool operator==(const ScopePoint&) const = default;
 };
+
+/// A pixel some pixels away, held to 32 bits.
+constexpr ScopePoint Offset(ScopePoint at, std::int32_t dx, std::int32_t dy) noexcept
+{
+    constexpr std::int64_t Lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t Highest = std::numeric_limits<std::int32_t>::max();
+    return {static_cast<std::int32_t>(std::clamp(std::int64_t{at.X} + dx, Lowest, Highest)),
+            static_cast<std::int32_t>(std::clamp(std::int64_t{at.Y} + dy, Lowest, Highest))};
+}
 
 /// The drawing properties that stay set from one primitive to the next until a layer changes them. A new one holds the
 /// drawing defaults.
@@ -48,6 +59,11 @@ public:
         State.PenColor = color;
         State.FillColor = color;
         State.FillSolid = true;
+    }
+    /// The ellipse of a dot or a symbol: lower left corner first.
+    void Circle(ScopePoint center, std::int32_t radius)
+    {
+        Ellipse(Offset(center, -radius, radius), Offset(center, radius, -radius));
     }
 
     virtual void Line(ScopePoint from, ScopePoint to) = 0;
