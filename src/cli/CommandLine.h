@@ -1,0 +1,16 @@
+#pragma once
+
+#include <iosfwd>
+
+namespace corvane {
+/// What a command line talks to. Results alone go to Out; notices, progress and errors go to Notices.
+struct Console {
+    std::istream& In;
+    std::ostream& Out;
+    std::ostream& Notices;
+    bool NoticesOnTerminal = false; ///< a progress bar is drawn only on a terminal
+};
+
+/// Runs one corvane-cli command line. Returns the exit status: 0 done, 1 the work failed, 2 the arguments are wrong.
+int RunCommandLine(int argc, const char* const* argv, const Console& console);
+} // namespace corvane

@@ -1,0 +1,119 @@
+#include "cli/Commands.h"
+#include "cli/RecordJson.h"
+#include "core/DatabaseFiles.h"
+#include "core/File.h"
+#include "core/MagVarGrid.h"
+#include "core/PathLookup.h"
+#include "core/RecordCodec.h"
+#include "core/Text.h"
+
+#include <ostream>
+
+namespace corvane {
+static Result<AirportRecord> DecodeAnAirport(ByteReader& reader, std::string_view fileName)
+{
+    return DecodeAirport(reader, fileName);
+}
+
+/// Prints every record of a database file that wanted selects, a line each. decode takes (ByteReader&, file name).
+template <class Decode, class Wanted>
+static Result<std::size_t> PrintRecords(const std::filesystem::path& path, std::ostream& out, Decode decode,
+                                        Wanted wanted)
+{
+    const Result<FileBytes> file = ReadWholeFile(path);
+    if (!file)
+        return file.error();
+    const std::string name = FullName(path);
+    ByteReader reader(file->Span());
+    std::size_t printed = 0;
+    while (reader.Left() > 0) {
+        const auto record = decode(reader, name);
+        if (!record)
+            return record.error();
+        if (wanted(*record)) {
+            out << ToJson(*record).dump() << '\n';
+            ++printed;
+        }
+    }
+    return printed;
+}
+
+template <class Decode>
+static Result<void> PrintAllRecords(const std::filesystem::path& path, std::ostream& out, Decode decode)
+{
+    const Result<std::size_t> printed = PrintRecords(path, out, decode, [](const auto&) { return true; });
+    if (!printed)
+        return printed.error();
+    return {};
+}
+
+static Result<void> PrintAirports(const std::filesystem::path& path, std::ostream& out, const std::string& icao)
+{
+    if (icao.empty())
+        return PrintAllRecords(path, out, DecodeAnAirport);
+    const std::string wantedIcao = ToUpper(Utf8ToWindows1252(icao));
+    const Result<std::size_t> printed = PrintRecords(
+        path, out, DecodeAnAirport, [&](const AirportRecord& airport) { return ToUpper(airport.Icao) == wantedIcao; });
+    if (!printed)
+        return printed.error();
+    if (*printed == 0)
+        return Fail(FullName(path), "holds no airport " + icao);
+    return {};
+}
+
+static Result<void> PrintSettings(const std::filesystem::path& path, std::ostream& out)
+{
+    const Result<SettingsRecord> settings = ReadSettings(path);
+    if (!settings)
+        return settings.error();
+    out << ToJson(*settings).dump() << '\n';
+    return {};
+}
+
+static Result<void> PrintMagVar(const FolderOptions& folders, std::ostream& out)
+{
+    const Result<std::string> fsFolder = SimulatorFolder(folders);
+    if (!fsFolder)
+        return fsFolder.error();
+    if (!FindPath(*fsFolder))
+        return Fail(Windows1252ToUtf8(*fsFolder), "there is no such folder");
+    const auto grid = std::make_unique<MagVarGrid>();
+    if (const Result<void> read = ReadMagVarGrid(*grid, *fsFolder); !read)
+        return read.error();
+    Json values = Json::array();
+    for (std::size_t i = 0; i < MagVarGrid::CellCount; ++i)
+        values.push_back(grid->Values[i]);
+    out << values.dump() << '\n';
+    return {};
+}
+
+void AddDumpCommand(CLI::App& app, const Console& console, CommandWork& work)
+{
+    CLI::App* const dump = app.add_subcommand("dump", "Prints what a file of the program or the simulator holds");
+    dump->require_subcommand(1);
+    const auto folders = std::make_shared<FolderOptions>();
+    const auto icao = std::make_shared<std::string>();
+
+    const auto add = [&](const char* name, const char* description, auto print) {
+        CLI::App* const command = dump->add_subcommand(name, description);
+        AddAppFolderOption(*command, *folders);
+        command->callback([=, &console, &work] { work = [=, &console] { return print(console.Out); }; });
+        return command;
+    };
+    add("settings", "The settings record",
+        [=](std::ostream& out) { return PrintSettings(folders->AppFile(SettingsFileName), out); });
+    add("airports", "The airports, a line each",
+        [=](std::ostream& out) { return PrintAirports(folders->AppFile(AirportsFileName), out, *icao); })
+        ->add_option("--icao", *icao, "Only the airport of this ICAO identifier")
+        ->type_name("ICAO");
+    add("vors", "The VORs, a line each",
+        [=](std::ostream& out) { return PrintAllRecords(folders->AppFile(VorsFileName), out, DecodeNavaid); });
+    add("ndbs", "The NDBs, a line each",
+        [=](std::ostream& out) { return PrintAllRecords(folders->AppFile(NdbsFileName), out, DecodeNavaid); });
+    add("airspaces", "The airspaces, a line each",
+        [=](std::ostream& out) { return PrintAllRecords(folders->AppFile(AirspacesFileName), out, DecodeAirspace); });
+    AddFsFolderOption(*add("magvar", "The magnetic variation grid, index lon x 181 + (lat + 90)",
+                           [=](std::ostream& out) { return PrintMagVar(*folders, out); }),
+                      *folders);
+}
+} // namespace corvane

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/Records.h"
+#include "core/Result.h"
+#include "core/Settings.h"
+#include "session/PlayerTable.h"
+
+#include <nlohmann/json.hpp>
+
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+/// Members keep the order in which they are set: the order of the record's fields.
+using Json = nlohmann::ordered_json;
+
+/// Records as JSON objects with the field names of the records; lists hold the elements in use, with their "...Count"
+/// beside them. Texts become UTF-8.
+Json ToJson(const SettingsRecord& settings);
+Json ToJson(const NavaidRecord& navaid);
+Json ToJson(const AirportRecord& airport);
+Json ToJson(const AirspaceRecord& airspace);
+Json ToJson(const PlayerRecord& player);
+
+template <class Record> Json ToJsonArray(const std::vector<Record>& records)
+{
+    Json array = Json::array();
+    for (const Record& record : records)
+        array.push_back(ToJson(record));
+    return array;
+}
+
+/// An 8-bit text as a JSON string.
+Json TextJson(std::string_view text);
+
+/// An array of player objects; missing members are 0 or empty. what names the source in errors.
+Result<std::vector<PlayerRecord>> PlayersFromJson(std::string_view text, std::string_view what);
+} // namespace corvane
