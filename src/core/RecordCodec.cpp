@@ -203,6 +203,18 @@ Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName)
     return record;
 }
 
+LatLon SkipNavaid(ByteReader& reader) noexcept
+{
+    static_cast<void>(reader.ReadText16());
+    static_cast<void>(reader.ReadText16());
+    LatLon position;
+    position.Lat = reader.ReadF64();
+    position.Lon = reader.ReadF64();
+    static_cast<void>(reader.ReadText16());
+    static_cast<void>(reader.ReadU8());
+    return position;
+}
+
 /// Writes the position after a record that begins at index start of out and at a 1-based position of its file.
 static std::int32_t PatchNextPos(Bytes& out, std::size_t start, std::size_t nextPosAt, std::int64_t position)
 {

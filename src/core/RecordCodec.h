@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Bytes.h"
+#include "core/Geodesy.h"
 #include "core/Records.h"
 #include "core/Result.h"
 
@@ -24,6 +25,10 @@ Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName)
 /// firstByte is where in the file the reader's bytes begin, for the message.
 Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName, std::uint64_t firstByte = 0);
 Result<AirspaceRecord> DecodeAirspace(ByteReader& reader, std::string_view fileName);
+
+/// Reads past one navaid, keeping only its position: most of a file's navaids lie outside an area. reader fails where
+/// the record is cut off.
+LatLon SkipNavaid(ByteReader& reader) noexcept;
 
 /// The fields by which the airports file is walked without decoding whole records, borrowed from the file's bytes.
 struct AirportHead {
