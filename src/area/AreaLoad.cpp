@@ -1,0 +1,256 @@
+#include "area/AreaLoad.h"
+
+#include "area/AirportWalk.h"
+#include "area/AreaCircle.h"
+#include "area/DatabaseLists.h"
+#include "area/SectorBox.h"
+#include "area/Terrain.h"
+#include "area/Tracon.h"
+#include "area/WorldOutlines.h"
+#include "core/DatabaseFiles.h"
+#include "core/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <span>
+#include <utility>
+
+namespace corvane {
+namespace {
+struct LoadStep {
+    std::string_view Status;
+    std::function<Result<void>()> Run;
+};
+
+/// An airport's record in the file and its position, noted by the first walk so that no load walks twice.
+struct AirportSpot {
+    RecordExtent Extent;
+    LatLon Position;
+};
+} // namespace
+
+static Result<void> RunSteps(std::span<const LoadStep> steps, LoadProgress& progress)
+{
+    for (const LoadStep& step : steps) {
+        progress.StepBegins(step.Status);
+        if (Result<void> done = step.Run(); !done)
+            return done;
+        progress.StepEnded();
+    }
+    return {};
+}
+
+/// A new area that starts from the name, mode and centre of the old one.
+static AreaModel EmptyCopy(const AreaModel& area)
+{
+    AreaModel fresh;
+    fresh.AreaName = area.AreaName;
+    fresh.AreaMode = area.AreaMode;
+    fresh.AreaCenterLat = area.AreaCenterLat;
+    fresh.AreaCenterLon = area.AreaCenterLon;
+    return fresh;
+}
+
+static Result<void> NoteAirports(ByteSource& airports, std::vector<AirportSpot>& spots)
+{
+    return WalkAirports(airports, [&](const AirportHead& head, const RecordExtent& extent) {
+        spots.push_back({extent, {head.Lat, head.Lon}});
+    });
+}
+
+static bool IsListEntry(const AirportHead& head, std::string_view entry)
+{
+    constexpr std::string_view Dash = " - ";
+    return entry.size() == head.Icao.size() + Dash.size() + head.Name.size() && entry.starts_with(head.Icao) &&
+           entry.substr(head.Icao.size()).starts_with(Dash) && entry.ends_with(head.Name);
+}
+
+/// Notes every airport's spot, and makes the one with the chosen entry the area's centre.
+static Result<void> SelectAirport(ByteSource& airports, std::string_view airportEntry, AreaModel& area,
+                                  std::vector<AirportSpot>& spots)
+{
+    Result<void> walked = WalkAirports(airports, [&](const AirportHead& head, const RecordExtent& extent) {
+        spots.push_back({extent, {head.Lat, head.Lon}});
+        if (!IsListEntry(head, airportEntry))
+            return;
+        area.AreaName = airportEntry;
+        area.AreaMode = ControlMode::Airport;
+        area.AreaCenterLat = head.Lat;
+        area.AreaCenterLon = head.Lon;
+    });
+    if (walked && !(std::isfinite(area.AreaCenterLat) && std::isfinite(area.AreaCenterLon)))
+        return Fail(airports.Name(), "gives no position for " + area.AreaName);
+    return walked;
+}
+
+template <class Region>
+static Result<void> ReadAirports(ByteSource& airports, std::span<const AirportSpot> spots, const Region& region,
+                                 std::vector<AirportRecord>& records)
+{
+    for (const AirportSpot& spot : spots) {
+        if (!region.Contains(spot.Position.Lat, spot.Position.Lon))
+            continue;
+        Result<AirportRecord> airport = ReadAirportAt(airports, spot.Extent);
+        if (!airport)
+            return airport.error();
+        records.push_back(*std::move(airport));
+    }
+    return {};
+}
+
+template <class Region>
+static Result<void> ReadNavaidsIn(ByteSource& file, std::int32_t count, const Region& region,
+                                  std::vector<NavaidRecord>& records)
+{
+    Result<std::vector<NavaidRecord>> navaids =
+        ReadNavaids(file, count, [&](double lat, double lon) { return region.Contains(lat, lon); });
+    if (!navaids)
+        return navaids.error();
+    records = *std::move(navaids);
+    return {};
+}
+
+template <class Region>
+static Result<void> ReadTerrainIn(ByteSource& file, const Region& region, std::vector<TerrainPoint>& points)
+{
+    return ReadTerrain(
+        file, [&](double lat, double lon) { return region.Contains(lat, lon); }, points);
+}
+
+static Result<void> AddTracons(AreaModel& area)
+{
+    for (const AirportRecord& airport : area.AreaAirports) {
+        if (std::optional<AirspaceRecord> tracon = MakeTracon(airport))
+            area.AreaAirspaces.push_back(*std::move(tracon));
+    }
+    return {};
+}
+
+/// Boxes across the 180 degree meridian never qualify: no longitude is below their east and above their west bound.
+static Result<void> AddAirspacesOverCenter(std::span<const AirspaceRecord> allAirspaces, AreaModel& area)
+{
+    for (const AirspaceRecord& airspace : allAirspaces) {
+        if (airspace.North > area.AreaCenterLat && airspace.South < area.AreaCenterLat &&
+            airspace.East > area.AreaCenterLon && airspace.West < area.AreaCenterLon)
+            area.AreaAirspaces.push_back(airspace);
+    }
+    return {};
+}
+
+static Result<void> SelectSector(std::span<const AirspaceRecord> allAirspaces, std::string_view sectorName,
+                                 AreaModel& area, SectorBox& box)
+{
+    for (const AirspaceRecord& airspace : allAirspaces) {
+        if (airspace.Kind == HighSectorKind && airspace.ComName == sectorName) {
+            area.AreaAirspaces.push_back(airspace);
+            box.FoldIn(airspace);
+        }
+    }
+    if (!box.IsFinite())
+        return Fail("ARTCC/FIR sector " + std::string(sectorName), "its airspaces' bounds are no finite numbers");
+    const LatLon center = box.Center();
+    area.AreaName = sectorName;
+    area.AreaMode = ControlMode::Sector;
+    area.AreaCenterLat = center.Lat;
+    area.AreaCenterLon = center.Lon;
+    return {};
+}
+
+static Result<void> AddNeighbours(std::span<const AirspaceRecord> allAirspaces, const SectorBox& box, AreaModel& area)
+{
+    const std::string ownName = ToUpper(area.AreaName);
+    for (const AirspaceRecord& airspace : allAirspaces) {
+        if (airspace.Kind != HighSectorKind || ToUpper(airspace.ComName) == ownName)
+            continue;
+        if (std::any_of(airspace.Points.begin(), airspace.Points.end(),
+                        [&](const BoundaryPoint& point) { return box.Touches(point.Lat, point.Lon); }))
+            area.AreaAirspaces.push_back(airspace);
+    }
+    return {};
+}
+
+Result<AreaFiles> OpenAreaFiles(const std::filesystem::path& appFolder)
+{
+    auto airports = OpenFileSource(appFolder / AirportsFileName);
+    auto vors = OpenFileSource(appFolder / VorsFileName);
+    auto ndbs = OpenFileSource(appFolder / NdbsFileName);
+    auto terrain = OpenFileSourceIfPresent(appFolder / TerrainFileName);
+    auto worldMap = OpenFileSourceIfPresent(appFolder / WorldMapFileName);
+    for (const auto* opened : {&airports, &vors, &ndbs, &terrain, &worldMap}) {
+        if (!*opened)
+            return opened->error();
+    }
+    return AreaFiles{*std::move(airports), *std::move(vors), *std::move(ndbs), *std::move(terrain),
+                     *std::move(worldMap)};
+}
+
+Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std::string_view airportEntry,
+                             std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress)
+{
+    AreaModel fresh = EmptyCopy(area);
+    std::vector<AirportSpot> spots;
+    AreaCircle circle(0, 0);
+    const std::array<LoadStep, AreaLoadSteps> steps{{
+        {"Getting selected airport's information...",
+         [&] {
+             Result<void> selected = SelectAirport(*files.Airports, airportEntry, fresh, spots);
+             circle = AreaCircle(fresh.AreaCenterLat, fresh.AreaCenterLon);
+             return selected;
+         }},
+        {"Getting area's airports...",
+         [&] { return ReadAirports(*files.Airports, spots, circle, fresh.AreaAirports); }},
+        {"Getting area's VORs...", [&] { return ReadNavaidsIn(*files.Vors, counts.VorCount, circle, fresh.AreaVors); }},
+        {"Getting area's NDBs...", [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, circle, fresh.AreaNdbs); }},
+        {"Getting area's airspaces...", [&] { return AddAirspacesOverCenter(allAirspaces, fresh); }},
+        {"Getting surrounding TRACON airspaces...", [&] { return AddTracons(fresh); }},
+        {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, circle, fresh.TerrainPoints); }},
+        {"Getting world's outlines...",
+         [&] {
+             const OutlineWindow window = OutlineWindowAround(fresh.AreaCenterLat, fresh.AreaCenterLat,
+                                                              fresh.AreaCenterLon, fresh.AreaCenterLon);
+             return CutOutlines(*files.WorldMap, window, fresh.OutlinePoints);
+         }},
+    }};
+    if (Result<void> done = RunSteps(steps, progress); !done)
+        return done;
+    allAirspaces = {};
+    area = std::move(fresh);
+    return {};
+}
+
+Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std::string_view sectorName,
+                            std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress)
+{
+    AreaModel fresh = EmptyCopy(area);
+    std::vector<AirportSpot> spots;
+    SectorBox box;
+    const std::array<LoadStep, AreaLoadSteps> steps{{
+        {"Getting ARTCC/FIR sector's information...",
+         [&] { return SelectSector(allAirspaces, sectorName, fresh, box); }},
+        {"Getting ARTCC/FIR sector's airports...",
+         [&] {
+             Result<void> walked = NoteAirports(*files.Airports, spots);
+             return walked ? ReadAirports(*files.Airports, spots, box, fresh.AreaAirports) : walked;
+         }},
+        {"Getting ARTCC/FIR sector's VORs...",
+         [&] { return ReadNavaidsIn(*files.Vors, counts.VorCount, box, fresh.AreaVors); }},
+        {"Getting ARTCC/FIR sector's NDBs...",
+         [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, box, fresh.AreaNdbs); }},
+        {"Get all the surrounding ARTCC/FIR airspaces...", [&] { return AddNeighbours(allAirspaces, box, fresh); }},
+        {"Getting TRACON airspaces...", [&] { return AddTracons(fresh); }},
+        {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, box, fresh.TerrainPoints); }},
+        {"Getting world's outlines...",
+         [&] {
+             return CutOutlines(*files.WorldMap, OutlineWindowAround(box.North, box.South, box.West, box.East),
+                                fresh.OutlinePoints);
+         }},
+    }};
+    if (Result<void> done = RunSteps(steps, progress); !done)
+        return done;
+    allAirspaces = {};
+    area = std::move(fresh);
+    return {};
+}
+} // namespace corvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "core/ByteSource.h"
+#include "core/Records.h"
+#include "core/Result.h"
+
+#include <filesystem>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+/// Lists read from the database. Errors name the file by its full path.
+
+/// The entry by which the area chooser lists an airport and a load finds it again: "KSEA - Seattle Tacoma Intl".
+std::string AirportListEntry(std::string_view icao, std::string_view name);
+
+/// The entries of all airports, in file order.
+Result<std::vector<std::string>> ReadAirportList(ByteSource& airports);
+Result<std::vector<std::string>> ReadAirportList(const std::filesystem::path& appFolder);
+
+/// The first count records of the airspaces file. An Error where the file holds fewer, or count is negative.
+Result<std::vector<AirspaceRecord>> ReadAllAirspaces(ByteSource& airspaces, std::int32_t count);
+Result<std::vector<AirspaceRecord>> ReadAllAirspaces(const std::filesystem::path& appFolder, std::int32_t count);
+
+/// The distinct names (case-sensitive) of the high sectors, in the order in which they first appear.
+std::vector<std::string> SectorNames(std::span<const AirspaceRecord> airspaces);
+
+/// Those of the first count records of a navaids file for whose latitude and longitude inside holds, in file order. An
+/// Error where the file holds fewer than count, or count is negative.
+Result<std::vector<NavaidRecord>> ReadNavaids(ByteSource& navaids, std::int32_t count,
+                                              const std::function<bool(double lat, double lon)>& inside);
+} // namespace corvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/Geodesy.h"
+#include "core/Records.h"
+
+namespace corvane {
+/// The bounding box of an ARTCC/FIR sector in degrees. A west bound above the east bound means that the box crosses the
+/// 180 degree meridian; equal ones hold nothing, as in a new box, whose bounds are all 0.
+struct SectorBox {
+    double North = 0;
+    double South = 0;
+    double West = 0;
+    double East = 0;
+    bool operator==(const SectorBox&) const = default;
+
+    /// Grows the box by a piece of the sector. The rule is fixed and its results can look odd: a piece that crosses the
+    /// 180 degree meridian replaces the longitudes of a box that does not.
+    void FoldIn(const AirspaceRecord& piece) noexcept;
+
+    /// Whether an airport, a navaid or a terrain point lies in the box: its edges belong to it only where it crosses
+    /// the 180 degree meridian.
+    [[nodiscard]] bool Contains(double lat, double lon) const noexcept
+    {
+        if (West < East)
+            return South < lat && lat < North && West < lon && lon < East;
+        return Touches(lat, lon);
+    }
+
+    /// Whether a boundary point of another airspace lies in the box or on its edge.
+    [[nodiscard]] bool Touches(double lat, double lon) const noexcept
+    {
+        if (!(South <= lat && lat <= North))
+            return false;
+        if (West < East)
+            return West <= lon && lon <= East;
+        return West > East && ((West <= lon && lon <= 180) || (-180 <= lon && lon <= East));
+    }
+
+    /// Half way, in whole miles, along the great circle from the north-west to the south-east corner.
+    [[nodiscard]] LatLon Center() const noexcept;
+    /// Whether all bounds are finite numbers.
+    [[nodiscard]] bool IsFinite() const noexcept;
+};
+} // namespace corvane
