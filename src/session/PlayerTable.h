@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace corvane {
@@ -31,19 +33,35 @@ struct PlayerRecord {
     bool operator==(const PlayerRecord&) const = default;
 };
 
-/// The members of the session in the order in which they came. A member is known by its name and its id together.
+/// The members of the session in the order in which they came. A member is known by its name and its id together; both
+/// are set when the entry is made and must not be changed through Players().
 class PlayerTable {
 public:
     void Append(std::string_view name, std::int32_t id, std::string_view role);
+    /// Takes an entry out; those after it move down one place.
     void Remove(std::size_t index);
-    void Empty() noexcept { m_players.clear(); }
+    void Empty() noexcept;
+
+    /// The first entry, in table order, that is the member with this id and current friendly name.
+    [[nodiscard]] std::optional<std::size_t> FindPlayer(std::int32_t id, std::string_view friendlyName) const noexcept;
+    /// The next entry that is the same member as the one at index.
+    [[nodiscard]] std::optional<std::size_t> FindNextPlayer(std::size_t index) const noexcept;
+    /// Whether any entry has this id, whatever its name.
+    [[nodiscard]] bool HasId(std::int32_t id) const noexcept { return m_firstWithId.contains(id); }
 
     [[nodiscard]] std::size_t PlayerCount() const noexcept { return m_players.size(); }
     [[nodiscard]] std::span<PlayerRecord> Players() noexcept { return m_players; }
     [[nodiscard]] std::span<const PlayerRecord> Players() const noexcept { return m_players; }
 
 private:
+    static constexpr std::size_t None = static_cast<std::size_t>(-1);
+
+    void AddToIndex(std::size_t index);
+    [[nodiscard]] std::optional<std::size_t> FindFrom(std::size_t index, std::string_view friendlyName) const noexcept;
+
     std::vector<PlayerRecord> m_players;
+    std::unordered_map<std::int32_t, std::size_t> m_firstWithId;
+    std::vector<std::size_t> m_nextWithId; ///< beside m_players: the next entry of the same id, or None
 };
 
 /// The identity rule: whether an entry is the member with this id and current friendly name.

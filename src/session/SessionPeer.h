@@ -11,7 +11,8 @@
 
 namespace corvane {
 using PlayerId = std::int32_t;
-inline constexpr PlayerId AllPlayers = 0;
+inline constexpr PlayerId AllPlayers = 0;   ///< as a destination
+inline constexpr PlayerId SystemSender = 0; ///< as the sender of the transport's own messages
 
 /// Flags of the session operations, with the values of the session protocol.
 inline constexpr std::uint32_t ConnectionDirectPlay = 1;
@@ -52,9 +53,10 @@ struct SessionMember {
     std::string ShortName; ///< a player's friendly name
 };
 
-/// A message of the queue. System messages of the transport come with From = 0 and bytes of their own.
+/// A message of the queue. A transport may queue messages of its own, from SystemSender and with bytes of their own:
+/// their first 32-bit number is their type, and four bytes may be all there is.
 struct ReceivedMessage {
-    PlayerId From = 0;
+    PlayerId From = SystemSender;
     PlayerId To = 0;
     Bytes Content;
 };
@@ -86,8 +88,10 @@ public:
     virtual Result<std::int32_t> GetMessageCount(PlayerId player) = 0;
     /// The oldest waiting message; an Error when none waits.
     virtual Result<ReceivedMessage> Receive(std::uint32_t flags) = 0;
-    /// Copies the message before it returns. To AllPlayers it goes to every player but the sender.
+    /// Copies the message before it returns. To AllPlayers it goes to every player but the sender. A message to a player
+    /// that has just left is lost without an Error: its sender cannot have known.
     virtual Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) = 0;
+    /// Also answers for a player that has left while messages from it wait to be received.
     virtual Result<std::string> GetPlayerFriendlyName(PlayerId player) = 0;
     virtual Result<void> DestroyPlayer(PlayerId player) = 0;
     virtual Result<void> Close() = 0;
