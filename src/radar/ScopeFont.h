@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace corvane {
+/// The pictures of the 256 Windows-1252 characters in one size. Characters stand side by side at whole pixels, without
+/// kerning, so a text costs no layout.
+struct ScopeFont {
+    struct Glyph {
+        std::int32_t Left = 0; ///< of the picture, right of the pen
+        std::int32_t Top = 0;  ///< of the picture, below the top of the line
+        std::int32_t Width = 0;
+        std::int32_t Height = 0;
+        std::int32_t Advance = 0; ///< from this pen position to the next character's
+        std::uint32_t Start = 0;  ///< of Width * Height values in Coverage, row by row
+    };
+
+    std::array<Glyph, 256> Glyphs{};
+    std::vector<std::uint8_t> Coverage; ///< 0 none .. 255 all of the pixel
+    std::int32_t LineHeight = 0;        ///< from the top of a line to the top of the next
+};
+} // namespace corvane

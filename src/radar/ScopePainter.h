@@ -1,0 +1,32 @@
+#pragma once
+
+#include "radar/MapScene.h"
+#include "radar/PaintedSurface.h"
+#include "radar/PictureBox.h"
+
+namespace corvane {
+/// The scope's pictures and the cycle in which they are drawn: the map once for a view, then again and again the map's
+/// snapshot with whatever moves on top. A full redraw is DrawMap and the targets; a refresh is RestoreMap, the
+/// highlight and the targets.
+class ScopePainter {
+public:
+    /// The font is borrowed.
+    explicit ScopePainter(const ScopeFont& font) noexcept : m_surface(m_scope.Image(), font) {}
+    ScopePainter(const ScopePainter&) = delete; // the surface draws on this object's own picture
+    ScopePainter& operator=(const ScopePainter&) = delete;
+
+    /// Clears the scope to the size of the scene's view, draws the map layers and takes their snapshot.
+    void DrawMap(const MapScene& scene);
+    /// Takes everything off the scope but the map.
+    void RestoreMap() noexcept { m_scope.SetPicture(&m_map); }
+
+    /// What is drawn over the map goes here.
+    [[nodiscard]] Surface& Scope() noexcept { return m_surface; }
+    [[nodiscard]] const PixelImage& Picture() const noexcept { return m_scope.Image(); }
+
+private:
+    PictureBox m_scope;
+    PixelImage m_map; ///< the snapshot: map layers without targets
+    PaintedSurface m_surface;
+};
+} // namespace corvane
