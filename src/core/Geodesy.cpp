@@ -112,19 +112,33 @@ std::int16_t TrueFromMagnetic(const MagVarGrid& grid, double course, double lat,
     return NormalizeCourse(RoundTo<std::int16_t>(course) + grid.VariationAt(lat, lon).value_or(0));
 }
 
+/// The latitude in radians reached from a latitude along a course.
+static double DestinationPhi(double sinPhi1, double cosPhi1, double cosTheta, double sinDelta, double cosDelta) noexcept
+{
+    return ArcSin(sinPhi1 * cosDelta + cosPhi1 * sinDelta * cosTheta);
+}
+
+/// The longitude in degrees that goes with the latitude phi.
+static double DestinationLon(double lon1, double sinTheta, double sinDelta, double phi) noexcept
+{
+    const double lambda1 = -lon1 * RadiansPerDegree; // the formula counts longitude to the west
+    const double cosPhi = std::cos(phi);
+    double lambda = lambda1;
+    if (cosPhi != 0) {
+        const double deltaLambda = ArcSin(sinTheta * sinDelta / cosPhi);
+        lambda = FloatMod(lambda1 - deltaLambda + GeoPi, TwoGeoPi) - GeoPi;
+    }
+    return -lambda * DegreesPerRadian;
+}
+
 /// Degrees, not rounded; delta is the distance in radians.
 static LatLon Destination(double lat1, double lon1, int course, double delta) noexcept
 {
     const double phi1 = lat1 * RadiansPerDegree;
-    const double lambda1 = -lon1 * RadiansPerDegree; // the formula counts longitude to the west
     const double theta = course * RadiansPerDegree;
-    const double phi = ArcSin(std::sin(phi1) * std::cos(delta) + std::cos(phi1) * std::sin(delta) * std::cos(theta));
-    double lambda = lambda1;
-    if (std::cos(phi) != 0) {
-        const double deltaLambda = ArcSin(std::sin(theta) * std::sin(delta) / std::cos(phi));
-        lambda = FloatMod(lambda1 - deltaLambda + GeoPi, TwoGeoPi) - GeoPi;
-    }
-    return {phi * DegreesPerRadian, -lambda * DegreesPerRadian};
+    const double sinDelta = std::sin(delta);
+    const double phi = DestinationPhi(std::sin(phi1), std::cos(phi1), std::cos(theta), sinDelta, std::cos(delta));
+    return {phi * DegreesPerRadian, DestinationLon(lon1, std::sin(theta), sinDelta, phi)};
 }
 
 static LatLon RoundedToFivePlaces(const LatLon& position) noexcept
@@ -142,9 +156,45 @@ LatLon DestinationFt(double lat1, double lon1, int course, int distanceFt) noexc
     return RoundedToFivePlaces(Destination(lat1, lon1, course, std::max(distanceFt, 0) / FeetPerNm * RadiansPerNm));
 }
 
-LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept
+/// Radians.
+static double MetresToDelta(double distanceM) noexcept
 {
     constexpr double MetresPerNm = 1852;
-    return Destination(lat1, lon1, course, std::abs(distanceM) / MetresPerNm * RadiansPerNm);
+    return std::abs(distanceM) / MetresPerNm * RadiansPerNm;
+}
+
+LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept
+{
+    return Destination(lat1, lon1, course, MetresToDelta(distanceM));
+}
+
+MetricOffsets::Trig::Trig(int course) noexcept
+    : Sin(std::sin(course * RadiansPerDegree)), Cos(std::cos(course * RadiansPerDegree))
+{
+}
+
+MetricOffsets::MetricOffsets(double lat, double lon) noexcept
+    : m_lat(lat), m_lon(lon), m_sinPhi1(std::sin(lat * RadiansPerDegree)), m_cosPhi1(std::cos(lat * RadiansPerDegree))
+{
+}
+
+double MetricOffsets::OffsetToLon(double eastM) const noexcept
+{
+    if (eastM == 0)
+        return m_lon;
+    const Trig& theta = eastM > 0 ? m_east : m_west;
+    const double delta = MetresToDelta(eastM);
+    const double sinDelta = std::sin(delta);
+    return DestinationLon(m_lon, theta.Sin, sinDelta,
+                          DestinationPhi(m_sinPhi1, m_cosPhi1, theta.Cos, sinDelta, std::cos(delta)));
+}
+
+double MetricOffsets::OffsetToLat(double northM) const noexcept
+{
+    if (northM == 0)
+        return m_lat;
+    const Trig& theta = northM > 0 ? m_north : m_south;
+    const double delta = MetresToDelta(northM);
+    return DestinationPhi(m_sinPhi1, m_cosPhi1, theta.Cos, std::sin(delta), std::cos(delta)) * DegreesPerRadian;
 }
 } // namespace corvane

@@ -65,4 +65,30 @@ LatLon DestinationNm(double lat1, double lon1, int course, int distanceNm) noexc
 LatLon DestinationFt(double lat1, double lon1, int course, int distanceFt) noexcept;
 /// The same for a distance in metres (1852 to the nautical mile) whose sign is ignored; not rounded.
 LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept;
+
+/// Turns east and north offsets in metres from one reference point into degrees, each axis on its own: the longitude
+/// of DestinationM along 90 or 270 degrees, the latitude of DestinationM along 0 or 180, digit for digit. What depends
+/// only on the point is computed once, since a large airport has thousands of offsets.
+class MetricOffsets {
+public:
+    MetricOffsets(double lat, double lon) noexcept;
+
+    [[nodiscard]] double OffsetToLon(double eastM) const noexcept;
+    [[nodiscard]] double OffsetToLat(double northM) const noexcept;
+
+private:
+    double m_lat;
+    double m_lon;
+    double m_sinPhi1;
+    double m_cosPhi1;
+    struct Trig {
+        explicit Trig(int course) noexcept;
+        double Sin;
+        double Cos;
+    };
+    Trig m_north{0};
+    Trig m_east{90};
+    Trig m_south{180};
+    Trig m_west{270};
+};
 } // namespace corvane
