@@ -1,0 +1,81 @@
+#pragma once
+
+#include "builder/DatabaseSink.h"
+#include "builder/WorkBudget.h"
+#include "core/BglReader.h"
+#include "core/MagVarGrid.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+/// One scenery file on its way through the decoders.
+///
+/// The decoders absorb the errors of their own records with Reader.ClearFailure(); an error that is still there when a
+/// walk looks (Stopped) ends the scan of the file.
+struct BglScan {
+    BglScan(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink) noexcept
+        : Reader(file), Budget(Reader.Size()), Grid(grid), Sink(sink)
+    {
+    }
+
+    BglReader Reader;
+    WorkBudget Budget;
+    const MagVarGrid& Grid;
+    DatabaseSink& Sink;
+
+    /// Where the walk stands, for the message of a failed scan.
+    std::string_view Place = "the file header";
+    std::int64_t PlaceAt = 0;
+
+    [[nodiscard]] bool Stopped() const noexcept { return Reader.Failed() || Budget.Exhausted(); }
+
+    void EnterPlace(std::string_view place, std::int64_t at) noexcept
+    {
+        Place = place;
+        PlaceAt = at;
+    }
+
+    /// Reader.ReadText, paid for.
+    std::string ReadText(std::int64_t offset, std::int64_t length)
+    {
+        if (!Budget.Spend(length))
+            return {};
+        return Reader.ReadText(offset, length);
+    }
+};
+
+/// The head of a chain record. The size leaves the head's own 8 bytes out.
+struct BglRecordHead {
+    static constexpr std::int64_t Size = 8;
+
+    std::int32_t Tag = 0;
+    std::int64_t ContentSize = 0;
+
+    /// Where the chain goes on; a record that does not lead forward ends it, so that no chain turns in a circle.
+    [[nodiscard]] std::optional<std::int64_t> Next(std::int64_t at) const noexcept
+    {
+        if (ContentSize + Size <= 0)
+            return std::nullopt;
+        return at + ContentSize + Size;
+    }
+};
+
+inline BglRecordHead ReadRecordHead(BglScan& scan, std::int64_t at) noexcept
+{
+    scan.Budget.Spend(BglRecordHead::Size);
+    return {scan.Reader.ReadI32(at), scan.Reader.ReadI32(at + 4)};
+}
+
+/// Degrees from the signed 32-bit coordinates of the record chains.
+inline double ChainLatitude(std::int32_t value) noexcept
+{
+    return value * 90.0 / 10001750.0;
+}
+inline double ChainLongitude(std::int32_t value) noexcept
+{
+    return value * 360.0 / 4294967296.0;
+}
+} // namespace corvane

@@ -1,0 +1,132 @@
+#include "builder/BuildDriver.h"
+
+#include "core/DatabaseFiles.h"
+#include "core/File.h"
+#include "core/PathLookup.h"
+
+#include <algorithm>
+#include <cassert>
+#include <thread>
+#include <utility>
+
+namespace corvane {
+BuildDriver::BuildDriver(std::filesystem::path appFolder, std::string fsFolder, std::uint8_t fsVersion)
+    : m_appFolder(std::move(appFolder)), m_fsFolder(std::move(fsFolder)), m_fsVersion(fsVersion), m_writer(m_appFolder)
+{
+}
+
+/// A file of the simulator's main folder, as the disk spells it; where it is missing, as it is asked for.
+static std::filesystem::path SimulatorFile(const std::string& fsFolder, std::string_view name)
+{
+    const std::string written = fsFolder + "\\" + std::string(name);
+    return FindPath(written).value_or(PathFromText(written));
+}
+
+Result<void> BuildDriver::ReadAreas(std::vector<SceneryArea>& areas) const
+{
+    Result<std::vector<SceneryArea>> read = ReadSceneryCfg(SimulatorFile(m_fsFolder, "scenery.cfg"));
+    if (!read)
+        return read.error();
+    areas = *std::move(read);
+    ResolveSceneryFolders(areas, m_fsFolder);
+    return {};
+}
+
+Result<void> BuildDriver::Prepare(const std::function<void(std::string_view)>& status)
+{
+    const auto tell = [&status](std::string_view text) {
+        if (status)
+            status(text);
+    };
+    tell(StatusMagdec);
+    if (const Result<void> read = ReadMagVarGrid(m_grid, m_fsFolder); !read)
+        return read;
+    std::vector<SceneryArea> areas;
+    if (m_fsVersion == Fs2002Version) {
+        tell(StatusSceneryCfg);
+        if (const Result<void> read = ReadAreas(areas); !read)
+            return read;
+    }
+    m_scanAhead.reset(); // it borrows the plan
+    m_plan.emplace(std::move(areas));
+    tell(StatusDone);
+    return {};
+}
+
+/// Creates the database's files and starts the threads.
+Result<void> BuildDriver::Begin()
+{
+    assert(m_plan); // Prepare comes first
+    constexpr unsigned MostThreads = 4;
+    if (const Result<void> opened = m_writer.Open(); !opened)
+        return opened;
+    const unsigned processors = std::thread::hardware_concurrency();
+    m_scanAhead = std::make_unique<ScanAhead>(*m_plan, m_grid, processors > 1 ? std::min(processors, MostThreads) : 0);
+    return {};
+}
+
+/// Hands a file's records to the database; a large file is scanned now.
+Result<void> BuildDriver::Store(ScannedFile& scanned)
+{
+    if (!scanned.Status)
+        return scanned.Status;
+    if (scanned.LeftUnread) {
+        if (const Result<void> scan = ScanBglFile(scanned.File.Path, m_grid, m_writer); !scan)
+            return scan;
+    } else {
+        m_writer.Append(scanned.Records);
+    }
+    return m_writer.Status();
+}
+
+Result<BuildProgress> BuildDriver::ScanNext()
+{
+    if (!m_scanAhead) {
+        if (const Result<void> begun = Begin(); !begun)
+            return begun.error();
+    }
+    std::optional<ScannedFile> scanned = m_scanAhead->Next();
+    m_progress.Done = !scanned.has_value();
+    if (!scanned)
+        return m_progress;
+    m_progress.Title = m_plan->Areas()[scanned->File.Area].Title;
+    m_progress.CurrentFile = scanned->File.ShownName;
+    if (const Result<void> stored = Store(*scanned); !stored)
+        return stored.error();
+    ++m_progress.FilesDone;
+    return m_progress;
+}
+
+Result<SettingsRecord> BuildDriver::Finish()
+{
+    assert(m_progress.Done);
+    m_scanAhead.reset();
+    const std::filesystem::path settingsPath = m_appFolder / SettingsFileName;
+    // Until the new settings are there, the folder must not look complete: not even if the power fails in between.
+    DeleteFile(settingsPath);
+    if (const Result<void> committed = m_writer.Commit(); !committed)
+        return committed.error();
+    SettingsRecord settings;
+    settings.FsVersion = m_fsVersion;
+    settings.FsPath = m_fsFolder;
+    settings.AirportCount = Counts().Airports;
+    settings.AirspaceCount = Counts().Airspaces;
+    settings.VorCount = Counts().Vors;
+    settings.NdbCount = Counts().Ndbs;
+    if (const Result<void> written = WriteSettings(settingsPath, settings); !written)
+        return written.error();
+    return settings;
+}
+
+void BuildDriver::Abandon() noexcept
+{
+    m_scanAhead.reset();
+    m_writer.Abandon();
+    DeleteDataFiles(m_appFolder);
+}
+
+std::string BuildDriver::FailureText() const
+{
+    return "Error - while scanning this BGL file:  " + m_progress.CurrentFile + "  . The program will shutdown.";
+}
+} // namespace corvane
