@@ -1,0 +1,30 @@
+#pragma once
+
+#include "builder/demo/PlaneGeometry.h"
+#include "builder/demo/SceneryObjects.h"
+
+#include <span>
+
+namespace corvane {
+/// A runway as the ground planner sees it.
+struct PlannedRunway {
+    GroundVector Center;
+    double TrueHeading = 0; ///< degrees
+    double LengthM = 0;
+};
+
+/// How many stands the apron has and how they are laid out.
+struct ApronStyle {
+    int Lanes = 1;        ///< taxi lanes side by side, 1 .. 26
+    int StandsInRow = 4;  ///< along a lane
+    bool TwoRows = false; ///< stands on both sides of a lane
+    bool Gates = false;   ///< GATE A 1, GATE B 1, .. by lane (GATE 1 with one lane); otherwise PARKING 1, ..
+};
+
+/// Draws a ground layout around the runways of an airport: at the longest runway a parallel taxiway (A) with connectors
+/// (A1, A2, ..), beyond it the apron with its lanes, stands and link taxiways; at every other runway, where there is
+/// room, a parallel taxiway of the next letters, linked to what is there. Every runway has runway paths, whose names
+/// are the runway's place in runways. Taxiways lie 150 to 180 m beside the runway and do not cut one another. No
+/// runway: an empty layout.
+GroundLayout PlanGround(std::span<const PlannedRunway> runways, const ApronStyle& style);
+} // namespace corvane

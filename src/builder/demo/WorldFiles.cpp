@@ -1,0 +1,91 @@
+#include "builder/demo/WorldFiles.h"
+
+#include "core/File.h"
+#include "core/NumberText.h"
+#include "core/Rounding.h"
+
+#include <algorithm>
+#include <string_view>
+#include <system_error>
+
+namespace corvane {
+namespace fs = std::filesystem;
+
+static constexpr std::string_view PlaceholderText =
+    "This folder is a demonstration world. Writing the world again replaces everything in it.\r\n";
+
+static Bytes ToBytes(std::string_view text)
+{
+    return {text.begin(), text.end()};
+}
+
+Bytes SceneryCfgFile(std::span<const SceneryAreaEntry> areas)
+{
+    std::string text = "[General]\r\nTitle=Demonstration world\r\nClean_on_Exit=FALSE\r\n\r\n";
+    std::int64_t number = 0;
+    for (const SceneryAreaEntry& area : areas) {
+        const std::string digits = NumberText(++number);
+        text += (number % 2 == 0 ? "[area." : "[Area.") + std::string(3 - std::min<std::size_t>(digits.size(), 3), '0');
+        text += digits + "]\r\nTitle=" + area.Title + "\r\nLocal=" + area.Local + "\r\nActive=TRUE\r\nLayer=" + digits +
+                "\r\n\r\n";
+    }
+    return ToBytes(text);
+}
+
+Bytes MagdecFile(std::span<const std::int16_t> values)
+{
+    constexpr std::size_t GridOffsetAt = 110;
+    constexpr std::size_t HeaderSize = 0x80;
+    Bytes out(HeaderSize);
+    ByteWriter writer(out);
+    writer.PatchI32(GridOffsetAt, static_cast<std::int32_t>(HeaderSize));
+    writer.WriteZeros(8);
+    for (const std::int16_t value : values)
+        writer.WriteI16(value);
+    return out;
+}
+
+void AppendWorldMap(Bytes& out, std::span<const Polyline> lines)
+{
+    constexpr double HalfRange = 2147483648.0;
+    ByteWriter writer(out);
+    for (const Polyline& line : lines) {
+        for (const LatLon& vertex : line) {
+            writer.WriteI32(RoundTo<std::int32_t>(vertex.Lat / 90 * HalfRange));
+            writer.WriteI32(RoundTo<std::int32_t>(vertex.Lon / 180 * HalfRange));
+        }
+        writer.WriteZeros(8);
+    }
+}
+
+Bytes TerrainFile(std::span<const TerrainSource> points)
+{
+    Bytes out;
+    ByteWriter writer(out);
+    for (const TerrainSource& point : points) {
+        writer.WriteF64(point.Position.Lat);
+        writer.WriteF64(point.Position.Lon);
+        writer.WriteI32(point.ElevationFt);
+    }
+    return out;
+}
+
+Bytes PlaceholderProgram()
+{
+    return ToBytes(PlaceholderText);
+}
+
+Result<void> PrepareSimulatorFolder(const fs::path& folder)
+{
+    std::error_code error;
+    if (!fs::exists(folder, error) || fs::is_empty(folder, error))
+        return {};
+    const Result<FileBytes> program = ReadWholeFile(folder / "fs2002.exe");
+    if (!program || !std::ranges::equal(program->Span(), PlaceholderProgram()))
+        return Fail(FullName(folder), "holds something else than a demonstration world");
+    fs::remove_all(folder, error);
+    if (error)
+        return Fail(FullName(folder), error.message());
+    return {};
+}
+} // namespace corvane
