@@ -1,0 +1,64 @@
+#pragma once
+
+#include "core/Geodesy.h"
+#include "core/Records.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+/// A runway as it is flown in one direction.
+struct PracticeRunway {
+    std::string Name; ///< 16R, 9: as the database designates it
+    LatLon Threshold;
+    LatLon FarEnd;
+    double Course = 0; ///< true, along the runway
+    double LengthFt = 0;
+    double ElevationFt = 0;
+    bool HasIls = false;
+};
+
+struct PracticeAirport {
+    std::string Icao;
+    LatLon Position;
+    double ElevationFt = 0;
+    std::vector<PracticeRunway> Runways; ///< both directions of each
+    std::vector<LatLon> Stands;          ///< parking spots; empty where the database has none
+
+    /// The runway in use for an aircraft that needs a length: with ILS before without, then the longest.
+    /// Null when none is long enough.
+    [[nodiscard]] const PracticeRunway* RunwayInUse(double lengthFt) const noexcept;
+    /// The runway of a name, leading zeros aside (09L is 9L); null when there is none.
+    [[nodiscard]] const PracticeRunway* FindRunway(std::string_view name) const noexcept;
+    /// Where an aircraft stands: a parking spot by number, or one made beside the runways where there is none.
+    [[nodiscard]] LatLon Stand(std::size_t number) const noexcept;
+};
+
+struct PracticeFix {
+    std::string Ident;
+    LatLon Position;
+};
+
+/// The world that the practice pilots fly in: the airports and navaids of an area, cleaned of records that cannot be
+/// flown (no position, runways without length).
+class PracticeScene {
+public:
+    PracticeScene(std::span<const AirportRecord> airports, std::span<const NavaidRecord> vors,
+                  std::span<const NavaidRecord> ndbs, LatLon center);
+
+    [[nodiscard]] LatLon Center() const noexcept { return m_center; }
+    [[nodiscard]] const std::vector<PracticeAirport>& Airports() const noexcept { return m_airports; }
+    /// By ICAO code in capitals; null when there is none.
+    [[nodiscard]] const PracticeAirport* FindAirport(std::string_view icao) const noexcept;
+    /// The airport, VOR or NDB of a name in capitals that is nearest to a position; null when there is none.
+    [[nodiscard]] const LatLon* FindPlace(std::string_view ident, const LatLon& nearTo) const noexcept;
+
+private:
+    LatLon m_center;
+    std::vector<PracticeAirport> m_airports;
+    std::vector<PracticeFix> m_fixes;
+};
+} // namespace corvane
