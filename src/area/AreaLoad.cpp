@@ -253,4 +253,24 @@ Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std:
     area = std::move(fresh);
     return {};
 }
+
+Result<void> LoadAirportArea(const std::filesystem::path& appFolder, const SettingsRecord& counts,
+                             std::string_view airportEntry, std::vector<AirspaceRecord>& allAirspaces, AreaModel& area,
+                             LoadProgress& progress)
+{
+    Result<AreaFiles> files = OpenAreaFiles(appFolder);
+    if (!files)
+        return files.error();
+    return LoadAirportArea(*files, counts, airportEntry, allAirspaces, area, progress);
+}
+
+Result<void> LoadSectorArea(const std::filesystem::path& appFolder, const SettingsRecord& counts,
+                            std::string_view sectorName, std::vector<AirspaceRecord>& allAirspaces, AreaModel& area,
+                            LoadProgress& progress)
+{
+    Result<AreaFiles> files = OpenAreaFiles(appFolder);
+    if (!files)
+        return files.error();
+    return LoadSectorArea(*files, counts, sectorName, allAirspaces, area, progress);
+}
 } // namespace corvane
