@@ -59,9 +59,9 @@ static ByteReader PayloadReader(ByteSpan message) noexcept
 
 static Error EndsEarly(MessageType type, ByteSpan message, std::int64_t needed)
 {
-    return Fail(std::string(MessageTypeName(type)),
-                "ends after " + NumberText(static_cast<std::int64_t>(message.size())) + " of " + NumberText(needed) +
-                    " bytes");
+    return Fail(std::string(MessageTypeName(type)), "ends after " +
+                                                        NumberText(static_cast<std::int64_t>(message.size())) + " of " +
+                                                        NumberText(needed) + " bytes");
 }
 
 /// Reads count bytes as text, without the zero bytes, wherever they stand; nothing where they reach over the end.
@@ -148,8 +148,7 @@ Result<ChatTextMessage> DecodeChatText(const MessageHeader& header, ByteSpan mes
     return ChatTextMessage{std::move(*text)};
 }
 
-template <class T>
-static Result<Message> AsMessage(Result<T> decoded)
+template <class T> static Result<Message> AsMessage(Result<T> decoded)
 {
     if (!decoded)
         return decoded.error();

@@ -10,9 +10,16 @@ void PlayerTable::Append(std::string_view name, std::int32_t id, std::string_vie
     AddToIndex(m_players.size() - 1);
 }
 
-void PlayerTable::Remove(std::size_t index)
+void PlayerTable::Remove(std::span<const std::size_t> indices)
 {
-    m_players.erase(m_players.begin() + static_cast<std::ptrdiff_t>(index));
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < m_players.size(); ++i) {
+        if (!indices.empty() && indices.front() == i)
+            indices = indices.subspan(1);
+        else if (kept++ != i)
+            m_players[kept - 1] = std::move(m_players[i]);
+    }
+    m_players.resize(kept);
     m_firstWithId.clear(); // every later entry has moved
     m_nextWithId.clear();
     for (std::size_t i = 0; i < m_players.size(); ++i)

@@ -38,8 +38,8 @@ struct PlayerRecord {
 class PlayerTable {
 public:
     void Append(std::string_view name, std::int32_t id, std::string_view role);
-    /// Takes an entry out; those after it move down one place.
-    void Remove(std::size_t index);
+    /// Takes entries out, whose indices must ascend; those after them move down.
+    void Remove(std::span<const std::size_t> indices);
     void Empty() noexcept;
 
     /// The first entry, in table order, that is the member with this id and current friendly name.

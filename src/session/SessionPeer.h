@@ -88,8 +88,8 @@ public:
     virtual Result<std::int32_t> GetMessageCount(PlayerId player) = 0;
     /// The oldest waiting message; an Error when none waits.
     virtual Result<ReceivedMessage> Receive(std::uint32_t flags) = 0;
-    /// Copies the message before it returns. To AllPlayers it goes to every player but the sender. A message to a player
-    /// that has just left is lost without an Error: its sender cannot have known.
+    /// Copies the message before it returns. To AllPlayers it goes to every player but the sender. A message to a
+    /// player that has just left is lost without an Error: its sender cannot have known.
     virtual Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) = 0;
     /// Also answers for a player that has left while messages from it wait to be received.
     virtual Result<std::string> GetPlayerFriendlyName(PlayerId player) = 0;

@@ -1,0 +1,52 @@
+#include "session/ChatLog.h"
+
+#include "session/MessageCodec.h"
+
+namespace corvane {
+static constexpr std::string_view LineEnd = "\r\n";
+
+void ChatLog::AddChatLine(std::string_view from, std::string_view text)
+{
+    std::string line(from);
+    line += ": ";
+    line += text;
+    line += LineEnd;
+    m_history.insert(0, line);
+    if (m_history.size() > HistoryLimit) {
+        const std::size_t lastWhole = m_history.rfind(LineEnd, HistoryLimit - LineEnd.size());
+        m_history.resize(lastWhole == std::string::npos ? HistoryLimit : lastWhole + LineEnd.size());
+    }
+}
+
+void ChatLog::RefreshPlayerList(const PlayerTable& players)
+{
+    m_members.clear();
+    for (const PlayerRecord& player : players.Players())
+        m_members.push_back(player.Name);
+}
+
+void ChatLog::Clear()
+{
+    m_history = Banner;
+    m_members.clear();
+}
+
+static Result<void> SendLine(const SessionState& session, std::string_view text, ChatLog& log)
+{
+    const auto name = OwnFriendlyName(session); // first, so that a line that was sent can be shown
+    if (!name)
+        return name.error();
+    if (auto sent = SendFromOwnPlayer(session, AllPlayers, EncodeMessage(ChatTextMessage{std::string(text)})); !sent)
+        return sent;
+    log.AddChatLine(*name, text);
+    return {};
+}
+
+bool SendChat(const SessionState& session, std::string_view text, ChatLog& log, MessageBoxes& boxes)
+{
+    if (!session.HasOwnPlayer() || SendLine(session, text, log))
+        return true;
+    boxes.Inform("Failed to send message. Try to send it again.");
+    return false;
+}
+} // namespace corvane

@@ -1,0 +1,302 @@
+#include "session/MessagePump.h"
+
+#include "core/Geodesy.h"
+#include "session/BusyFlag.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+static constexpr std::string_view RemovedText =
+    "The host had removed you from the session, Corvane closes multiplayer session.";
+
+MessagePump::MessagePump(SessionState& session, PlayerTable& players, const MagVarGrid& magVar, PumpEvents& events,
+                         MessageBoxes& boxes) noexcept
+    : m_session(session), m_players(players), m_magVar(magVar), m_events(events), m_boxes(boxes)
+{
+}
+
+void MessagePump::Start()
+{
+    m_isSessionHost = false;
+    static_cast<void>( // the upkeep tick asks again
+        SendFromOwnPlayer(m_session, AllPlayers, EncodeMessage(PlainMessage{MessageType::IdentifyRequest})));
+}
+
+void MessagePump::PumpTick()
+{
+    if (m_busy || !m_session.HasOwnPlayer())
+        return;
+    const BusyFlag busy(m_busy);
+    m_senders.clear();
+    if (const auto drained = Drain(); !drained) {
+        m_lastError = drained.error();
+        static_cast<void>(EndSession(RemovedText));
+    }
+}
+
+Result<MessagePump::Flow> MessagePump::Drain()
+{
+    const auto count = m_session.SessionPeer->GetMessageCount(m_session.OwnPlayerId);
+    if (!count)
+        return count.error();
+    for (std::int32_t i = 0; i < *count; ++i) {
+        const auto message = m_session.SessionPeer->Receive(ReceiveAll);
+        if (!message)
+            return message.error();
+        auto flow = Handle(*message);
+        if (!flow || *flow == Flow::SessionOver)
+            return flow;
+    }
+    return Flow::GoOn;
+}
+
+Result<MessagePump::Flow> MessagePump::GoOnAfter(const Result<void>& handled)
+{
+    return handled ? Result<Flow>(Flow::GoOn) : handled.error();
+}
+
+Result<MessagePump::Flow> MessagePump::Handle(const ReceivedMessage& message)
+{
+    if (message.From == SystemSender)
+        return Flow::GoOn; // the transport's own messages may be shorter than a header
+    const auto header = DecodeHeader(message.Content);
+    if (!header)
+        return header.error();
+    switch (header->Type) {
+    case MessageType::HostLeft: return HandleHostLeft();
+    case MessageType::RemovedByHost: return EndSession(RemovedText);
+    case MessageType::ChatText: return GoOnAfter(HandleChat(*header, message));
+    case MessageType::JoinRequest:
+        return GoOnAfter(Admit(message.From, MessageType::PilotAnnounce, MessageType::JoinRefused));
+    case MessageType::ObserverJoinRequest:
+        return GoOnAfter(Admit(message.From, MessageType::ObserverAnnounce, MessageType::ObserverJoinRefused));
+    default: return m_session.SessionJoined ? GoOnAfter(HandleJoined(*header, message)) : Flow::GoOn;
+    }
+}
+
+/// The messages that matter only once the host has admitted this program.
+Result<void> MessagePump::HandleJoined(const MessageHeader& header, const ReceivedMessage& message)
+{
+    switch (header.Type) {
+    case MessageType::PilotAnnounce:
+    case MessageType::ObserverAnnounce: return HandleAnnounce(header, message);
+    case MessageType::IdentifyRequest:
+        return SendFromOwnPlayer(m_session, message.From,
+                                 EncodeMessage(AnnounceMessage{MessageType::PilotAnnounce, m_session.OwnPlayerId}));
+    case MessageType::AircraftInfo: return HandleAircraftInfo(header, message);
+    case MessageType::PositionShort:
+    case MessageType::PositionFull: return HandlePosition(header, message);
+    default: return {};
+    }
+}
+
+Result<void> MessagePump::Admit(PlayerId sender, MessageType welcome, MessageType refusal)
+{
+    if (!m_isSessionHost)
+        return {};
+    const auto entry = FindEntry(sender);
+    if (!entry)
+        return entry.error();
+    const bool welcomed = !*entry && std::cmp_less_equal(m_players.PlayerCount(), m_session.SessionMaxPlayers);
+    return SendFromOwnPlayer(m_session, sender,
+                             welcomed ? EncodeMessage(AnnounceMessage{welcome, sender})
+                                      : EncodeMessage(PlainMessage{refusal}));
+}
+
+Result<void> MessagePump::HandleAnnounce(const MessageHeader& header, const ReceivedMessage& message)
+{
+    if (const auto announce = DecodeAnnounce(header, message.Content); !announce)
+        return announce.error();
+    const auto found = FindSender(message.From);
+    if (!found)
+        return found.error();
+    Sender& sender = **found;
+    if (sender.Entry || m_players.PlayerCount() >= MaxPlayers)
+        return {};
+    m_players.Append(sender.Name, message.From, header.Type == MessageType::PilotAnnounce ? PilotRole : ObserverRole);
+    sender.Entry = m_players.PlayerCount() - 1;
+    m_events.RefreshPlayerList();
+    m_events.PlayerAdded(m_players.Players().back());
+    return {};
+}
+
+Result<void> MessagePump::HandleAircraftInfo(const MessageHeader& header, const ReceivedMessage& message)
+{
+    const auto entry = FindEntry(message.From);
+    if (!entry)
+        return entry.error();
+    if (!*entry)
+        return {};
+    const auto info = DecodeAircraftInfo(header, message.Content);
+    if (!info)
+        return info.error();
+    for (auto index = *entry; index; index = m_players.FindNextPlayer(*index)) {
+        PlayerRecord& player = m_players.Players()[*index];
+        player.AircraftType = info->AircraftType;
+        player.AircraftTitle = info->AircraftTitle;
+        m_events.PlayerUpdated(player);
+    }
+    return {};
+}
+
+Result<void> MessagePump::HandlePosition(const MessageHeader& header, const ReceivedMessage& message)
+{
+    const auto entry = FindEntry(message.From);
+    if (!entry)
+        return entry.error();
+    if (!*entry)
+        return {};
+    const auto position = DecodePosition(header, message.Content);
+    if (!position)
+        return position.error();
+    for (auto index = *entry; index; index = m_players.FindNextPlayer(*index)) {
+        PlayerRecord& player = m_players.Players()[*index];
+        UpdatePosition(player, *position);
+        m_events.PlayerUpdated(player);
+    }
+    return {};
+}
+
+void MessagePump::UpdatePosition(PlayerRecord& player, const PositionMessage& position) const
+{
+    player.Latitude = position.Latitude;
+    player.Longitude = position.Longitude;
+    player.AltitudeFt = position.AltitudeFt;
+    player.MagHeading = MagneticFromTrue(m_magVar, position.TrueHeading, position.Latitude, position.Longitude);
+    player.GroundSpeedKt = position.GroundSpeedKt;
+}
+
+Result<void> MessagePump::HandleChat(const MessageHeader& header, const ReceivedMessage& message)
+{
+    const auto chat = DecodeChatText(header, message.Content);
+    if (!chat)
+        return chat.error();
+    if (chat->Text.empty())
+        return {};
+    const auto sender = FindSender(message.From);
+    if (!sender)
+        return sender.error();
+    m_events.AddChatLine((*sender)->Name, chat->Text);
+    return {};
+}
+
+Result<MessagePump::Flow> MessagePump::HandleHostLeft()
+{
+    const auto members = m_session.SessionPeer->GetDPEnumPlayers(m_session.SessionGuid, 0);
+    if (!members)
+        return members.error();
+    PruneDepartedPlayers(*members);
+    if (m_players.PlayerCount() != 1) {
+        m_isSessionHost = true;
+        return Inform("The original host had left the session, Corvane is now hosting the session.")
+                   ? Flow::GoOn
+                   : Flow::SessionOver;
+    }
+    const auto ownName = OwnFriendlyName(m_session);
+    if (!ownName)
+        return ownName.error();
+    if (!IsPlayer(m_players.Players().front(), m_session.OwnPlayerId, *ownName))
+        return Flow::GoOn;
+    return EndSession("The FS multiplayer connection was lost, Corvane closes multiplayer session.");
+}
+
+MessagePump::Flow MessagePump::EndSession(std::string_view text)
+{
+    if (Inform(text))
+        m_events.Disconnect();
+    return Flow::SessionOver;
+}
+
+/// Shows a box. Whatever the program allows meanwhile, names and entries may have changed when it closes; returns
+/// whether the session is still the same.
+bool MessagePump::Inform(std::string_view text)
+{
+    const SessionPeer* peer = m_session.SessionPeer.get();
+    const PlayerId ownId = m_session.OwnPlayerId;
+    m_boxes.Inform(text);
+    m_senders.clear();
+    return m_session.SessionPeer.get() == peer && m_session.OwnPlayerId == ownId;
+}
+
+void MessagePump::UpkeepTick()
+{
+    if (m_busy || !m_session.HasOwnPlayer())
+        return;
+    const BusyFlag busy(m_busy);
+    if (const auto members = m_session.SessionPeer->GetDPEnumPlayers(m_session.SessionGuid, 0)) {
+        PruneDepartedPlayers(*members);
+        AskUnknownMembers(*members);
+    }
+    AskForAircraft();
+}
+
+void MessagePump::PruneDepartedPlayers(std::span<const SessionMember> members)
+{
+    std::vector<std::pair<PlayerId, std::string_view>> present;
+    present.reserve(members.size());
+    for (const SessionMember& member : members)
+        present.emplace_back(member.Id, member.ShortName);
+    std::sort(present.begin(), present.end());
+    std::vector<std::size_t> departed;
+    for (std::size_t i = 0; i < m_players.PlayerCount(); ++i) {
+        const PlayerRecord& player = m_players.Players()[i];
+        if (!std::binary_search(present.begin(), present.end(),
+                                std::pair(player.PlayerId, std::string_view(player.Name))))
+            departed.push_back(i);
+    }
+    if (departed.empty())
+        return;
+    for (const std::size_t index : departed)
+        m_events.PlayerRemoved(m_players.Players()[index]);
+    m_players.Remove(departed);
+    m_senders.clear();
+    m_events.RefreshPlayerList();
+}
+
+void MessagePump::AskUnknownMembers(std::span<const SessionMember> members)
+{
+    const Bytes request = EncodeMessage(PlainMessage{MessageType::IdentifyRequest});
+    for (const SessionMember& member : members) {
+        if (!m_players.FindPlayer(member.Id, member.ShortName))
+            static_cast<void>(SendFromOwnPlayer(m_session, member.Id, request)); // asked again next time
+    }
+}
+
+void MessagePump::AskForAircraft()
+{
+    const Bytes request = EncodeMessage(PlainMessage{MessageType::AircraftInfoRequest});
+    const auto ownName = OwnFriendlyName(m_session);
+    for (const PlayerRecord& player : m_players.Players()) {
+        const bool isOther = ownName ? EligiblePilot(player, m_session.OwnPlayerId, *ownName)
+                                     : player.Role == PilotRole && player.PlayerId != m_session.OwnPlayerId;
+        if (isOther)
+            static_cast<void>(SendFromOwnPlayer(m_session, player.PlayerId, request)); // asked again next time
+    }
+}
+
+Result<MessagePump::Sender*> MessagePump::FindSender(PlayerId id)
+{
+    if (const auto known = m_senders.find(id); known != m_senders.end())
+        return &known->second;
+    auto name = m_session.SessionPeer->GetPlayerFriendlyName(id);
+    if (!name)
+        return name.error();
+    const auto entry = m_players.FindPlayer(id, *name);
+    return &m_senders.insert_or_assign(id, Sender{std::move(*name), entry}).first->second;
+}
+
+/// The first entry that is the sender. A sender whose id no entry has is not asked for its name.
+Result<std::optional<std::size_t>> MessagePump::FindEntry(PlayerId id)
+{
+    if (const auto known = m_senders.find(id); known != m_senders.end())
+        return known->second.Entry;
+    if (!m_players.HasId(id))
+        return std::optional<std::size_t>();
+    const auto sender = FindSender(id);
+    if (!sender)
+        return sender.error();
+    return (*sender)->Entry;
+}
+} // namespace corvane
