@@ -50,9 +50,8 @@ public:
     Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName, std::int32_t event,
                                   std::uint32_t flags) override
     {
-        return Delegate("CreatePlayer", [&](SessionPeer& peer) {
-            return peer.CreatePlayer(friendlyName, formalName, event, flags);
-        });
+        return Delegate("CreatePlayer",
+                        [&](SessionPeer& peer) { return peer.CreatePlayer(friendlyName, formalName, event, flags); });
     }
     Result<void> SetPlayerName(PlayerId player, std::string_view friendlyName) override
     {
@@ -89,8 +88,7 @@ public:
     }
     Result<std::string> GetPlayerFriendlyName(PlayerId player) override
     {
-        return Delegate("GetPlayerFriendlyName",
-                        [&](SessionPeer& peer) { return peer.GetPlayerFriendlyName(player); });
+        return Delegate("GetPlayerFriendlyName", [&](SessionPeer& peer) { return peer.GetPlayerFriendlyName(player); });
     }
     Result<void> DestroyPlayer(PlayerId player) override
     {

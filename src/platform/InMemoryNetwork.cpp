@@ -32,8 +32,7 @@ std::vector<SessionEntry> InMemoryNetwork::Listing(std::uint32_t flags) const
     for (const auto& session : m_sessions) {
         const SessionEntry entry = session->Listing();
         const bool needsPassword = (entry.Flags & SessionPasswordRequired) != 0;
-        if (!session->IsLost() && !session->IsFull() &&
-            (!needsPassword || (flags & EnumSessionsPasswordRequired) != 0))
+        if (!session->IsLost() && !session->IsFull() && (!needsPassword || (flags & EnumSessionsPasswordRequired) != 0))
             entries.push_back(entry);
     }
     return entries;
@@ -241,8 +240,7 @@ Result<std::int32_t> InMemoryPeer::CreateGroup(std::string_view shortName)
     return m_session->CreateGroup(shortName);
 }
 
-Result<std::vector<SessionMember>> InMemoryPeer::GetDPEnumGroups(std::string_view sessionGuid,
-                                                                 std::uint32_t /*flags*/)
+Result<std::vector<SessionMember>> InMemoryPeer::GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t /*flags*/)
 {
     if (auto ready = InSession("GetDPEnumGroups", sessionGuid); !ready)
         return ready.error();
@@ -256,8 +254,7 @@ Result<void> InMemoryPeer::AddPlayerToGroup(std::int32_t group, PlayerId player)
     return m_session->AddToGroup(group, player);
 }
 
-Result<std::vector<SessionMember>> InMemoryPeer::GetDPEnumPlayers(std::string_view sessionGuid,
-                                                                  std::uint32_t /*flags*/)
+Result<std::vector<SessionMember>> InMemoryPeer::GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t /*flags*/)
 {
     if (auto ready = InSession("GetDPEnumPlayers", sessionGuid); !ready)
         return ready.error();
@@ -287,8 +284,8 @@ Result<void> InMemoryPeer::Send(PlayerId from, PlayerId to, std::uint32_t /*flag
     if (auto ready = InSession("Send"); !ready)
         return ready;
     if (message.size() > InMemoryNetwork::MessageLimit)
-        return Fail("Send", "a message of " + NumberText(static_cast<std::int64_t>(message.size())) +
-                                " bytes is too long");
+        return Fail("Send",
+                    "a message of " + NumberText(static_cast<std::int64_t>(message.size())) + " bytes is too long");
     return m_session->Send(m_machine, from, to, message);
 }
 
