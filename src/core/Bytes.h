@@ -12,6 +12,15 @@ namespace corvane {
 using Bytes = std::vector<std::uint8_t>;
 using ByteSpan = std::span<const std::uint8_t>;
 
+/// The little-endian number of Count bytes that starts at bytes. The fixed size lets the compiler make it one load.
+template <std::size_t Count> constexpr std::uint64_t LittleEndian(const std::uint8_t* bytes) noexcept
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < Count; ++i)
+        value |= std::uint64_t{bytes[i]} << (8 * i);
+    return value;
+}
+
 /// Reads little-endian fields one after another from borrowed bytes.
 ///
 /// A read that needs bytes beyond the end gives 0 or an empty text and makes the reader fail; every later read then
@@ -24,12 +33,12 @@ public:
     [[nodiscard]] std::size_t Position() const noexcept { return m_position; }
     [[nodiscard]] std::size_t Left() const noexcept { return m_bytes.size() - m_position; }
 
-    std::uint8_t ReadU8() noexcept { return static_cast<std::uint8_t>(ReadLittleEndian(1)); }
-    std::uint16_t ReadU16() noexcept { return static_cast<std::uint16_t>(ReadLittleEndian(2)); }
-    std::int16_t ReadI16() noexcept { return static_cast<std::int16_t>(ReadLittleEndian(2)); }
-    std::uint32_t ReadU32() noexcept { return static_cast<std::uint32_t>(ReadLittleEndian(4)); }
-    std::int32_t ReadI32() noexcept { return static_cast<std::int32_t>(ReadLittleEndian(4)); }
-    double ReadF64() noexcept { return std::bit_cast<double>(ReadLittleEndian(8)); }
+    std::uint8_t ReadU8() noexcept { return static_cast<std::uint8_t>(ReadLittleEndian<1>()); }
+    std::uint16_t ReadU16() noexcept { return static_cast<std::uint16_t>(ReadLittleEndian<2>()); }
+    std::int16_t ReadI16() noexcept { return static_cast<std::int16_t>(ReadLittleEndian<2>()); }
+    std::uint32_t ReadU32() noexcept { return static_cast<std::uint32_t>(ReadLittleEndian<4>()); }
+    std::int32_t ReadI32() noexcept { return static_cast<std::int32_t>(ReadLittleEndian<4>()); }
+    double ReadF64() noexcept { return std::bit_cast<double>(ReadLittleEndian<8>()); }
 
     /// The next count bytes, borrowed.
     ByteSpan ReadBytes(std::size_t count) noexcept
@@ -57,14 +66,11 @@ private:
         return true;
     }
 
-    std::uint64_t ReadLittleEndian(std::size_t count) noexcept
+    template <std::size_t Count> std::uint64_t ReadLittleEndian() noexcept
     {
-        if (!Take(count))
+        if (!Take(Count))
             return 0;
-        std::uint64_t value = 0;
-        for (std::size_t i = 0; i < count; ++i)
-            value |= std::uint64_t{m_bytes[m_position - count + i]} << (8 * i);
-        return value;
+        return LittleEndian<Count>(m_bytes.data() + (m_position - Count));
     }
 
     ByteSpan m_bytes;
