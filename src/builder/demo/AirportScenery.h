@@ -7,7 +7,7 @@
 
 namespace corvane {
 /// The busiest airports, by rank from 0, have the largest aprons and Class B areas.
-inline constexpr std::size_t BusiestAirports = 60;
+inline constexpr std::size_t BusiestAirports = 64;
 
 /// The apron of an airport: 60 stands at the busiest, 40 and 20 at large ones, 8 and 4 at the rest.
 ApronStyle ApronOf(const AirportSource& airport, std::size_t rank);

@@ -1,5 +1,6 @@
 #include "builder/demo/GroundPlan.h"
 
+#include "builder/demo/GroundNetwork.h"
 #include "core/Geodesy.h"
 #include "core/NumberText.h"
 #include "core/Rounding.h"
@@ -7,28 +8,28 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <string_view>
 
 namespace corvane {
 namespace {
-constexpr double EndInsetM = 30;     ///< runway paths end this far inside the pavement
-constexpr double HoldShortM = 75;    ///< from the centre line
-constexpr double RunwayClearM = 100; ///< of taxiways to other runways
-constexpr double TaxiwayClearM = 40; ///< of taxiways to one another
-constexpr double ConnectorEveryM = 700;
-constexpr double LongestLinkM = 5000;
+using Node = GroundNetwork::Node;
+using NodeRun = GroundNetwork::NodeRun;
 
-/// Measures of the apron, metres; distances across are counted from the parallel taxiway.
+constexpr double EndInsetM = 30;  ///< runway paths end this far inside the pavement
+constexpr double HoldShortM = 75; ///< from the centre line
+
+/// Measures of the apron and its taxiway in metres.
 struct ApronMeasures {
-    double LaneAt = 0; ///< of the first lane
-    double LaneEvery = 190;
+    double TaxiwayAt = 0; ///< the parallel taxiway, from the runway
+    double LaneAt = 0;    ///< the first lane, from the taxiway
+    double LaneEvery = 0;
     double StandAt = 0;    ///< from its lane
     double StandEvery = 0; ///< along the lane
     double StandRadius = 0;
-    double TaxiwayAt = 0; ///< of the parallel taxiway from the runway
 };
+constexpr ApronMeasures GateMeasures{180, 110, 190, 60, 65, 28};
+constexpr ApronMeasures SmallMeasures{150, 70, 120, 40, 45, 15};
 
-/// A runway's own axes: along from its first end to the other, across to the side chosen for its taxiway.
+/// A runway's own axes: along it from the first end to the other, and across to the right.
 struct RunwayFrame {
     GroundVector Center;
     GroundVector Along;
@@ -36,9 +37,10 @@ struct RunwayFrame {
     double Half = 0;
 
     [[nodiscard]] GroundVector At(double along, double right) const { return Center + Along * along + Right * right; }
+    [[nodiscard]] GroundSegment CenterLine() const { return {At(-Half, 0), At(Half, 0)}; }
 };
 
-/// A place for the apron.
+/// A place for the apron beside its runway.
 struct ApronSite {
     double Side = 1;   ///< +1 right of the runway, -1 left
     double Middle = 0; ///< along the runway
@@ -46,154 +48,85 @@ struct ApronSite {
     double Far = 0; ///< outer edge, across
 };
 
+/// A way across the lanes, beside the stands, and how far it has come.
+struct LinkWay {
+    double Along;
+    Node Last;
+    std::int32_t Name;
+};
+
+struct LaneNode {
+    double Along;
+    Node At;
+    bool HasStands;
+};
+
 class GroundPlanner {
 public:
-    GroundPlanner(std::span<const PlannedRunway> runways, const ApronStyle& style);
+    GroundPlanner(std::vector<RunwayFrame> frames, const ApronStyle& style);
     GroundLayout Plan();
 
 private:
-    struct Node {
-        std::int32_t Index = 0;
-        GroundVector At;
-    };
-    using NodeRun = std::vector<Node>;
-
-    static ApronMeasures MeasuresFor(const ApronStyle& style);
-    Node AddPoint(GroundVector at, GroundPointKind kind = GroundPointKind::Normal);
-    void AddPath(GroundPathKind kind, const Node& from, const Node& to, std::int32_t name);
-    std::int32_t AddName(std::string name);
-    std::string NextLetters();
-
-    [[nodiscard]] double RunwayClearance(GroundVector at, std::size_t except) const;
-    [[nodiscard]] double TaxiwayClearance(GroundVector at) const;
-    [[nodiscard]] bool CrossesTaxiway(const GroundSegment& segment) const;
-    [[nodiscard]] bool CrossesRunway(const GroundSegment& segment, std::size_t except) const;
-    [[nodiscard]] bool HasRoom(GroundVector at, std::size_t runway) const;
-
     [[nodiscard]] double SiteScore(const ApronSite& site) const;
     [[nodiscard]] ApronSite ChooseApron() const;
-    [[nodiscard]] std::vector<double> CrossPlaces() const;
-    [[nodiscard]] std::vector<double> Stations(std::size_t runway) const;
+    [[nodiscard]] std::vector<double> LinkPlaces() const;
     [[nodiscard]] double ChooseSide(std::size_t runway) const;
 
     NodeRun LayRunwayPaths(std::size_t runway);
-    void LayConnector(std::size_t runway, const Node& onRunway, const Node& onTaxiway, double side,
+    bool LayConnector(std::size_t runway, const Node& onRunway, const Node& onTaxiway, double side,
                       const std::string& name);
-    std::vector<NodeRun> LayTaxiway(std::size_t runway, double side, std::span<const double> extraPlaces);
+    std::vector<NodeRun> LayTaxiway(std::size_t runway, double side, const std::vector<double>& extraPlaces);
     void LayApron(const NodeRun& taxiway);
-    void LayStands(int lane, double laneAt, const Node& node, double along, int& number);
+    void LayLane(int lane, std::vector<LinkWay>& links);
+    void LayStands(int lane, const LaneNode& node, int& number);
     void LayStand(const Node& from, GroundVector at, SpotWord word, int number, double radius);
-    void Link(const NodeRun& run);
+    [[nodiscard]] double LaneAt(int lane) const
+    {
+        return m_measures.TaxiwayAt + m_measures.LaneAt + lane * m_measures.LaneEvery;
+    }
 
-    std::span<const PlannedRunway> m_runways;
+    std::vector<RunwayFrame> m_frames;
     ApronStyle m_style;
     ApronMeasures m_measures;
-    std::vector<RunwayFrame> m_frames;
-    std::size_t m_main = 0;
+    GroundNetwork m_network;
+    std::size_t m_main = 0; ///< the runway that the apron lies at
     ApronSite m_apron;
-    GroundLayout m_layout;
-    std::vector<GroundSegment> m_taxiways; ///< everything laid so far but runways
-    std::vector<Node> m_network;           ///< where further taxiways may join
-    int m_lettersUsed = 0;
-    int m_parkingNumber = 0;
+    int m_generalSpots = 0;
 };
-
-RunwayFrame FrameOf(const PlannedRunway& runway)
-{
-    const double heading = runway.TrueHeading * RadiansPerDegree;
-    const GroundVector along{std::sin(heading), std::cos(heading)};
-    return {runway.Center, along, {along.North, -along.East}, std::max(runway.LengthM / 2 - EndInsetM, 30.0)};
-}
 } // namespace
 
-GroundPlanner::GroundPlanner(std::span<const PlannedRunway> runways, const ApronStyle& style)
-    : m_runways(runways), m_style(style), m_measures(MeasuresFor(style))
+static RunwayFrame FrameOf(const PlannedRunway& runway)
 {
-    std::transform(runways.begin(), runways.end(), std::back_inserter(m_frames), FrameOf);
-    const auto longest = std::max_element(m_frames.begin(), m_frames.end(),
-                                          [](const RunwayFrame& a, const RunwayFrame& b) { return a.Half < b.Half; });
-    m_main = static_cast<std::size_t>(longest - m_frames.begin());
+    constexpr double ShortestHalfM = 30;
+    const double heading = runway.TrueHeading * RadiansPerDegree;
+    const GroundVector along{std::sin(heading), std::cos(heading)};
+    return {runway.Center, along, {along.North, -along.East}, std::max(runway.LengthM / 2 - EndInsetM, ShortestHalfM)};
 }
 
-ApronMeasures GroundPlanner::MeasuresFor(const ApronStyle& style)
+static std::vector<GroundSegment> CenterLines(const std::vector<RunwayFrame>& frames)
 {
-    ApronMeasures measures;
-    measures.LaneAt = style.Gates ? 110 : 70;
-    measures.StandAt = style.Gates ? 60 : 40;
-    measures.StandEvery = style.Gates ? 65 : 45;
-    measures.StandRadius = style.Gates ? 28 : 15;
-    measures.TaxiwayAt = style.Gates ? 180 : 150;
-    return measures;
+    std::vector<GroundSegment> lines;
+    for (const RunwayFrame& frame : frames)
+        lines.push_back(frame.CenterLine());
+    return lines;
 }
 
-GroundPlanner::Node GroundPlanner::AddPoint(GroundVector at, GroundPointKind kind)
+/// The runway that is long and near the reference point: the buildings stand there.
+static std::size_t MainRunway(const std::vector<RunwayFrame>& frames)
 {
-    m_layout.Points.push_back({kind, at.East, at.North});
-    return {static_cast<std::int32_t>(m_layout.Points.size()) - 1, at};
+    const auto worth = [](const RunwayFrame& frame) { return 2 * frame.Half - Length(frame.Center); };
+    const auto best = std::max_element(frames.begin(), frames.end(),
+                                       [&](const RunwayFrame& a, const RunwayFrame& b) { return worth(a) < worth(b); });
+    return static_cast<std::size_t>(best - frames.begin());
 }
 
-void GroundPlanner::AddPath(GroundPathKind kind, const Node& from, const Node& to, std::int32_t name)
+GroundPlanner::GroundPlanner(std::vector<RunwayFrame> frames, const ApronStyle& style)
+    : m_frames(std::move(frames)),
+      m_style(style),
+      m_measures(style.Gates ? GateMeasures : SmallMeasures),
+      m_network(CenterLines(m_frames)),
+      m_main(MainRunway(m_frames))
 {
-    m_layout.Paths.push_back({kind, from.Index, to.Index, name});
-    if (kind != GroundPathKind::Runway)
-        m_taxiways.push_back({from.At, to.At});
-}
-
-std::int32_t GroundPlanner::AddName(std::string name)
-{
-    m_layout.Names.push_back(std::move(name));
-    return static_cast<std::int32_t>(m_layout.Names.size()) - 1;
-}
-
-/// A, B, .. Z, AA, AB, ..; I, O and X are not used for taxiways, they are read as figures and crossings.
-std::string GroundPlanner::NextLetters()
-{
-    constexpr std::string_view Letters = "ABCDEFGHJKLMNPQRSTUVWYZ";
-    const int used = m_lettersUsed++;
-    const auto count = static_cast<int>(Letters.size());
-    std::string letters(1, Letters[static_cast<std::size_t>(used % count)]);
-    return used < count ? letters : Letters.front() + letters;
-}
-
-double GroundPlanner::RunwayClearance(GroundVector at, std::size_t except) const
-{
-    double clearance = LongestLinkM;
-    for (std::size_t i = 0; i < m_frames.size(); ++i) {
-        if (i == except)
-            continue;
-        const RunwayFrame& other = m_frames[i];
-        clearance = std::min(clearance, DistanceToSegment(at, {other.At(-other.Half, 0), other.At(other.Half, 0)}));
-    }
-    return clearance;
-}
-
-double GroundPlanner::TaxiwayClearance(GroundVector at) const
-{
-    double clearance = LongestLinkM;
-    for (const GroundSegment& taxiway : m_taxiways)
-        clearance = std::min(clearance, DistanceToSegment(at, taxiway));
-    return clearance;
-}
-
-bool GroundPlanner::CrossesTaxiway(const GroundSegment& segment) const
-{
-    return std::any_of(m_taxiways.begin(), m_taxiways.end(),
-                       [&](const GroundSegment& taxiway) { return SegmentsCross(taxiway, segment); });
-}
-
-bool GroundPlanner::CrossesRunway(const GroundSegment& segment, std::size_t except) const
-{
-    for (std::size_t i = 0; i < m_frames.size(); ++i) {
-        const RunwayFrame& other = m_frames[i];
-        if (i != except && SegmentsCross({other.At(-other.Half, 0), other.At(other.Half, 0)}, segment))
-            return true;
-    }
-    return false;
-}
-
-bool GroundPlanner::HasRoom(GroundVector at, std::size_t runway) const
-{
-    return RunwayClearance(at, runway) >= RunwayClearM && TaxiwayClearance(at) >= TaxiwayClearM;
 }
 
 /// Far from other runways first, then towards the reference point, then near the runway's middle.
@@ -206,7 +139,7 @@ double GroundPlanner::SiteScore(const ApronSite& site) const
         for (int across = 0; across <= 4; ++across) {
             const double right = m_measures.TaxiwayAt + (site.Far - m_measures.TaxiwayAt) * across / 4;
             const GroundVector at = frame.At(site.Middle + site.HalfLength * along / 2, right * site.Side);
-            clearance = std::min(clearance, RunwayClearance(at, m_main));
+            clearance = std::min(clearance, m_network.RunwayClearance(at, m_main));
         }
     }
     const bool towardsReference = Dot(GroundVector{} - frame.Center, frame.Right) * site.Side > 0;
@@ -215,34 +148,33 @@ double GroundPlanner::SiteScore(const ApronSite& site) const
 
 ApronSite GroundPlanner::ChooseApron() const
 {
-    constexpr double LinkBesideStands = 60;
+    constexpr double LinkBesideStandsM = 60;
     ApronSite site;
-    site.HalfLength = m_style.StandsInRow * m_measures.StandEvery / 2 + LinkBesideStands;
-    site.Far = m_measures.TaxiwayAt + m_measures.LaneAt + (m_style.Lanes - 1) * m_measures.LaneEvery +
-               m_measures.StandAt + m_measures.StandRadius;
-    ApronSite best = site;
-    double bestScore = -LongestLinkM;
+    site.HalfLength = m_style.StandsInRow * m_measures.StandEvery / 2 + LinkBesideStandsM;
+    site.Far = LaneAt(m_style.Lanes - 1) + m_measures.StandAt + m_measures.StandRadius;
+    std::optional<ApronSite> best;
+    double bestScore = 0;
     for (const double side : {1.0, -1.0}) {
         for (const double part : {0.0, 0.3, -0.3, 0.6, -0.6, 0.85, -0.85}) {
             site.Side = side;
             site.Middle = part * std::max(m_frames[m_main].Half - site.HalfLength, 0.0);
-            if (const double score = SiteScore(site); score > bestScore) {
+            const double score = SiteScore(site);
+            if (!best || score > bestScore) {
                 bestScore = score;
                 best = site;
             }
         }
     }
-    return best;
+    return best.value_or(site);
 }
 
-/// Where along the main runway the link taxiways between parallel taxiway and apron run: beside the stands, or where
-/// the runway is shorter than the apron, in its middle.
-std::vector<double> GroundPlanner::CrossPlaces() const
+/// Where along the runway the links between its taxiway and the lanes run: beside the stands, or where the runway is
+/// shorter than the apron, in the middle.
+std::vector<double> GroundPlanner::LinkPlaces() const
 {
-    const double half = m_frames[m_main].Half;
     std::vector<double> places;
     for (const double place : {m_apron.Middle - m_apron.HalfLength, m_apron.Middle + m_apron.HalfLength}) {
-        if (std::abs(place) <= half)
+        if (std::abs(place) <= m_frames[m_main].Half)
             places.push_back(place);
     }
     if (places.empty())
@@ -250,13 +182,14 @@ std::vector<double> GroundPlanner::CrossPlaces() const
     return places;
 }
 
-std::vector<double> GroundPlanner::Stations(std::size_t runway) const
+/// Where connectors leave the runway: at both ends and about every 700 m between.
+static std::vector<double> Stations(const RunwayFrame& frame)
 {
-    const double half = m_frames[runway].Half;
-    const int parts = std::clamp(RoundTo<std::int32_t>(2 * half / ConnectorEveryM), 1, 6);
+    constexpr double ConnectorEveryM = 700;
+    const int parts = std::clamp(RoundTo<std::int32_t>(2 * frame.Half / ConnectorEveryM), 1, 6);
     std::vector<double> stations;
     for (int i = 0; i <= parts; ++i)
-        stations.push_back(-half + 2 * half * i / parts);
+        stations.push_back(-frame.Half + 2 * frame.Half * i / parts);
     return stations;
 }
 
@@ -266,106 +199,100 @@ double GroundPlanner::ChooseSide(std::size_t runway) const
     const RunwayFrame& frame = m_frames[runway];
     const GroundVector apron = m_frames[m_main].At(m_apron.Middle, m_apron.Far * m_apron.Side);
     const double facing = Dot(apron - frame.Center, frame.Right) >= 0 ? 1 : -1;
-    const std::vector<double> stations = Stations(runway);
+    const std::vector<double> stations = Stations(frame);
     const auto room = [&](double side) {
         return std::count_if(stations.begin(), stations.end(), [&](double station) {
-            return HasRoom(frame.At(station, m_measures.TaxiwayAt * side), runway);
+            return m_network.HasRoom(frame.At(station, m_measures.TaxiwayAt * side), runway);
         });
     };
     return room(facing) >= room(-facing) ? facing : -facing;
 }
 
-GroundPlanner::NodeRun GroundPlanner::LayRunwayPaths(std::size_t runway)
+NodeRun GroundPlanner::LayRunwayPaths(std::size_t runway)
 {
     NodeRun run;
-    for (const double station : Stations(runway)) {
-        run.push_back(AddPoint(m_frames[runway].At(station, 0)));
+    for (const double station : Stations(m_frames[runway])) {
+        run.push_back(m_network.AddPoint(m_frames[runway].At(station, 0)));
         if (run.size() > 1)
-            AddPath(GroundPathKind::Runway, run[run.size() - 2], run.back(), static_cast<std::int32_t>(runway));
+            m_network.AddRunwayPath(run[run.size() - 2], run.back(), runway);
     }
     return run;
 }
 
-void GroundPlanner::LayConnector(std::size_t runway, const Node& onRunway, const Node& onTaxiway, double side,
+/// From the runway past the hold-short point to the taxiway; false where something is in the way.
+bool GroundPlanner::LayConnector(std::size_t runway, const Node& onRunway, const Node& onTaxiway, double side,
                                  const std::string& name)
 {
     const GroundVector holdAt = onRunway.At + m_frames[runway].Right * (HoldShortM * side);
-    const GroundSegment connector{onRunway.At, onTaxiway.At};
-    if (CrossesTaxiway(connector) || CrossesRunway(connector, runway) || RunwayClearance(holdAt, runway) < HoldShortM)
-        return;
-    const std::int32_t nameIndex = AddName(name);
-    const Node hold = AddPoint(holdAt, GroundPointKind::HoldShort);
-    AddPath(GroundPathKind::Taxiway, onRunway, hold, nameIndex);
-    AddPath(GroundPathKind::Taxiway, hold, onTaxiway, nameIndex);
+    const GroundSegment way{onRunway.At, onTaxiway.At};
+    if (m_network.CrossesTaxiway(way) || m_network.RunwaysCrossed(way, runway) > 0 ||
+        m_network.RunwayClearance(holdAt, runway) < HoldShortM)
+        return false;
+    const std::int32_t nameIndex = m_network.AddName(name);
+    const Node hold = m_network.AddPoint(holdAt, GroundPointKind::HoldShort);
+    m_network.AddTaxiway(onRunway, hold, nameIndex);
+    m_network.AddTaxiway(hold, onTaxiway, nameIndex);
+    return true;
 }
 
-/// The parallel taxiway in as many pieces as other runways and taxiways leave, with its connectors. extraPlaces are
-/// nodes without a connector, for what joins there.
-std::vector<GroundPlanner::NodeRun> GroundPlanner::LayTaxiway(std::size_t runway, double side,
-                                                              std::span<const double> extraPlaces)
+/// The parallel taxiway in as many pieces as other taxiways leave, with its connectors. extraPlaces get a point without
+/// a connector, for what joins there.
+std::vector<NodeRun> GroundPlanner::LayTaxiway(std::size_t runway, double side, const std::vector<double>& extraPlaces)
 {
-    const NodeRun runwayNodes = LayRunwayPaths(runway);
-    struct Place {
-        double Along;
-        const Node* OnRunway;
-    };
-    std::vector<Place> places;
-    const std::vector<double> stations = Stations(runway);
-    for (std::size_t i = 0; i < stations.size(); ++i)
-        places.push_back({stations[i], &runwayNodes[i]});
-    for (const double extra : extraPlaces)
-        places.push_back({extra, nullptr});
-    std::stable_sort(places.begin(), places.end(), [](const Place& a, const Place& b) { return a.Along < b.Along; });
-
-    std::erase_if(places, [&](const Place& place) {
-        return !HasRoom(m_frames[runway].At(place.Along, m_measures.TaxiwayAt * side), runway);
-    });
+    const NodeRun onRunway = LayRunwayPaths(runway);
+    const std::vector<double> stations = Stations(m_frames[runway]);
+    const auto taxiwayAt = [&](double along) { return m_frames[runway].At(along, m_measures.TaxiwayAt * side); };
+    std::vector<double> places = stations;
+    places.insert(places.end(), extraPlaces.begin(), extraPlaces.end());
+    std::sort(places.begin(), places.end());
+    std::erase_if(places, [&](double along) { return !m_network.HasRoom(taxiwayAt(along), runway); });
     std::vector<NodeRun> runs;
     if (places.size() < 2)
         return runs;
-    const std::string letters = NextLetters();
-    const std::int32_t name = AddName(letters);
+
+    const std::string letters = m_network.NextLetters();
+    const std::int32_t name = m_network.AddName(letters);
+    const std::vector<GroundSegment> others = m_network.Taxiways(); // its own connectors are no obstacle
     int connectors = 0;
-    const std::vector<GroundSegment> before = m_taxiways;
-    const auto blocked = [&](const GroundSegment& piece) {
-        return std::any_of(before.begin(), before.end(),
-                           [&](const GroundSegment& taxiway) { return SegmentsCross(taxiway, piece); });
-    };
-    for (const Place& place : places) {
-        const Node node = AddPoint(m_frames[runway].At(place.Along, m_measures.TaxiwayAt * side));
-        if (runs.empty() || blocked({runs.back().back().At, node.At}))
+    for (const double along : places) {
+        const Node node = m_network.AddPoint(taxiwayAt(along));
+        if (runs.empty() || CrossesAny({runs.back().back().At, node.At}, others))
             runs.emplace_back();
         else
-            AddPath(GroundPathKind::Taxiway, runs.back().back(), node, name);
+            m_network.AddTaxiway(runs.back().back(), node, name);
         runs.back().push_back(node);
-        if (place.OnRunway != nullptr)
-            LayConnector(runway, *place.OnRunway, node, side, letters + NumberText(++connectors));
+        const auto station = std::find(stations.begin(), stations.end(), along);
+        if (station == stations.end())
+            continue;
+        const Node& start = onRunway[static_cast<std::size_t>(station - stations.begin())];
+        if (LayConnector(runway, start, node, side, letters + NumberText(connectors + 1)))
+            ++connectors;
     }
     return runs;
 }
 
 void GroundPlanner::LayStand(const Node& from, GroundVector at, SpotWord word, int number, double radius)
 {
-    m_layout.Parkings.push_back({at.East, at.North, radius, word, number});
-    AddPath(GroundPathKind::Parking, from, {static_cast<std::int32_t>(m_layout.Parkings.size()) - 1, at}, 0);
+    m_network.AddParking(from, {at.East, at.North, radius, word, number});
 }
 
-void GroundPlanner::LayStands(int lane, double laneAt, const Node& node, double along, int& number)
+/// The stand beyond the lane and, with two rows, the one before it.
+void GroundPlanner::LayStands(int lane, const LaneNode& node, int& number)
 {
-    const RunwayFrame& frame = m_frames[m_main];
-    const auto gate = static_cast<std::int32_t>(SpotWord::GateA) + lane;
     SpotWord word = SpotWord::Parking;
     if (m_style.Gates)
-        word = m_style.Lanes == 1 ? SpotWord::Gate : static_cast<SpotWord>(gate);
-    const double outer = (laneAt + m_measures.StandAt) * m_apron.Side;
-    LayStand(node, frame.At(along, outer), word, ++number, m_measures.StandRadius);
+        word = m_style.Lanes == 1 ? SpotWord::Gate
+                                  : static_cast<SpotWord>(static_cast<std::int32_t>(SpotWord::GateA) + lane);
+    const RunwayFrame& frame = m_frames[m_main];
+    const double outer = (LaneAt(lane) + m_measures.StandAt) * m_apron.Side;
+    LayStand(node.At, frame.At(node.Along, outer), word, ++number, m_measures.StandRadius);
     if (m_style.TwoRows) {
-        const double inner = (laneAt - m_measures.StandAt) * m_apron.Side;
-        LayStand(node, frame.At(along, inner), word, ++number, m_measures.StandRadius);
+        const double inner = (LaneAt(lane) - m_measures.StandAt) * m_apron.Side;
+        LayStand(node.At, frame.At(node.Along, inner), word, ++number, m_measures.StandRadius);
     }
 }
 
-/// The compass word of the direction in which the apron lies from the reference point, for its general parking.
+/// The word for general parking in the direction in which a spot lies from the reference point.
 static SpotWord CompassParking(GroundVector at)
 {
     const double degrees = std::atan2(at.East, at.North) * DegreesPerRadian;
@@ -373,105 +300,77 @@ static SpotWord CompassParking(GroundVector at)
     return static_cast<SpotWord>(static_cast<std::int32_t>(SpotWord::NParking) + eighth);
 }
 
-/// Link taxiways from the parallel taxiway across all lanes, the lanes with their stands, and at an apron with gates
-/// one general parking spot at the outer end of each lane.
-void GroundPlanner::LayApron(const NodeRun& taxiway)
+/// A lane between the links with its stands, and at an apron with gates a general parking spot at its outer end.
+void GroundPlanner::LayLane(int lane, std::vector<LinkWay>& links)
 {
     const RunwayFrame& frame = m_frames[m_main];
-    const std::int32_t laneName = AddName("");
-    struct LinkWay {
-        double Along;
-        Node Last;
-        std::int32_t Name;
-    };
-    std::vector<LinkWay> links;
-    for (const double place : CrossPlaces()) {
-        const GroundVector wanted = frame.At(place, m_measures.TaxiwayAt * m_apron.Side);
-        const auto node =
-            std::find_if(taxiway.begin(), taxiway.end(), [&](const Node& n) { return Length(n.At - wanted) < 1; });
-        if (node != taxiway.end())
-            links.push_back({place, *node, AddName(NextLetters())});
+    const double across = LaneAt(lane) * m_apron.Side;
+    std::vector<LaneNode> nodes;
+    for (LinkWay& link : links) {
+        const Node node = m_network.AddPoint(frame.At(link.Along, across));
+        m_network.AddTaxiway(link.Last, node, link.Name);
+        link.Last = node;
+        nodes.push_back({link.Along, node, false});
+        m_network.OfferJoints({node});
     }
-    int spots = 0;
-    for (int lane = 0; lane < m_style.Lanes; ++lane) {
-        const double laneAt = m_measures.TaxiwayAt + m_measures.LaneAt + lane * m_measures.LaneEvery;
-        struct LaneNode {
-            double Along;
-            Node At;
-            bool HasStands;
-        };
-        std::vector<LaneNode> nodes;
-        for (LinkWay& link : links) {
-            const Node node = AddPoint(frame.At(link.Along, laneAt * m_apron.Side));
-            AddPath(GroundPathKind::Taxiway, link.Last, node, link.Name);
-            link.Last = node;
-            nodes.push_back({link.Along, node, false});
-            m_network.push_back(node);
-        }
-        for (int i = 0; i < m_style.StandsInRow; ++i) {
-            const double along = m_apron.Middle + (i - (m_style.StandsInRow - 1) / 2.0) * m_measures.StandEvery;
-            nodes.push_back({along, AddPoint(frame.At(along, laneAt * m_apron.Side)), true});
-        }
-        std::stable_sort(nodes.begin(), nodes.end(),
-                         [](const LaneNode& a, const LaneNode& b) { return a.Along < b.Along; });
-        int number = m_style.Gates ? 0 : m_parkingNumber;
-        for (std::size_t i = 0; i < nodes.size(); ++i) {
-            if (i > 0)
-                AddPath(GroundPathKind::Taxiway, nodes[i - 1].At, nodes[i].At, laneName);
-            if (nodes[i].HasStands)
-                LayStands(lane, laneAt, nodes[i].At, nodes[i].Along, number);
-        }
-        m_parkingNumber = number;
-        if (m_style.Gates && !nodes.back().HasStands) {
-            const GroundVector at = nodes.back().At.At + frame.Along * m_measures.StandAt;
-            LayStand(nodes.back().At, at, CompassParking(at), ++spots, m_measures.StandRadius / 2);
-        }
+    for (int i = 0; i < m_style.StandsInRow; ++i) {
+        const double along = m_apron.Middle + (i - (m_style.StandsInRow - 1) / 2.0) * m_measures.StandEvery;
+        nodes.push_back({along, m_network.AddPoint(frame.At(along, across)), true});
+    }
+    std::stable_sort(nodes.begin(), nodes.end(),
+                     [](const LaneNode& a, const LaneNode& b) { return a.Along < b.Along; });
+    int number = 0;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        constexpr std::int32_t NoName = 0; // the first name of an apron's layout is empty
+        if (i > 0)
+            m_network.AddTaxiway(nodes[i - 1].At, nodes[i].At, NoName);
+        if (nodes[i].HasStands)
+            LayStands(lane, nodes[i], number);
+    }
+    if (m_style.Gates && !nodes.back().HasStands) {
+        const GroundVector at = nodes.back().At.At + frame.Along * m_measures.StandAt;
+        LayStand(nodes.back().At, at, CompassParking(at), ++m_generalSpots, m_measures.StandRadius / 2);
     }
 }
 
-/// Joins a taxiway to the network by the shortest straight way that cuts no other taxiway.
-void GroundPlanner::Link(const NodeRun& run)
+void GroundPlanner::LayApron(const NodeRun& taxiway)
 {
-    struct Way {
-        double LengthM;
-        Node From, To;
-    };
-    std::vector<Way> ways;
-    for (const Node& from : run) {
-        for (const Node& to : m_network)
-            ways.push_back({Length(to.At - from.At), from, to});
+    std::vector<LinkWay> links;
+    for (const double place : LinkPlaces()) {
+        const GroundVector wanted = m_frames[m_main].At(place, m_measures.TaxiwayAt * m_apron.Side);
+        const auto node = std::find_if(taxiway.begin(), taxiway.end(),
+                                       [&](const Node& offered) { return Length(offered.At - wanted) < 1; });
+        if (node != taxiway.end())
+            links.push_back({place, *node, m_network.AddName(m_network.NextLetters())});
     }
-    std::stable_sort(ways.begin(), ways.end(), [](const Way& a, const Way& b) { return a.LengthM < b.LengthM; });
-    const auto open = std::find_if(ways.begin(), ways.end(), [&](const Way& way) {
-        return way.LengthM <= LongestLinkM && !CrossesTaxiway({way.From.At, way.To.At});
-    });
-    if (open != ways.end() && open->LengthM <= LongestLinkM)
-        AddPath(GroundPathKind::Taxiway, open->From, open->To, AddName(NextLetters()));
-    m_network.insert(m_network.end(), run.begin(), run.end());
+    for (int lane = 0; lane < m_style.Lanes; ++lane)
+        LayLane(lane, links);
 }
 
 GroundLayout GroundPlanner::Plan()
 {
+    m_network.AddName("");
     m_apron = ChooseApron();
-    const std::vector<NodeRun> mainRuns = LayTaxiway(m_main, m_apron.Side, CrossPlaces());
     NodeRun all;
-    for (const NodeRun& run : mainRuns)
+    for (const NodeRun& run : LayTaxiway(m_main, m_apron.Side, LinkPlaces()))
         all.insert(all.end(), run.begin(), run.end());
     LayApron(all);
-    m_network.insert(m_network.end(), all.begin(), all.end());
+    m_network.OfferJoints(all);
     for (std::size_t i = 0; i < m_frames.size(); ++i) {
         if (i == m_main)
             continue;
         for (const NodeRun& run : LayTaxiway(i, ChooseSide(i), {}))
-            Link(run);
+            m_network.Link(run);
     }
-    return std::move(m_layout);
+    return m_network.TakeLayout();
 }
 
 GroundLayout PlanGround(std::span<const PlannedRunway> runways, const ApronStyle& style)
 {
     if (runways.empty())
         return {};
-    return GroundPlanner(runways, style).Plan();
+    std::vector<RunwayFrame> frames;
+    std::transform(runways.begin(), runways.end(), std::back_inserter(frames), FrameOf);
+    return GroundPlanner(std::move(frames), style).Plan();
 }
 } // namespace corvane
