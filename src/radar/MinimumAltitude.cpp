@@ -116,23 +116,12 @@ void MinimumAltitudes::IndexDestinations(const AreaModel& area)
     std::ranges::stable_sort(m_destinations, {}, &Destination::Icao);
 }
 
-std::int32_t MinimumAltitudes::For(const AreaModel& area, const PlayerRecord& target, std::size_t slot)
+std::span<MinimumAltitudes::Destination> MinimumAltitudes::FindDestinations(std::string_view icao)
 {
-    if (target.FlightRules != InstrumentRules || area.TerrainPoints.empty())
-        return 0;
-    IndexDestinations(area);
-    if (m_answers.size() <= slot)
-        m_answers.resize(slot + 1);
-    Answer& answer = m_answers[slot];
-    if (!answer.Known || answer.Latitude != target.Latitude || answer.Longitude != target.Longitude ||
-        answer.DestinationIcao != target.DestinationIcao) {
-        answer.DestinationIcao = target.DestinationIcao;
-        answer.Latitude = target.Latitude;
-        answer.Longitude = target.Longitude;
-        answer.MinimumFt = Compute(area, target);
-        answer.Known = true;
-    }
-    return answer.MinimumFt;
+    const std::string key = ToUpper(TrimSpaces(icao));
+    if (key.empty())
+        return {};
+    return std::ranges::equal_range(m_destinations, key, {}, &Destination::Icao);
 }
 
 /// The terrain's elevation and what keeps clear of it; elevations of a damaged file may lie anywhere in 32 bits.
@@ -143,14 +132,11 @@ static std::int32_t ClearOf(std::int32_t elevationFt) noexcept
         std::min<std::int64_t>(elevationFt + ClearanceFt, std::numeric_limits<std::int32_t>::max()));
 }
 
-std::int32_t MinimumAltitudes::Compute(const AreaModel& area, const PlayerRecord& target)
+std::int32_t MinimumAltitudes::Compute(const AreaModel& area, std::span<Destination> matching, double lat, double lon)
 {
-    const std::string icao = ToUpper(TrimSpaces(target.DestinationIcao));
-    if (icao.empty())
-        return 0;
     std::int32_t minimumFt = 0;
-    for (Destination& destination : std::ranges::equal_range(m_destinations, icao, {}, &Destination::Icao)) {
-        const std::int16_t distance = DistanceNm(destination.Lat, destination.Lon, target.Latitude, target.Longitude);
+    for (Destination& destination : matching) {
+        const std::int16_t distance = DistanceNm(destination.Lat, destination.Lon, lat, lon);
         if (distance > MaxDestinationNm)
             continue;
         if (!destination.Highest)
@@ -160,5 +146,27 @@ std::int32_t MinimumAltitudes::Compute(const AreaModel& area, const PlayerRecord
         minimumFt = ClearOf(terrainFt > 0 ? terrainFt : destination.ElevationFt);
     }
     return minimumFt;
+}
+
+std::int32_t MinimumAltitudes::For(const AreaModel& area, const PlayerRecord& target, std::size_t slot)
+{
+    if (target.FlightRules != InstrumentRules || area.TerrainPoints.empty())
+        return 0;
+    IndexDestinations(area);
+    if (m_answers.size() <= slot)
+        m_answers.resize(slot + 1);
+    Answer& answer = m_answers[slot];
+    const bool sameDestination = answer.Known && answer.DestinationIcao == target.DestinationIcao;
+    if (!sameDestination) {
+        answer.DestinationIcao = target.DestinationIcao;
+        answer.Matching = FindDestinations(target.DestinationIcao);
+        answer.Known = true;
+    }
+    if (!sameDestination || answer.Latitude != target.Latitude || answer.Longitude != target.Longitude) {
+        answer.Latitude = target.Latitude;
+        answer.Longitude = target.Longitude;
+        answer.MinimumFt = Compute(area, answer.Matching, target.Latitude, target.Longitude);
+    }
+    return answer.MinimumFt;
 }
 } // namespace corvane

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,15 +58,17 @@ private:
         bool operator==(const AreaIdentity&) const = default;
     };
     struct Answer {
+        bool Known = false;
         std::string DestinationIcao;
+        std::span<Destination> Matching; // of m_destinations
         double Latitude = 0;
         double Longitude = 0;
         std::int32_t MinimumFt = 0;
-        bool Known = false;
     };
 
     void IndexDestinations(const AreaModel& area);
-    std::int32_t Compute(const AreaModel& area, const PlayerRecord& target);
+    std::span<Destination> FindDestinations(std::string_view icao);
+    static std::int32_t Compute(const AreaModel& area, std::span<Destination> matching, double lat, double lon);
 
     AreaIdentity m_area;
     std::vector<Destination> m_destinations; // by Icao, then in table order
