@@ -16,16 +16,16 @@ std::filesystem::path FolderOptions::AppFile(std::string_view name) const
     return std::filesystem::path(AppFolder) / name;
 }
 
-void AddAppFolderOption(CLI::App& command, FolderOptions& folders)
+CLI::Option* AddAppFolderOption(CLI::App& command, FolderOptions& folders)
 {
-    command.add_option("--app-folder", folders.AppFolder, "Folder of the settings and database files")
+    return command.add_option("--app-folder", folders.AppFolder, "Folder of the settings and database files")
         ->type_name("DIR")
         ->capture_default_str();
 }
 
-void AddFsFolderOption(CLI::App& command, FolderOptions& folders)
+CLI::Option* AddFsFolderOption(CLI::App& command, FolderOptions& folders)
 {
-    command.add_option("--fs-folder", folders.FsFolder, "The simulator's main folder")->type_name("DIR");
+    return command.add_option("--fs-folder", folders.FsFolder, "The simulator's main folder")->type_name("DIR");
 }
 
 Result<std::string> SimulatorFolder(const FolderOptions& folders)
@@ -45,7 +45,8 @@ int RunCommandLine(int argc, const char* const* argv, const Console& console)
     app.set_version_flag("--version", std::string("corvane-cli " CORVANE_VERSION));
     app.require_subcommand(1);
     CommandWork work;
-    for (const auto add : {AddCalcCommand, AddDumpCommand, AddMessageCommand})
+    for (const auto add : {AddBuildCommand, AddDumpCommand, AddAreaCommand, AddScopeCommand, AddCalcCommand,
+                           AddMessageCommand, AddDemoWorldCommand})
         add(app, console, work);
     try {
         app.parse(argc, argv);

@@ -22,14 +22,18 @@ struct FolderOptions {
     [[nodiscard]] std::filesystem::path AppFile(std::string_view name) const;
 };
 
-void AddAppFolderOption(CLI::App& command, FolderOptions& folders);
-void AddFsFolderOption(CLI::App& command, FolderOptions& folders);
+CLI::Option* AddAppFolderOption(CLI::App& command, FolderOptions& folders);
+CLI::Option* AddFsFolderOption(CLI::App& command, FolderOptions& folders);
 
 /// The simulator's folder as 8-bit text: --fs-folder, or else FsPath of the settings file.
 Result<std::string> SimulatorFolder(const FolderOptions& folders);
 
 /// Each adds one command. console outlives the parsing and the work.
+void AddAreaCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddBuildCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddCalcCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddDemoWorldCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddDumpCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddMessageCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddScopeCommand(CLI::App& app, const Console& console, CommandWork& work);
 } // namespace corvane

@@ -1,0 +1,52 @@
+#include "cli/AreaOptions.h"
+
+#include "area/AreaLoad.h"
+#include "area/DatabaseLists.h"
+#include "core/Settings.h"
+#include "core/Text.h"
+
+namespace corvane {
+void AddAreaOptions(CLI::App& command, AreaOptions& options)
+{
+    AddAppFolderOption(command, options.Folders);
+    auto* const which = command.add_option_group("area", "The area to load: one of these");
+    which->add_option("--airport", options.Airport, "An airport of the list, such as \"KSEA - Seattle Tacoma Intl\"")
+        ->type_name("TEXT");
+    which->add_option("--sector", options.Sector, "An ARTCC/FIR sector, such as \"PANAMA FIR\"")->type_name("NAME");
+    which->require_option(1);
+}
+
+Result<AreaModel> LoadArea(const AreaOptions& options, std::ostream& notices)
+{
+    const auto settings = ReadSettings(options.Folders.AppFile(SettingsFileName));
+    if (!settings)
+        return settings.error();
+    auto airspaces = ReadAllAirspaces(options.Folders.AppFolder, settings->AirspaceCount);
+    if (!airspaces)
+        return airspaces.error();
+    AreaModel area;
+    UnwatchedProgress unwatched;
+    const bool isAirport = !options.Airport.empty();
+    const std::string& chosen = isAirport ? options.Airport : options.Sector;
+    const std::string text = Utf8ToWindows1252(chosen);
+    const Result<void> loaded =
+        isAirport ? LoadAirportArea(options.Folders.AppFolder, *settings, text, *airspaces, area, unwatched)
+                  : LoadSectorArea(options.Folders.AppFolder, *settings, text, *airspaces, area, unwatched);
+    if (!loaded)
+        return loaded.error();
+    const bool found = isAirport ? !area.AreaName.empty() : area.AreaCenterLat != 0 || area.AreaCenterLon != 0;
+    if (!found)
+        notices << "corvane-cli: the database has no " << (isAirport ? "airport " : "sector ") << chosen << '\n';
+    return area;
+}
+
+Result<std::unique_ptr<MagVarGrid>> LoadMagVarGrid(const FolderOptions& folders)
+{
+    auto grid = std::make_unique<MagVarGrid>();
+    if (const Result<std::string> fsFolder = SimulatorFolder(folders)) {
+        if (const Result<void> read = ReadMagVarGrid(*grid, *fsFolder); !read)
+            return read.error();
+    }
+    return grid;
+}
+} // namespace corvane

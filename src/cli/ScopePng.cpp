@@ -1,0 +1,35 @@
+#include "cli/ScopePng.h"
+
+#include "core/File.h"
+#include "radar/ScopePainter.h"
+#include "radar/paint/ScopePaint.h"
+
+#include <QBuffer>
+#include <QGuiApplication>
+
+#include <array>
+
+namespace corvane {
+Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& scene,
+                           const std::function<void(Surface&)>& drawOver)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // fonts need a running application, not a display
+    std::array<char, 1> name{};
+    int argc = 0;
+    std::array<char*, 2> argv = {name.data(), nullptr};
+    const QGuiApplication application(argc, argv.data());
+
+    const ScopeFont font = MakeScopeFont(ScopeQFont());
+    ScopePainter painter(font);
+    painter.DrawMap(scene);
+    drawOver(painter.Scope());
+
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    if (!BorrowAsQImage(painter.Picture()).save(&buffer, "PNG"))
+        return Fail(FullName(path), "the picture cannot be encoded");
+    return WriteFileAtomically(
+        path, {reinterpret_cast<const std::uint8_t*>(png.constData()), static_cast<std::size_t>(png.size())});
+}
+} // namespace corvane
