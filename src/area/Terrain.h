@@ -3,7 +3,8 @@
 #include "area/AreaModel.h"
 #include "core/ByteSource.h"
 
-#include <span>
+#include <bit>
+#include <string_view>
 #include <vector>
 
 namespace corvane {
@@ -12,7 +13,13 @@ inline constexpr std::string_view TerrainFileName = "world_terrain.db";
 /// The terrain file is a sequence of records of latitude and longitude (64-bit floating point, degrees) and elevation
 /// (32 bits, feet), little-endian, without a header. What follows the last whole record is ignored.
 inline constexpr std::size_t TerrainRecordSize = 20;
-TerrainPoint DecodeTerrainPoint(std::span<const std::uint8_t, TerrainRecordSize> record) noexcept;
+
+/// The point in the TerrainRecordSize bytes that start at record.
+inline TerrainPoint DecodeTerrainPoint(const std::uint8_t* record) noexcept
+{
+    return {std::bit_cast<double>(LittleEndian<8>(record)), std::bit_cast<double>(LittleEndian<8>(record + 8)),
+            static_cast<std::int32_t>(LittleEndian<4>(record + 16))};
+}
 
 /// Appends the points of a terrain file for whose latitude and longitude inside holds, in file order.
 template <class Predicate>
@@ -22,16 +29,15 @@ Result<void> ReadTerrain(ByteSource& terrain, const Predicate& inside, std::vect
         const Result<ByteSpan> bytes = terrain.View(at, TerrainRecordSize);
         if (!bytes)
             return bytes.error();
-        const std::size_t count = bytes->size() / TerrainRecordSize;
-        if (count == 0)
+        const std::size_t whole = bytes->size() - bytes->size() % TerrainRecordSize;
+        if (whole == 0)
             return {};
-        for (std::size_t i = 0; i < count; ++i) {
-            const TerrainPoint point = DecodeTerrainPoint(std::span<const std::uint8_t, TerrainRecordSize>(
-                bytes->data() + i * TerrainRecordSize, TerrainRecordSize));
+        for (std::size_t i = 0; i < whole; i += TerrainRecordSize) {
+            const TerrainPoint point = DecodeTerrainPoint(bytes->data() + i);
             if (inside(point.Lat, point.Lon))
                 points.push_back(point);
         }
-        at += count * TerrainRecordSize;
+        at += whole;
     }
 }
 } // namespace corvane

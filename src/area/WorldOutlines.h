@@ -16,12 +16,12 @@ struct OutlineWindow {
     double West = 0;
     double East = 0;
     bool operator==(const OutlineWindow&) const = default;
-
-    [[nodiscard]] bool Contains(double lat, double lon) const noexcept;
 };
 
 /// The window that reaches 22 degrees beyond north and south and 45 degrees beyond west and east.
 OutlineWindow OutlineWindowAround(double north, double south, double west, double east) noexcept;
+
+inline constexpr std::size_t OutlineEntrySize = 8;
 
 /// Appends every polyline of a world map cut to the window; each piece is opened by a separator point.
 ///

@@ -5,8 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <random>
+#include <utility>
+
 namespace corvane {
 using testing::ElementsAre;
+using testing::SizeIs;
 
 namespace {
 constexpr std::int32_t Lat45 = 1 << 30; // 2^30 of 2^31 for 90 degrees
@@ -72,6 +77,76 @@ TEST(WorldOutlines, ReachesTheEndsOfTheScale)
     EXPECT_THAT(Cut(world, {100, -90, 150, -150}), ElementsAre(PenUp, OutlinePoint{-90, -180}));
     world.WorldMap.pop_back(); // a cut-off entry is none
     EXPECT_THAT(Cut(world, {100, -90, 150, -150}), ElementsAre());
+}
+
+/// The rule in degrees, entry by entry.
+static std::vector<OutlinePoint> CutPlainly(const std::vector<std::pair<std::int32_t, std::int32_t>>& entries,
+                                            const OutlineWindow& w)
+{
+    std::vector<OutlinePoint> points;
+    bool inside = false;
+    for (const auto& [storedLat, storedLon] : entries) {
+        const double lat = storedLat * 90.0 / 2147483648.0;
+        const double lon = storedLon * 180.0 / 2147483648.0;
+        bool now = w.South <= lat && lat <= w.North;
+        if (w.West < w.East)
+            now = now && w.West <= lon && lon <= w.East;
+        else if (w.West > w.East)
+            now = now && ((w.West <= lon && lon <= 180) || (-180 <= lon && lon <= w.East));
+        else
+            now = false;
+        if (now && !inside)
+            points.push_back(PenUp);
+        if (now)
+            points.push_back({lat, lon});
+        inside = now && !(storedLat == 0 && storedLon == 0);
+    }
+    return points;
+}
+
+TEST(WorldOutlines, AgreesWithTheRuleInDegrees)
+{
+    std::mt19937 random(3);
+    std::uniform_int_distribution<std::int32_t> anyStored(std::numeric_limits<std::int32_t>::min(),
+                                                          std::numeric_limits<std::int32_t>::max());
+    std::uniform_int_distribution<std::int32_t> offset(-2, 2);
+    std::uniform_real_distribution<double> anyDegrees(-200, 200);
+    for (int round = 0; round < 300; ++round) {
+        // Edges on stored values as well as between them, windows across 180 degrees, beyond the scale and inside out.
+        const std::int32_t edgeLat = anyStored(random) / 2;
+        const std::int32_t edgeLon = anyStored(random);
+        OutlineWindow window{anyDegrees(random), edgeLat * 90.0 / 2147483648.0, edgeLon * 180.0 / 2147483648.0,
+                             anyDegrees(random)};
+        if (round % 3 == 0)
+            std::swap(window.West, window.East);
+        if (round % 5 == 0)
+            std::swap(window.North, window.South);
+        SmallWorld world;
+        std::vector<std::pair<std::int32_t, std::int32_t>> entries;
+        for (int i = 0; i < 200; ++i) {
+            entries.emplace_back(i % 2 == 0 ? edgeLat + offset(random) : anyStored(random),
+                                 i % 3 == 0 ? (edgeLon / 2 + offset(random)) * 2 : anyStored(random));
+            if (i % 20 == 0)
+                entries.emplace_back(0, 0);
+        }
+        for (const auto& [lat, lon] : entries)
+            world.AddMapEntry(lat, lon);
+        ASSERT_EQ(Cut(world, window), CutPlainly(entries, window)) << round;
+    }
+}
+
+TEST(WorldOutlines, FindsNothingInAWindowBetweenStoredValuesOrOffTheScale)
+{
+    SmallWorld world;
+    for (const std::int32_t lon : {-1, 0, 1, std::numeric_limits<std::int32_t>::max()})
+        world.AddMapEntry(1, lon);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const OutlineWindow& window :
+         {OutlineWindow{1, -1, 1e-8, 2e-8}, OutlineWindow{1e-9, 1e-10, -1, 1}, OutlineWindow{1, -1, 181, 190},
+          OutlineWindow{1, -1, 190, -190}, OutlineWindow{200, 100, -1, 1}, OutlineWindow{nan, -1, -1, 1},
+          OutlineWindow{1, -1, nan, 1}})
+        EXPECT_THAT(Cut(world, window), ElementsAre());
+    EXPECT_THAT(Cut(world, {1, -1, -1000, 1000}), SizeIs(5));
 }
 
 TEST(WorldOutlines, WindowReaches22And45DegreesFurther)
