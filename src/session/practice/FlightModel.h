@@ -16,7 +16,7 @@ inline constexpr double StepS = 1; ///< the flight model's step, seconds
 
 /// Where an aircraft is and how it moves. The air is calm: heading is track, speed is ground speed.
 struct FlightState {
-    LatLon Position;
+    LatLon Position = {};
     double AltitudeFt = 0;
     double HeadingDeg = 0; ///< true
     double SpeedKt = 0;

@@ -170,7 +170,12 @@ void Pilot::StepTaxi()
         RollStep(m_state, 0, StopKtPerS);
         return;
     }
-    if (!TaxiStep(m_state, m_taxiRoute.front(), TaxiKt))
+    // Slows down for the last point: v^2 = 2 a s.
+    constexpr double SlowestKt = 3;
+    constexpr double SlowingKtPerS = 2;
+    const double left = m_taxiRoute.size() == 1 ? RangeNm(m_state.Position, m_taxiRoute.front()) : 1;
+    const double speed = std::clamp(std::sqrt(2 * SlowingKtPerS * left * 3600), SlowestKt, TaxiKt);
+    if (!TaxiStep(m_state, m_taxiRoute.front(), speed))
         return;
     m_taxiRoute.pop_front();
     if (!m_taxiRoute.empty())

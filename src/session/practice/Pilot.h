@@ -59,6 +59,7 @@ private:
     struct OnHeading {
         int Magnetic = 360;
         TurnWay Turn = TurnWay::Shorter;
+        bool Reached = false;
     };
     struct DirectTo {
         LatLon Place;

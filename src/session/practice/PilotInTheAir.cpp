@@ -76,11 +76,15 @@ void Pilot::Steer(FlightTarget& target, PracticeRandom& random)
     if (const auto* upwind = std::get_if<UpwindLeg>(&m_steering)) {
         target.HeadingDeg = upwind->Course;
         target.SpeedKt = m_aircraft->ClimbKt;
-        if (m_state.AltitudeFt > upwind->UntilFt)
+        constexpr double AsGoodAsThereFt = 20;
+        const double untilFt = std::min(upwind->UntilFt, m_askedFt.value_or(m_cruiseFt) - AsGoodAsThereFt);
+        if (m_state.AltitudeFt > untilFt)
             m_steering = Route{};
-    } else if (const auto* heading = std::get_if<OnHeading>(&m_steering)) {
+    } else if (auto* heading = std::get_if<OnHeading>(&m_steering)) {
+        constexpr double OnItDeg = 0.5;
         target.HeadingDeg = TrueHeadingFor(heading->Magnetic);
-        target.Turn = heading->Turn;
+        target.Turn = heading->Reached ? TurnWay::Shorter : heading->Turn;
+        heading->Reached = heading->Reached || std::abs(TurnTo(m_state.HeadingDeg, target.HeadingDeg)) < OnItDeg;
     } else if (const auto* direct = std::get_if<DirectTo>(&m_steering)) {
         target.HeadingDeg = CourseTo(m_state.Position, direct->Place);
         if (RangeNm(m_state.Position, direct->Place) < TurnRadiusNm(m_state.SpeedKt) / 2) {
@@ -160,14 +164,12 @@ ReportedPosition Pilot::Report() const noexcept
                             .TrueHeading = RoundTo<std::int32_t>(m_state.HeadingDeg),
                             .SpeedKt = m_state.SpeedKt};
     const auto* heading = std::get_if<OnHeading>(&m_steering);
-    if (heading == nullptr || m_phase != PilotPhase::Airborne || (m_approach && m_approach->IsEstablished()))
+    if (heading == nullptr || !heading->Reached || m_phase != PilotPhase::Airborne ||
+        (m_approach && m_approach->IsEstablished()))
         return report;
-    // The variation changes by a degree from one cell of the grid to the next: the compass follows at once, the
-    // aircraft within the next step.
-    constexpr double OnItDeg = 1.5;
-    const double wanted = TrueHeadingFor(heading->Magnetic);
-    if (std::abs(TurnTo(m_state.HeadingDeg, wanted)) < OnItDeg)
-        report.TrueHeading = RoundTo<std::int32_t>(wanted);
+    // The variation changes by whole degrees from one cell of the grid to the next: the compass follows at once, the
+    // aircraft within a second or two.
+    report.TrueHeading = RoundTo<std::int32_t>(TrueHeadingFor(heading->Magnetic));
     return report;
 }
 } // namespace corvane

@@ -37,7 +37,9 @@ void PracticeSession::AnswerChat(PracticeMember& member)
     if (!line || !member.Admitted)
         return;
     const ParsedLine parsed = ParseInstructions(*line);
-    const std::string answer = parsed.Understood ? member.Flying->Obey(parsed.Instructions) : "say again";
+    std::string answer = line->empty() ? "go ahead" : "say again";
+    if (parsed.Understood)
+        answer = member.Flying->Obey(parsed.Instructions);
     member.Say(answer + ", " + member.Name());
 }
 

@@ -28,13 +28,10 @@ void PracticeMember::RequestAdmission(bool again)
     Send(AllPlayers, PlainMessage{IsPilot() ? MessageType::JoinRequest : MessageType::ObserverJoinRequest});
 }
 
-void PracticeMember::EnterAdmitted(std::string_view sessionGuid)
+void PracticeMember::EnterAdmitted(std::int32_t group)
 {
     Admitted = true;
-    if (const auto groups = m_peer->GetDPEnumGroups(sessionGuid, 0))
-        for (const SessionMember& group : *groups)
-            if (group.ShortName == "FS61_REFUSE_PARAMS" && !m_peer->AddPlayerToGroup(group.Id, m_id))
-                m_lost = true;
+    static_cast<void>(m_peer->AddPlayerToGroup(group, m_id)); // a group leaves with the host that made it
     Announce(AllPlayers);
 }
 
@@ -92,7 +89,7 @@ void PracticeMember::Rename(std::string_view name)
 
 void PracticeMember::Leave()
 {
-    (void)m_peer->DestroyPlayer(m_id);
+    static_cast<void>(m_peer->DestroyPlayer(m_id));
     m_lost = true;
 }
 

@@ -29,8 +29,8 @@ public:
 
     /// Asks the host for admission, as a pilot or as an observer; again is for another attempt.
     void RequestAdmission(bool again);
-    /// Joins the group that the simulator's members join, and announces itself to all.
-    void EnterAdmitted(std::string_view sessionGuid);
+    /// Joins the group that the simulator's members join, where it is still there, and announces itself to all.
+    void EnterAdmitted(std::int32_t group);
     void Announce(PlayerId to);
     void SendAircraftInfo(PlayerId to);
     void SendPosition();

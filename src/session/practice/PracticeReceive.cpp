@@ -48,11 +48,12 @@ bool PracticeSession::IsOwnMember(PlayerId id) const noexcept
     return std::any_of(m_members.begin(), m_members.end(), [id](const auto& member) { return member->Id() == id; });
 }
 
-/// Those who are in the session, the one who asks included, must not be more than it takes.
+/// Those who are in the session, the one who asks included, must not be more than it takes. Where the transport does
+/// not say who is there, it has let the player in, and that decides.
 bool PracticeSession::HasRoom() const
 {
     const auto players = m_host->Peer().GetDPEnumPlayers(m_entry.InstanceGuid, 0);
-    return players && static_cast<std::int64_t>(players->size()) <= m_options.MaxPlayers;
+    return !players || static_cast<std::int64_t>(players->size()) <= m_options.MaxPlayers;
 }
 
 void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& message)
@@ -99,7 +100,7 @@ void PracticeSession::HandleAnnounce(PracticeMember& member, const MessageHeader
         return;
     const auto announce = DecodeAnnounce(header, message.Content);
     if (announce && announce->PlayerId == member.Id())
-        member.EnterAdmitted(m_entry.InstanceGuid);
+        member.EnterAdmitted(m_group);
 }
 
 void PracticeSession::HandleChat(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message)
@@ -121,6 +122,6 @@ void PracticeSession::HandleChat(PracticeMember& member, const MessageHeader& he
     }
     const auto addressee = FindAddressee(chat->Text, callsigns);
     if (addressee && addressee->Index == own)
-        member.Hear(addressee->Ambiguous ? "" : addressee->Rest);
+        member.Hear(addressee->Ambiguous ? "which of us" : addressee->Rest); // not understood, so asked back
 }
 } // namespace corvane

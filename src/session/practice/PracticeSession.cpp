@@ -92,6 +92,8 @@ Result<void> PracticeSession::OpenAsHost()
         return opened.error();
     if (const auto group = (*peer)->CreateGroup(RefusedParametersGroup); !group)
         return group.error();
+    else
+        m_group = *group;
     std::optional<Pilot> pilot;
     std::string name = m_options.HostName;
     if (name.empty()) {
@@ -110,7 +112,7 @@ Result<void> PracticeSession::OpenAsHost()
         m_entry = *std::move(entry);
         m_entry.Password = m_options.Password;
     }
-    m_host->EnterAdmitted(m_entry.InstanceGuid);
+    m_host->EnterAdmitted(m_group);
     return {};
 }
 
@@ -191,12 +193,12 @@ void PracticeSession::JoinPilot()
     const Scenario scenario = m_random.Pick(std::span<const Scenario>(Mix));
     std::string callsign = NewCallsign(kind);
     // A failed attempt is as if that pilot had stayed at home; the next one tries again.
-    (void)Join(std::move(callsign), Pilot(m_scene, *m_grid, kind, scenario, m_random));
+    static_cast<void>(Join(std::move(callsign), Pilot(m_scene, *m_grid, kind, scenario, m_random)));
 }
 
 void PracticeSession::JoinObserver()
 {
-    (void)Join(InventObserverName(m_random), std::nullopt);
+    static_cast<void>(Join(InventObserverName(m_random), std::nullopt));
 }
 
 int PracticeSession::Count(bool pilots) const noexcept

@@ -104,6 +104,7 @@ private:
     PracticeOptions m_options;
     PracticeRandom m_random;
     SessionEntry m_entry;
+    std::int32_t m_group = 0;
 
     std::vector<std::unique_ptr<PracticeMember>> m_members; ///< in order of joining
     PracticeMember* m_host = nullptr;
