@@ -14,11 +14,11 @@ struct PracticeOptions {
     int Pilots = 8;    ///< at most so many at a time, and at least three quarters of them
     int Observers = 1; ///< at most so many at a time
     std::string SessionName = "Practice";
-    std::string Password;
+    std::string Password = {};
     std::int32_t MaxPlayers = 0; ///< of the session; 0 leaves room for eight besides the simulated members
     bool MigrateHost = true;     ///< another member takes the session over when the host leaves
-    std::string HostName;        ///< of a host that does not fly; empty: the first pilot hosts
-    std::string Address;         ///< of the connection; empty: the first that the factory's peers offer
+    std::string HostName = {};        ///< of a host that does not fly; empty: the first pilot hosts
+    std::string Address = {};         ///< of the connection; empty: the first that the factory's peers offer
     /// Every member on a peer of its own, which joins by itself; otherwise all are players of the host's peer, as on a
     /// machine that takes part in a network session with several players.
     bool PeerForEach = true;

@@ -240,8 +240,9 @@ TEST_F(Pilots, KeepAVectorUntilItMeetsTheLocalizer)
     for (int second = 0; second < 1800 && call.empty(); ++second) {
         pilot.Step(Random);
         call = pilot.TakeRadioCall().value_or("");
-        if (call.empty() && second > 90)
+        if (call.empty() && second > 90) {
             EXPECT_EQ(ShownHeading(pilot), 120);
+        }
     }
     EXPECT_EQ(call, "established, runway 16R");
     EXPECT_GT(OffsetFromLine(runway.Threshold, runway.Course, pilot.State().Position).OutNm, 4);

@@ -1,14 +1,14 @@
 #include "session/practice/PracticeSession.h"
 
+#include "tests/session/practice/Controller.h"
 #include "tests/session/practice/PracticeWorld.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/session/practice/Controller.h"
-
 #include <algorithm>
 #include <memory>
+#include <random>
 #include <set>
 
 namespace corvane {
@@ -146,15 +146,16 @@ TEST_F(PracticeSessions, LetOnePilotAskBackWhereSeveralAreMeant)
     Live(5);
     ASSERT_TRUE(Join());
     Live(5);
-    const auto& members = Practice->Members();
-    const auto airliners = std::count_if(members.begin(), members.end(), [](const auto& member) {
-        return member->Name().starts_with("Lantern");
-    });
-    ASSERT_GT(airliners, 1);
-    Atc->Say("lantern, hold");
+    std::set<std::string> beginnings;
+    std::string shared;
+    for (const auto& member : Practice->Members())
+        if (member->IsPilot() && !beginnings.insert(member->Name().substr(0, 3)).second)
+            shared = member->Name().substr(0, 3);
+    ASSERT_FALSE(shared.empty());
+    Atc->Say(shared + ", hold");
     Live(3);
     ASSERT_EQ(Atc->Chat.size(), 1U);
-    EXPECT_THAT(Atc->Chat[0], HasSubstr(": say again, Lantern"));
+    EXPECT_THAT(Atc->Chat[0], HasSubstr(": say again, " + shared));
 }
 
 TEST_F(PracticeSessions, GoOnWithAnotherHost)
@@ -193,7 +194,7 @@ TEST_F(PracticeSessions, KeepTheHostForTheFirstHourByDefault)
 
 TEST_F(PracticeSessions, LiveOnAsPlayersOfOnePeer)
 {
-    Create({.Pilots = 5, .HostName = "Instructor", .HostStaysS = -1, .PeerForEach = false});
+    Create({.Pilots = 5, .HostName = "Instructor", .PeerForEach = false, .HostStaysS = -1});
     int heard = 0;
     Practice->SetHostTap([&heard](const ReceivedMessage& message) { heard += message.From != 0 ? 1 : 0; });
     Live(5);
@@ -301,7 +302,7 @@ TEST_F(PracticeSessions, StayBoundedAndPrunedOverHours)
     std::set<std::string> names;
     bool renamed = false;
     bool observers = false;
-    for (int i = 0; i < 6 * 360; ++i) { // six hours in steps of ten seconds
+    for (int i = 0; i < 2 * 360; ++i) { // two hours in steps of ten seconds
         Practice->Advance(Now += 10);
         Atc->PumpTick();
         if (i % 3 != 0)
@@ -323,7 +324,7 @@ TEST_F(PracticeSessions, StayBoundedAndPrunedOverHours)
         }
     }
     EXPECT_FALSE(Atc->Disconnected);
-    EXPECT_GT(everSeen.size(), 50U); // many came and went
+    EXPECT_GT(everSeen.size(), 36U); // some came and went
     EXPECT_TRUE(renamed);
     EXPECT_TRUE(observers);
 }
