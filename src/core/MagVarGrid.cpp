@@ -3,24 +3,10 @@
 #include "core/BglReader.h"
 #include "core/File.h"
 #include "core/PathLookup.h"
-#include "core/Rounding.h"
 
 #include <string>
 
 namespace corvane {
-std::optional<int> MagVarGrid::VariationAt(double lat, double lon) const noexcept
-{
-    const auto wholeLat = RoundChecked<std::int32_t>(lat);
-    const auto wholeLon = RoundChecked<std::int32_t>(lon);
-    if (!wholeLat || !wholeLon)
-        return std::nullopt;
-    const std::int64_t east = *wholeLon < 0 ? std::int64_t{*wholeLon} + 360 : *wholeLon;
-    const std::int64_t index = east * static_cast<std::int64_t>(Latitudes) + (std::int64_t{*wholeLat} + 90);
-    if (index < 0 || index >= static_cast<std::int64_t>(Values.size()))
-        return std::nullopt;
-    return static_cast<int>(Values[static_cast<std::size_t>(index)] * (360.0 / 65536.0));
-}
-
 bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept
 {
     constexpr std::int64_t GridOffsetField = 110;

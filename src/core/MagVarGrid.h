@@ -4,6 +4,7 @@
 #include "core/Result.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -24,7 +25,20 @@ public:
 
     /// The whole degrees of variation (truncated toward zero) of the cell nearest to a position, or nothing where the
     /// position's index lies outside the grid. Source: the simulator's own rounding to the nearest whole degree.
-    [[nodiscard]] std::optional<int> VariationAt(double lat, double lon) const noexcept;
+    /// Inline because it is asked for every position that a member reports.
+    [[nodiscard]] std::optional<int> VariationAt(double lat, double lon) const noexcept
+    {
+        constexpr double FarOutside = 1000;
+        if (!(std::abs(lat) < FarOutside && std::abs(lon) < FarOutside))
+            return std::nullopt;
+        const long long wholeLat = std::llrint(lat); // the program's rounding, halves to even
+        const long long wholeLon = std::llrint(lon);
+        const long long east = wholeLon < 0 ? wholeLon + 360 : wholeLon;
+        const long long index = east * static_cast<long long>(Latitudes) + wholeLat + 90;
+        if (index < 0 || index >= static_cast<long long>(CellCount + 1))
+            return std::nullopt;
+        return static_cast<int>(Values[static_cast<std::size_t>(index)] * (360.0 / 65536.0));
+    }
 };
 
 /// Fills the grid from the bytes of the simulator's magdec.bgl: a signed 32-bit offset G at 110, and from G + 8 on the

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cassert>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -64,19 +65,18 @@ private:
 template <> class [[nodiscard]] Result<void> {
 public:
     Result() = default;
-    Result(Error error) : m_error(std::move(error)), m_failed(true) {}
+    Result(Error error) : m_error(std::move(error)) {}
 
-    [[nodiscard]] bool has_value() const noexcept { return !m_failed; }
+    [[nodiscard]] bool has_value() const noexcept { return !m_error; }
     explicit operator bool() const noexcept { return has_value(); }
 
     [[nodiscard]] const Error& error() const noexcept
     {
-        assert(m_failed);
-        return m_error;
+        assert(m_error);
+        return *m_error;
     }
 
 private:
-    Error m_error;
-    bool m_failed = false;
+    std::optional<Error> m_error; ///< nothing to build on the way of success
 };
 } // namespace corvane
