@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -20,7 +21,7 @@ std::shared_ptr<InMemorySession> InMemoryNetwork::Create(SessionEntry descriptio
 std::shared_ptr<InMemorySession> InMemoryNetwork::Find(std::string_view instanceGuid) const
 {
     for (const auto& session : m_sessions) {
-        if (!session->IsLost() && session->Listing().InstanceGuid == instanceGuid)
+        if (!session->IsLost() && session->InstanceGuid() == instanceGuid)
             return session;
     }
     return nullptr;
@@ -111,10 +112,10 @@ public:
 
 private:
     /// What keeps an operation from running at all.
-    Result<void> Ready(const char* operation);
-    /// The same for an operation that needs a session.
-    Result<void> InSession(const char* operation);
-    Result<void> InSession(const char* operation, std::string_view sessionGuid);
+    std::optional<Error> Ready(const char* operation);
+    /// The same for an operation that needs a session, or one particular session.
+    std::optional<Error> InSession(const char* operation);
+    std::optional<Error> InSession(const char* operation, std::string_view sessionGuid);
     void Leave();
 
     InMemoryNetwork& m_network;
@@ -124,29 +125,31 @@ private:
     std::shared_ptr<InMemorySession> m_session;
 };
 
-Result<void> InMemoryPeer::Ready(const char* operation)
+std::optional<Error> InMemoryPeer::Ready(const char* operation)
 {
     if (m_failures->Fails(operation))
         return Fail(operation, "told to fail");
     if (m_machine.Vanished)
         return Fail(operation, "the connection is lost");
-    return {};
+    return std::nullopt;
 }
 
-Result<void> InMemoryPeer::InSession(const char* operation)
+std::optional<Error> InMemoryPeer::InSession(const char* operation)
 {
-    auto ready = Ready(operation);
-    if (ready && !m_session)
+    if (auto refusal = Ready(operation))
+        return refusal;
+    if (!m_session)
         return Fail(operation, "no session is open");
-    return ready;
+    return std::nullopt;
 }
 
-Result<void> InMemoryPeer::InSession(const char* operation, std::string_view sessionGuid)
+std::optional<Error> InMemoryPeer::InSession(const char* operation, std::string_view sessionGuid)
 {
-    auto ready = InSession(operation);
-    if (ready && m_session->Listing().InstanceGuid != sessionGuid)
+    if (auto refusal = InSession(operation))
+        return refusal;
+    if (m_session->InstanceGuid() != sessionGuid)
         return Fail(operation, "the open session is not " + std::string(sessionGuid));
-    return ready;
+    return std::nullopt;
 }
 
 void InMemoryPeer::Leave()
@@ -161,16 +164,16 @@ void InMemoryPeer::Leave()
 Result<std::vector<ConnectionEntry>> InMemoryPeer::GetDPEnumConnections(std::string_view /*guid*/,
                                                                         std::uint32_t /*flags*/)
 {
-    if (auto ready = Ready("GetDPEnumConnections"); !ready)
-        return ready.error();
+    if (auto refusal = Ready("GetDPEnumConnections"))
+        return *refusal;
     return std::vector<ConnectionEntry>{
         {std::string(InMemoryProvider::ConnectionName), std::string(InMemoryProvider::ConnectionAddress)}};
 }
 
 Result<void> InMemoryPeer::InitializeConnection(std::string_view address)
 {
-    if (auto ready = Ready("InitializeConnection"); !ready)
-        return ready;
+    if (auto refusal = Ready("InitializeConnection"))
+        return *refusal;
     if (m_initialized || address != InMemoryProvider::ConnectionAddress)
         return Fail("InitializeConnection", m_initialized ? "initialized already" : "not an address of this network");
     m_initialized = true;
@@ -179,16 +182,16 @@ Result<void> InMemoryPeer::InitializeConnection(std::string_view address)
 
 Result<SessionData> InMemoryPeer::CreateSessionData()
 {
-    if (auto ready = Ready("CreateSessionData"); !ready)
-        return ready.error();
+    if (auto refusal = Ready("CreateSessionData"))
+        return *refusal;
     return SessionData{};
 }
 
 Result<std::vector<SessionEntry>> InMemoryPeer::GetDPEnumSessions(const SessionData& /*data*/,
                                                                   std::int32_t /*timeoutMs*/, std::uint32_t flags)
 {
-    if (auto ready = Ready("GetDPEnumSessions"); !ready)
-        return ready.error();
+    if (auto refusal = Ready("GetDPEnumSessions"))
+        return *refusal;
     if (!m_initialized)
         return Fail("GetDPEnumSessions", "no connection is initialized");
     std::vector<SessionEntry> entries = m_network.Listing(flags);
@@ -201,8 +204,8 @@ Result<std::vector<SessionEntry>> InMemoryPeer::GetDPEnumSessions(const SessionD
 
 Result<void> InMemoryPeer::Open(const SessionEntry& session, std::uint32_t flags)
 {
-    if (auto ready = Ready("Open"); !ready)
-        return ready;
+    if (auto refusal = Ready("Open"))
+        return *refusal;
     if (!m_initialized || m_session)
         return Fail("Open", m_session ? "a session is open already" : "no connection is initialized");
     if (flags == OpenCreate) {
@@ -221,50 +224,50 @@ Result<void> InMemoryPeer::Open(const SessionEntry& session, std::uint32_t flags
 Result<PlayerId> InMemoryPeer::CreatePlayer(std::string_view friendlyName, std::string_view /*formalName*/,
                                             std::int32_t /*event*/, std::uint32_t /*flags*/)
 {
-    if (auto ready = InSession("CreatePlayer"); !ready)
-        return ready.error();
+    if (auto refusal = InSession("CreatePlayer"))
+        return *refusal;
     return m_session->CreatePlayer(m_machine, friendlyName);
 }
 
 Result<void> InMemoryPeer::SetPlayerName(PlayerId player, std::string_view friendlyName)
 {
-    if (auto ready = InSession("SetPlayerName"); !ready)
-        return ready;
+    if (auto refusal = InSession("SetPlayerName"))
+        return *refusal;
     return m_session->Rename(m_machine, player, friendlyName);
 }
 
 Result<std::int32_t> InMemoryPeer::CreateGroup(std::string_view shortName)
 {
-    if (auto ready = InSession("CreateGroup"); !ready)
-        return ready.error();
+    if (auto refusal = InSession("CreateGroup"))
+        return *refusal;
     return m_session->CreateGroup(shortName);
 }
 
 Result<std::vector<SessionMember>> InMemoryPeer::GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t /*flags*/)
 {
-    if (auto ready = InSession("GetDPEnumGroups", sessionGuid); !ready)
-        return ready.error();
+    if (auto refusal = InSession("GetDPEnumGroups", sessionGuid))
+        return *refusal;
     return m_session->Groups();
 }
 
 Result<void> InMemoryPeer::AddPlayerToGroup(std::int32_t group, PlayerId player)
 {
-    if (auto ready = InSession("AddPlayerToGroup"); !ready)
-        return ready;
+    if (auto refusal = InSession("AddPlayerToGroup"))
+        return *refusal;
     return m_session->AddToGroup(group, player);
 }
 
 Result<std::vector<SessionMember>> InMemoryPeer::GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t /*flags*/)
 {
-    if (auto ready = InSession("GetDPEnumPlayers", sessionGuid); !ready)
-        return ready.error();
+    if (auto refusal = InSession("GetDPEnumPlayers", sessionGuid))
+        return *refusal;
     return m_session->Players(m_machine);
 }
 
 Result<std::int32_t> InMemoryPeer::GetMessageCount(PlayerId player)
 {
-    if (auto ready = InSession("GetMessageCount"); !ready)
-        return ready.error();
+    if (auto refusal = InSession("GetMessageCount"))
+        return *refusal;
     if (!m_session->Owns(m_machine, player))
         return Fail("GetMessageCount", "player " + NumberText(player) + " is not this peer's");
     return m_machine.WaitingFor(player);
@@ -272,8 +275,8 @@ Result<std::int32_t> InMemoryPeer::GetMessageCount(PlayerId player)
 
 Result<ReceivedMessage> InMemoryPeer::Receive(std::uint32_t /*flags*/)
 {
-    if (auto ready = InSession("Receive"); !ready)
-        return ready.error();
+    if (auto refusal = InSession("Receive"))
+        return *refusal;
     if (m_machine.IsEmpty())
         return Fail("Receive", "no message is waiting");
     return m_machine.Take();
@@ -281,8 +284,8 @@ Result<ReceivedMessage> InMemoryPeer::Receive(std::uint32_t /*flags*/)
 
 Result<void> InMemoryPeer::Send(PlayerId from, PlayerId to, std::uint32_t /*flags*/, ByteSpan message)
 {
-    if (auto ready = InSession("Send"); !ready)
-        return ready;
+    if (auto refusal = InSession("Send"))
+        return *refusal;
     if (message.size() > InMemoryNetwork::MessageLimit)
         return Fail("Send",
                     "a message of " + NumberText(static_cast<std::int64_t>(message.size())) + " bytes is too long");
@@ -291,22 +294,22 @@ Result<void> InMemoryPeer::Send(PlayerId from, PlayerId to, std::uint32_t /*flag
 
 Result<std::string> InMemoryPeer::GetPlayerFriendlyName(PlayerId player)
 {
-    if (auto ready = InSession("GetPlayerFriendlyName"); !ready)
-        return ready.error();
+    if (auto refusal = InSession("GetPlayerFriendlyName"))
+        return *refusal;
     return m_session->FriendlyName(player);
 }
 
 Result<void> InMemoryPeer::DestroyPlayer(PlayerId player)
 {
-    if (auto ready = InSession("DestroyPlayer"); !ready)
-        return ready;
+    if (auto refusal = InSession("DestroyPlayer"))
+        return *refusal;
     return m_session->DestroyPlayer(m_machine, player);
 }
 
 Result<void> InMemoryPeer::Close()
 {
-    if (auto ready = InSession("Close"); !ready)
-        return ready;
+    if (auto refusal = InSession("Close"))
+        return *refusal;
     Leave();
     return {};
 }

@@ -10,7 +10,7 @@ void InMemoryMachine::Queue(ReceivedMessage message)
 {
     if (m_queue.size() >= QueueLimit)
         static_cast<void>(Take());
-    ++m_waiting[message.To];
+    ++CountOf(message.To);
     m_queue.push_back(std::move(message));
 }
 
@@ -18,20 +18,32 @@ ReceivedMessage InMemoryMachine::Take()
 {
     ReceivedMessage message = std::move(m_queue.front());
     m_queue.pop_front();
-    --m_waiting[message.To];
+    --CountOf(message.To);
     return message;
 }
 
 std::int32_t InMemoryMachine::WaitingFor(PlayerId player) const noexcept
 {
-    const auto waiting = m_waiting.find(player);
-    return waiting == m_waiting.end() ? 0 : waiting->second;
+    for (const auto& [owner, count] : m_waiting) {
+        if (owner == player)
+            return count;
+    }
+    return 0;
 }
 
 void InMemoryMachine::Forget(PlayerId player)
 {
     std::erase_if(m_queue, [&](const ReceivedMessage& message) { return message.To == player; });
-    m_waiting.erase(player);
+    std::erase_if(m_waiting, [&](const auto& waiting) { return waiting.first == player; });
+}
+
+std::int32_t& InMemoryMachine::CountOf(PlayerId player)
+{
+    for (auto& [owner, count] : m_waiting) {
+        if (owner == player)
+            return count;
+    }
+    return m_waiting.emplace_back(player, 0).second;
 }
 
 static Bytes SystemBytes(InMemorySession::SystemMessage message, std::span<const std::int32_t> values)

@@ -8,7 +8,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -30,8 +29,10 @@ public:
     bool Vanished = false; ///< cut off without a farewell: neither sends nor receives
 
 private:
+    std::int32_t& CountOf(PlayerId player);
+
     std::deque<ReceivedMessage> m_queue;
-    std::unordered_map<PlayerId, std::int32_t> m_waiting;
+    std::vector<std::pair<PlayerId, std::int32_t>> m_waiting; ///< a machine has few players: searched one by one
 };
 
 /// A session inside the process: its players and groups in order of creation, and the machines taking part.
@@ -55,6 +56,7 @@ public:
 
     /// The description with the current number of players, without the password.
     [[nodiscard]] SessionEntry Listing() const;
+    [[nodiscard]] const std::string& InstanceGuid() const noexcept { return m_description.InstanceGuid; }
     [[nodiscard]] bool IsFull() const noexcept;
     [[nodiscard]] bool IsLost() const noexcept { return m_lost; }
     [[nodiscard]] bool IsHost(const InMemoryMachine& machine) const noexcept { return m_host == &machine; }

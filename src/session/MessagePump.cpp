@@ -30,49 +30,43 @@ void MessagePump::PumpTick()
         return;
     const BusyFlag busy(m_busy);
     m_senders.clear();
+    m_sessionOver = false;
     if (const auto drained = Drain(); !drained) {
         m_lastError = drained.error();
-        static_cast<void>(EndSession(RemovedText));
+        EndSession(RemovedText);
     }
 }
 
-Result<MessagePump::Flow> MessagePump::Drain()
+Result<void> MessagePump::Drain()
 {
     const auto count = m_session.SessionPeer->GetMessageCount(m_session.OwnPlayerId);
     if (!count)
         return count.error();
-    for (std::int32_t i = 0; i < *count; ++i) {
+    for (std::int32_t i = 0; i < *count && !m_sessionOver; ++i) {
         const auto message = m_session.SessionPeer->Receive(ReceiveAll);
         if (!message)
             return message.error();
-        auto flow = Handle(*message);
-        if (!flow || *flow == Flow::SessionOver)
-            return flow;
+        if (auto handled = Handle(*message); !handled)
+            return handled;
     }
-    return Flow::GoOn;
+    return {};
 }
 
-Result<MessagePump::Flow> MessagePump::GoOnAfter(const Result<void>& handled)
-{
-    return handled ? Result<Flow>(Flow::GoOn) : handled.error();
-}
-
-Result<MessagePump::Flow> MessagePump::Handle(const ReceivedMessage& message)
+Result<void> MessagePump::Handle(const ReceivedMessage& message)
 {
     if (message.From == SystemSender)
-        return Flow::GoOn; // the transport's own messages may be shorter than a header
+        return {}; // the transport's own messages may be shorter than a header
     const auto header = DecodeHeader(message.Content);
     if (!header)
         return header.error();
     switch (header->Type) {
     case MessageType::HostLeft: return HandleHostLeft();
-    case MessageType::RemovedByHost: return EndSession(RemovedText);
-    case MessageType::ChatText: return GoOnAfter(HandleChat(*header, message));
-    case MessageType::JoinRequest:
-        return GoOnAfter(Admit(message.From, MessageType::PilotAnnounce, MessageType::JoinRefused));
+    case MessageType::RemovedByHost: EndSession(RemovedText); return {};
+    case MessageType::ChatText: return HandleChat(*header, message);
+    case MessageType::JoinRequest: return Admit(message.From, MessageType::PilotAnnounce, MessageType::JoinRefused);
     case MessageType::ObserverJoinRequest:
-        return GoOnAfter(Admit(message.From, MessageType::ObserverAnnounce, MessageType::ObserverJoinRefused));
-    default: return m_session.SessionJoined ? GoOnAfter(HandleJoined(*header, message)) : Flow::GoOn;
+        return Admit(message.From, MessageType::ObserverAnnounce, MessageType::ObserverJoinRefused);
+    default: return m_session.SessionJoined ? HandleJoined(*header, message) : Result<void>();
     }
 }
 
@@ -182,7 +176,7 @@ Result<void> MessagePump::HandleChat(const MessageHeader& header, const Received
     return {};
 }
 
-Result<MessagePump::Flow> MessagePump::HandleHostLeft()
+Result<void> MessagePump::HandleHostLeft()
 {
     const auto members = m_session.SessionPeer->GetDPEnumPlayers(m_session.SessionGuid, 0);
     if (!members)
@@ -190,34 +184,34 @@ Result<MessagePump::Flow> MessagePump::HandleHostLeft()
     PruneDepartedPlayers(*members);
     if (m_players.PlayerCount() != 1) {
         m_isSessionHost = true;
-        return Inform("The original host had left the session, Corvane is now hosting the session.")
-                   ? Flow::GoOn
-                   : Flow::SessionOver;
+        Inform("The original host had left the session, Corvane is now hosting the session.");
+        return {};
     }
     const auto ownName = OwnFriendlyName(m_session);
     if (!ownName)
         return ownName.error();
-    if (!IsPlayer(m_players.Players().front(), m_session.OwnPlayerId, *ownName))
-        return Flow::GoOn;
-    return EndSession("The FS multiplayer connection was lost, Corvane closes multiplayer session.");
+    if (IsPlayer(m_players.Players().front(), m_session.OwnPlayerId, *ownName))
+        EndSession("The FS multiplayer connection was lost, Corvane closes multiplayer session.");
+    return {};
 }
 
-MessagePump::Flow MessagePump::EndSession(std::string_view text)
+void MessagePump::EndSession(std::string_view text)
 {
-    if (Inform(text))
+    Inform(text);
+    if (!m_sessionOver)
         m_events.Disconnect();
-    return Flow::SessionOver;
+    m_sessionOver = true;
 }
 
-/// Shows a box. Whatever the program allows meanwhile, names and entries may have changed when it closes; returns
-/// whether the session is still the same.
-bool MessagePump::Inform(std::string_view text)
+/// Shows a box. Whatever the program allows meanwhile, names and entries may have changed when it closes, and the
+/// session may be another one.
+void MessagePump::Inform(std::string_view text)
 {
     const SessionPeer* peer = m_session.SessionPeer.get();
     const PlayerId ownId = m_session.OwnPlayerId;
     m_boxes.Inform(text);
     m_senders.clear();
-    return m_session.SessionPeer.get() == peer && m_session.OwnPlayerId == ownId;
+    m_sessionOver = m_session.SessionPeer.get() != peer || m_session.OwnPlayerId != ownId;
 }
 
 void MessagePump::UpkeepTick()

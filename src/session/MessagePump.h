@@ -62,25 +62,23 @@ public:
     [[nodiscard]] const std::optional<Error>& LastError() const noexcept { return m_lastError; }
 
 private:
-    enum class Flow : std::uint8_t { GoOn, SessionOver };
     /// A sender as this tick knows it: asking the session for a name on every message would cost more than the message.
     struct Sender {
         std::string Name;
         std::optional<std::size_t> Entry; ///< the first entry that is the sender
     };
 
-    Result<Flow> Drain();
-    static Result<Flow> GoOnAfter(const Result<void>& handled);
-    Result<Flow> Handle(const ReceivedMessage& message);
+    Result<void> Drain();
+    Result<void> Handle(const ReceivedMessage& message);
     Result<void> HandleJoined(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> Admit(PlayerId sender, MessageType welcome, MessageType refusal);
     Result<void> HandleAnnounce(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandleAircraftInfo(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandlePosition(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandleChat(const MessageHeader& header, const ReceivedMessage& message);
-    Result<Flow> HandleHostLeft();
-    Flow EndSession(std::string_view text);
-    bool Inform(std::string_view text);
+    Result<void> HandleHostLeft();
+    void EndSession(std::string_view text);
+    void Inform(std::string_view text);
 
     void PruneDepartedPlayers(std::span<const SessionMember> members);
     void AskUnknownMembers(std::span<const SessionMember> members);
@@ -97,6 +95,7 @@ private:
     std::unordered_map<PlayerId, Sender> m_senders; ///< emptied whenever names or entries may have changed
     std::optional<Error> m_lastError;
     bool m_isSessionHost = false;
+    bool m_sessionOver = false; ///< nothing of this tick may go on
     bool m_busy = false;
 };
 } // namespace corvane

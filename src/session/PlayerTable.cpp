@@ -39,11 +39,6 @@ std::optional<std::size_t> PlayerTable::FindPlayer(std::int32_t id, std::string_
     return first == m_firstWithId.end() ? std::nullopt : FindFrom(first->second, friendlyName);
 }
 
-std::optional<std::size_t> PlayerTable::FindNextPlayer(std::size_t index) const noexcept
-{
-    return FindFrom(m_nextWithId[index], m_players[index].Name);
-}
-
 void PlayerTable::AddToIndex(std::size_t index)
 {
     m_nextWithId.push_back(None);

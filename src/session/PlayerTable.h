@@ -45,7 +45,11 @@ public:
     /// The first entry, in table order, that is the member with this id and current friendly name.
     [[nodiscard]] std::optional<std::size_t> FindPlayer(std::int32_t id, std::string_view friendlyName) const noexcept;
     /// The next entry that is the same member as the one at index.
-    [[nodiscard]] std::optional<std::size_t> FindNextPlayer(std::size_t index) const noexcept;
+    [[nodiscard]] std::optional<std::size_t> FindNextPlayer(std::size_t index) const noexcept
+    {
+        const std::size_t next = m_nextWithId[index];
+        return next == None ? std::nullopt : FindFrom(next, m_players[index].Name);
+    }
     /// Whether any entry has this id, whatever its name.
     [[nodiscard]] bool HasId(std::int32_t id) const noexcept { return m_firstWithId.contains(id); }
 
