@@ -1,0 +1,28 @@
+#pragma once
+
+#include "area/AreaModel.h"
+#include "core/MagVarGrid.h"
+#include "core/Settings.h"
+#include "radar/DisplayFlags.h"
+#include "session/PlayerTable.h"
+#include "session/SessionState.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace corvane {
+/// What the windows share. Made once by main, passed by reference, touched on the user-interface thread alone.
+///
+/// A window gives a library the smallest part that serves it. View and pointer belong to the main window.
+struct AppState {
+    std::filesystem::path AppFolder; ///< where the settings and the database live
+    bool DatabaseMissing = false;    ///< from a start without a usable database until a build has completed
+    SettingsRecord Settings;         ///< its FsPath is the simulator's main folder
+    SessionState Session;
+    PlayerTable Players;
+    AreaModel Area;
+    std::vector<AirspaceRecord> AllAirspaces; ///< the whole airspaces file, while the area chooser is open
+    MagVarGrid MagVar;
+    DisplayFlags Flags;
+};
+} // namespace corvane

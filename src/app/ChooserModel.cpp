@@ -1,0 +1,110 @@
+#include "app/ChooserModel.h"
+
+#include "app/AppState.h"
+#include "area/AreaLoad.h"
+#include "area/DatabaseLists.h"
+
+namespace corvane {
+namespace {
+/// Shows a load's steps in the window.
+class ShownProgress final : public LoadProgress {
+public:
+    explicit ShownProgress(ChooserView& view) noexcept : m_view(view) {}
+
+    void StepBegins(std::string_view status) override { m_view.SetStatus(status); }
+    void StepEnded() override { m_view.SetProgress(++m_done, ChooserModel::LoadProgressMaximum); }
+
+private:
+    ChooserView& m_view;
+    int m_done = 0;
+};
+} // namespace
+
+Result<void> ChooserModel::ReadAirports()
+{
+    Result<std::vector<std::string>> entries = ReadAirportList(m_state.AppFolder);
+    if (!entries)
+        return entries.error();
+    m_airportEntries = *std::move(entries);
+    return {};
+}
+
+Result<void> ChooserModel::ReadAirspaces()
+{
+    Result<std::vector<AirspaceRecord>> airspaces = ReadAllAirspaces(m_state.AppFolder, m_state.Settings.AirspaceCount);
+    if (!airspaces)
+        return airspaces.error();
+    m_state.AllAirspaces = *std::move(airspaces);
+    m_sectorEntries = SectorNames(m_state.AllAirspaces);
+    return {};
+}
+
+Result<void> ChooserModel::Open()
+{
+    m_areaLoaded = false;
+    m_view.SetControlsEnabled(false);
+    m_view.SetProgress(0, OpeningSteps);
+    Result<void> outcome;
+    const auto keepFirst = [&](Result<void> step) {
+        if (outcome && !step)
+            outcome = std::move(step);
+    };
+    m_view.SetStatus("Reading Magnetic Devations...");
+    keepFirst(ReadMagVarGrid(m_state.MagVar, m_state.Settings.FsPath));
+    m_view.SetProgress(1, OpeningSteps);
+    m_view.SetStatus("Reading Airports...");
+    keepFirst(ReadAirports());
+    m_view.SetProgress(2, OpeningSteps);
+    m_view.SetStatus("Reading Airspaces...");
+    keepFirst(ReadAirspaces());
+    m_view.SetProgress(3, OpeningSteps);
+    m_view.SetProgress(0, OpeningSteps);
+    m_view.SetControlsEnabled(true);
+    m_view.SetStatus("Done");
+    return outcome;
+}
+
+Result<void> ChooserModel::RunLoad(ControlMode mode, std::string_view entry)
+{
+    ShownProgress progress(m_view);
+    if (mode == ControlMode::Airport)
+        return LoadAirportArea(m_state.AppFolder, m_state.Settings, entry, m_state.AllAirspaces, m_state.Area,
+                               progress);
+    return LoadSectorArea(m_state.AppFolder, m_state.Settings, entry, m_state.AllAirspaces, m_state.Area, progress);
+}
+
+Result<ChooserNext> ChooserModel::Load(ControlMode mode, std::optional<std::string_view> entry)
+{
+    if (!entry)
+        return ChooserNext::Stay;
+    m_view.SetControlsEnabled(false);
+    m_view.SetProgress(0, LoadProgressMaximum);
+    const Result<void> loaded = RunLoad(mode, *entry);
+    m_view.SetProgress(0, LoadProgressMaximum);
+    m_view.SetControlsEnabled(true);
+    m_view.SetStatus("Done");
+    if (!loaded)
+        return loaded.error();
+    m_areaLoaded = true;
+    return m_state.Session.RadarOpen ? ChooserNext::ShowNewArea : ChooserNext::OpenConnection;
+}
+
+ChooserNext ChooserModel::Exit()
+{
+    m_view.SetStatus("Please wait...");
+    m_state.AllAirspaces = {};
+    return m_state.Session.RadarOpen ? ChooserNext::ReturnToRadar : ChooserNext::EndProgram;
+}
+
+ChooserNext ChooserModel::Close()
+{
+    if (m_areaLoaded)
+        return ChooserNext::Stay;
+    return Exit();
+}
+
+std::string ChooserModel::MainWindowCaption(const AreaModel& area)
+{
+    return "Corvane v3.0 - " + area.AreaName;
+}
+} // namespace corvane

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "area/AreaModel.h"
+#include "core/Result.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+struct AppState;
+
+/// What the area chooser's logic asks of its window. Each call shows at once: long work may follow.
+class ChooserView {
+public:
+    ChooserView() = default;
+    ChooserView(const ChooserView&) = delete;
+    ChooserView& operator=(const ChooserView&) = delete;
+    virtual ~ChooserView() = default;
+
+    virtual void SetStatus(std::string_view status) = 0;
+    /// The progress bar, whose minimum is always 0.
+    virtual void SetProgress(int value, int maximum) = 0;
+    /// Both buttons, both lists and both options. Enabling leaves the list of the mode that is not chosen disabled.
+    virtual void SetControlsEnabled(bool enabled) = 0;
+};
+
+/// What the window does next.
+enum class ChooserNext : std::uint8_t {
+    Stay,
+    ReturnToRadar,  ///< give the main window back, unchanged, and close
+    ShowNewArea,    ///< give it back, set its caption, centre it on the area, and close
+    OpenConnection, ///< open the connection window and close
+    EndProgram,
+};
+
+/// The logic of the area chooser: its opening reads, the loads, and what follows them.
+class ChooserModel {
+public:
+    static constexpr int OpeningDelayMs = 1000;
+    static constexpr int OpeningSteps = 4; ///< the bar's maximum, one more than the steps taken
+    static constexpr int LoadProgressMaximum = 9;
+
+    ChooserModel(AppState& state, ChooserView& view) noexcept : m_state(state), m_view(view) {}
+
+    /// Reads the magnetic grid, the airports and the airspaces. Fails with the first file that could not be read; the
+    /// others are read all the same, and the window can be used.
+    Result<void> Open();
+
+    /// The lists' entries, 8-bit text.
+    [[nodiscard]] const std::vector<std::string>& AirportEntries() const noexcept { return m_airportEntries; }
+    [[nodiscard]] const std::vector<std::string>& SectorEntries() const noexcept { return m_sectorEntries; }
+
+    /// "GET AIRPORT OR ARTCC/FIR": loads the chosen entry's area; Stay without one. A failure leaves the previous area,
+    /// and the user may choose again.
+    Result<ChooserNext> Load(ControlMode mode, std::optional<std::string_view> entry);
+
+    /// "EXIT".
+    ChooserNext Exit();
+    /// The window is closed by its frame. After a completed load, which closes the window itself, nothing more happens.
+    ChooserNext Close();
+
+    /// The main window's caption for an area.
+    static std::string MainWindowCaption(const AreaModel& area);
+
+private:
+    Result<void> ReadAirports();
+    Result<void> ReadAirspaces();
+    Result<void> RunLoad(ControlMode mode, std::string_view entry);
+
+    AppState& m_state;
+    ChooserView& m_view;
+    std::vector<std::string> m_airportEntries;
+    std::vector<std::string> m_sectorEntries;
+    bool m_areaLoaded = false;
+};
+} // namespace corvane

@@ -1,0 +1,79 @@
+#include "app/SetUp.h"
+
+#include "app/AppState.h"
+#include "core/File.h"
+#include "core/PathLookup.h"
+#include "core/Text.h"
+
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace corvane {
+std::string SetUp::PathAfterChange(std::string_view text)
+{
+    constexpr std::size_t DriveRootLength = 3;
+    std::string path(text);
+    if (path.size() == DriveRootLength)
+        std::erase_if(path, [](char c) { return c == '\\' || c == '/'; });
+    return path;
+}
+
+static bool HoldsSimulator(std::string_view folder)
+{
+    const auto program = FindPath(std::string(folder) + "\\fs2002.exe");
+    std::error_code ignored;
+    return program && std::filesystem::is_regular_file(*program, ignored);
+}
+
+void SetUp::OptionClicked() noexcept
+{
+    m_state.Settings.FsVersion = Fs2002Version;
+}
+
+bool SetUp::NextStep(std::string_view path, bool fs2002Selected)
+{
+    if (!HoldsSimulator(path)) {
+        m_boxes.Warn("The directory or path that you selected is not your currently FS2002 main folder, because this "
+                     "program didn't found the FS2002.EXE file. Please try again.");
+        return false;
+    }
+    SettingsRecord settings = m_state.Settings;
+    settings.VersionText = SettingsVersionText;
+    settings.RecordMark = 1;
+    if (fs2002Selected)
+        settings.FsVersion = Fs2002Version;
+    settings.FsPath = path;
+    if (const Result<void> written = WriteSettings(m_state.AppFolder / SettingsFileName, settings); !written) {
+        m_boxes.Inform(written.error().Text());
+        return false;
+    }
+    m_state.Settings = std::move(settings);
+    m_boxes.Inform("Settings file created successfully!");
+    m_setupFinished = true;
+    return true;
+}
+
+/// Deletes every "*.tcs", in any letter case.
+static void DeleteSettingsFiles(const std::filesystem::path& folder)
+{
+    std::vector<std::filesystem::path> found; // deleting while listing may upset the listing
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (ToLower(entry->path().filename().string()).ends_with(".tcs"))
+            found.push_back(entry->path());
+    }
+    for (const std::filesystem::path& path : found)
+        DeleteFile(path);
+}
+
+bool SetUp::Close()
+{
+    if (m_setupFinished)
+        return false;
+    DeleteSettingsFiles(m_state.AppFolder);
+    m_boxes.Inform("You didn't finish setup process, program will end");
+    return true;
+}
+} // namespace corvane
