@@ -28,12 +28,13 @@ function(corvane_executable name)
   target_link_libraries(${name} PRIVATE corvane_options ${ARG_DEPENDS})
 endfunction()
 
-# corvane_test(NAME SOURCES file... [DEPENDS target...]): a GoogleTest program whose cases CTest runs one by one.
+# corvane_test(NAME SOURCES file... [DEPENDS target...] [ENVIRONMENT VARIABLE=value]): a GoogleTest program whose cases
+# CTest runs one by one.
 function(corvane_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
   corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} GTest::gtest_main GTest::gmock)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()
 
 # corvane_bench(NAME SOURCES file... [DEPENDS target...])

@@ -1,0 +1,94 @@
+#include "radar/PictureBox.h"
+
+#include "radar/MapLayers.h"
+#include "radar/RecordingSurface.h"
+#include "radar/ScopePainter.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+constexpr std::uint32_t Red = 0xffff0000;
+
+TEST(PictureBox, ClearingRestoresTheBackground)
+{
+    PixelImage background(4, 2);
+    background.Fill(Red);
+    PictureBox box;
+    box.Resize(4, 2);
+    EXPECT_EQ(box.Image(), PixelImage(4, 2)); // black
+    box.Image().Row(0)[0] = 0xff123456;
+    box.SetPicture(&background); // shows at once
+    EXPECT_EQ(box.Image(), background);
+    box.Image().Row(1)[3] = 0xff123456;
+    EXPECT_NE(box.Image(), background); // what is drawn persists
+    box.Clear();
+    EXPECT_EQ(box.Image(), background);
+    box.SetPicture(nullptr);
+    EXPECT_EQ(box.Image(), PixelImage(4, 2));
+}
+
+TEST(PictureBox, ShowsPicturesOfOtherSizesFromTheTopLeft)
+{
+    PixelImage background(3, 3);
+    background.Fill(Red);
+    PictureBox box;
+    box.Resize(4, 2);
+    box.SetPicture(&background);
+    EXPECT_EQ(box.Image().At(2, 1), Red);
+    EXPECT_EQ(box.Image().At(3, 1), PixelImage::Black);
+    box.Resize(0, 0);
+    box.Clear();
+    box.Resize(-5, 1 << 30);
+    EXPECT_EQ(box.Image().Width(), 0);
+    EXPECT_EQ(box.Image().Height(), PixelImage::LargestSide);
+}
+
+struct PaintedScope : testing::Test {
+    AreaModel Area;
+    MagVarGrid Grid;
+    DisplayFlags Flags;
+    ScopeView View = StartUpView(300, 200, 5, 5);
+    ScopeFont Font; // without characters: nothing here depends on texts
+
+    PaintedScope()
+    {
+        Area.AreaVors = {{"", "", 5, 5, "", 0}};
+        Area.OutlinePoints = {{4, 4}, {6, 6}, {6, 4}, {0, 0}, {3, 3}};
+        View.OutlineStep = 1;
+    }
+    [[nodiscard]] MapScene Scene() const { return {Area, Grid, View, Flags}; }
+};
+
+TEST_F(PaintedScope, TargetsComeAndGoOverTheMap)
+{
+    ScopePainter painter(Font);
+    painter.DrawMap(Scene());
+    const PixelImage map = painter.Picture();
+    EXPECT_EQ(map.At(150, 100), PixelImage::PixelOf({0, 0, 255}));
+    painter.Scope().Circle({100, 100}, 5);
+    EXPECT_NE(painter.Picture(), map);
+    painter.RestoreMap();
+    EXPECT_EQ(painter.Picture(), map);
+    painter.Scope().Circle({100, 100}, 5);
+    View = StartUpView(120, 90, 5, 5); // the window was resized
+    Area = {};
+    Flags.ShowRangeRings = false;
+    painter.DrawMap(Scene());
+    EXPECT_EQ(painter.Picture(), PixelImage(120, 90));
+}
+
+TEST_F(PaintedScope, ReplayPaintsTheSamePicture)
+{
+    ScopePainter painter(Font);
+    painter.DrawMap(Scene());
+    RecordingSurface recorder;
+    DrawMapLayers(recorder, Scene());
+    PixelImage image(300, 200);
+    PaintedSurface surface(image, Font);
+    recorder.Replay(surface);
+    EXPECT_EQ(image, painter.Picture());
+    EXPECT_NE(image, PixelImage(300, 200));
+}
+} // namespace
+} // namespace corvane
