@@ -1,4 +1,4 @@
-#include "app/SetUp.h"
+#include "app/SetUpModel.h"
 
 #include "app/AppState.h"
 #include "core/File.h"
@@ -10,7 +10,7 @@
 #include <vector>
 
 namespace corvane {
-std::string SetUp::PathAfterChange(std::string_view text)
+std::string SetUpModel::PathAfterChange(std::string_view text)
 {
     constexpr std::size_t DriveRootLength = 3;
     std::string path(text);
@@ -26,12 +26,12 @@ static bool HoldsSimulator(std::string_view folder)
     return program && std::filesystem::is_regular_file(*program, ignored);
 }
 
-void SetUp::OptionClicked() noexcept
+void SetUpModel::OptionClicked() noexcept
 {
     m_state.Settings.FsVersion = Fs2002Version;
 }
 
-bool SetUp::NextStep(std::string_view path, bool fs2002Selected)
+bool SetUpModel::NextStep(std::string_view path, bool fs2002Selected)
 {
     if (!HoldsSimulator(path)) {
         m_boxes.Warn("The directory or path that you selected is not your currently FS2002 main folder, because this "
@@ -68,7 +68,7 @@ static void DeleteSettingsFiles(const std::filesystem::path& folder)
         DeleteFile(path);
 }
 
-bool SetUp::Close()
+bool SetUpModel::Close()
 {
     if (m_setupFinished)
         return false;

@@ -10,9 +10,9 @@ struct AppState;
 
 /// The logic of the set-up window, which asks for the simulator's folder and writes the first settings.
 /// Paths are 8-bit text (Windows-1252) as typed; files are found below them in any letter case.
-class SetUp {
+class SetUpModel {
 public:
-    SetUp(AppState& state, MessageBoxes& boxes) noexcept : m_state(state), m_boxes(boxes) {}
+    SetUpModel(AppState& state, MessageBoxes& boxes) noexcept : m_state(state), m_boxes(boxes) {}
 
     /// What the path box holds after a change to text: a text of exactly 3 characters, such as "C:\", loses its
     /// separators. Other texts stay.
