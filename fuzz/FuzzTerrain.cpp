@@ -1,0 +1,26 @@
+#include "area/AreaCircle.h"
+#include "area/Terrain.h"
+
+#include <cstdlib>
+
+using namespace corvane;
+
+// The centre comes from the first 16 bytes, the points from the rest. The quick test must agree with the distance.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    ByteReader head(ByteSpan(data, size));
+    const double lat = head.ReadF64();
+    const double lon = head.ReadF64();
+    MemorySource terrain("world_terrain.db", ByteSpan(data, size).subspan(head.Position()));
+    const AreaCircle circle(lat, lon);
+    std::vector<TerrainPoint> quick;
+    std::vector<TerrainPoint> plain;
+    const auto within = [&](double pointLat, double pointLon) {
+        return std::isfinite(pointLat) && std::isfinite(pointLon) &&
+               DistanceNm(lat, lon, pointLat, pointLon) <= AreaRadiusNm;
+    };
+    const auto contains = [&](double pointLat, double pointLon) { return circle.Contains(pointLat, pointLon); };
+    if (!ReadTerrain(terrain, contains, quick) || !ReadTerrain(terrain, within, plain) || quick != plain)
+        std::abort();
+    return 0;
+}
