@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ranges>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -53,9 +53,8 @@ private:
 /// the first.
 template <class Range, class Predicate> static const auto* FindLast(const Range& range, Predicate fits)
 {
-    const auto reversed = std::views::reverse(range);
-    const auto found = std::ranges::find_if(reversed, fits);
-    return found == reversed.end() ? nullptr : &*found;
+    const auto found = std::find_if(std::rbegin(range), std::rend(range), fits);
+    return found == std::rend(range) ? nullptr : &*found;
 }
 
 static const AirspaceRecord* AirspaceAt(const MapScene& scene, const Probe& probe)
@@ -87,11 +86,11 @@ static const PlayerRecord* PilotAt(const Pilots& pilots, const Probe& probe)
 
 static std::optional<std::string> RunwayEndText(const AirportRecord& airport, const Probe& probe)
 {
-    for (const RunwayRecord& runway : std::views::reverse(airport.Runways)) {
-        if (probe.Hits(runway.End2Lat, runway.End2Lon, ObjectLimitPx))
-            return RunwayText(runway, runway.ReciprocalDesignation, runway.ReciprocalMagHeading);
-        if (probe.Hits(runway.End1Lat, runway.End1Lon, ObjectLimitPx))
-            return RunwayText(runway, runway.Designation, runway.MagHeading);
+    for (auto runway = airport.Runways.rbegin(); runway != airport.Runways.rend(); ++runway) {
+        if (probe.Hits(runway->End2Lat, runway->End2Lon, ObjectLimitPx))
+            return RunwayText(*runway, runway->ReciprocalDesignation, runway->ReciprocalMagHeading);
+        if (probe.Hits(runway->End1Lat, runway->End1Lon, ObjectLimitPx))
+            return RunwayText(*runway, runway->Designation, runway->MagHeading);
     }
     return std::nullopt;
 }
@@ -116,8 +115,9 @@ static std::optional<std::string> AirportObjectText(const MapScene& scene, const
 static std::string TextAt(const MapScene& scene, const Pilots& pilots, const Probe& probe,
                           const AirspaceRecord* airspace)
 {
-    for (const AirportRecord& airport : std::views::reverse(scene.Area.AreaAirports))
-        if (auto text = AirportObjectText(scene, probe, airport))
+    const std::vector<AirportRecord>& airports = scene.Area.AreaAirports;
+    for (auto airport = airports.rbegin(); airport != airports.rend(); ++airport)
+        if (auto text = AirportObjectText(scene, probe, *airport))
             return *std::move(text);
     if (const PlayerRecord* pilot = PilotAt(pilots, probe))
         return PilotText(*pilot);

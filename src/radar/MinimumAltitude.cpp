@@ -121,7 +121,9 @@ std::span<MinimumAltitudes::Destination> MinimumAltitudes::FindDestinations(std:
     const std::string key = ToUpper(TrimSpaces(icao));
     if (key.empty())
         return {};
-    return std::ranges::equal_range(m_destinations, key, {}, &Destination::Icao);
+    const auto first = std::ranges::lower_bound(m_destinations, key, {}, &Destination::Icao);
+    const auto last = std::ranges::upper_bound(m_destinations, key, {}, &Destination::Icao);
+    return {first, last};
 }
 
 /// The terrain's elevation and what keeps clear of it; elevations of a damaged file may lie anywhere in 32 bits.
