@@ -38,10 +38,10 @@ struct BglScan {
         PlaceAt = at;
     }
 
-    /// Reader.ReadText, paid for.
+    /// Reader.ReadText, paid for; a length that the file does not have costs nothing, as it reads nothing.
     std::string ReadText(std::int64_t offset, std::int64_t length)
     {
-        if (!Budget.Spend(length))
+        if (length <= Reader.Size() && !Budget.Spend(length))
             return {};
         return Reader.ReadText(offset, length);
     }

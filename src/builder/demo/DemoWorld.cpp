@@ -123,7 +123,7 @@ int DemoWorldWriter::FileTotal() const
 
 Result<void> DemoWorldWriter::WriteFile(const fs::path& path, ByteSpan content)
 {
-    const Result<void> written = m_folder.Write(path, content);
+    Result<void> written = m_folder.Write(path, content);
     ++m_filesDone;
     if (written && m_progress)
         m_progress({m_step, m_filesDone, FileTotal()});
@@ -172,7 +172,7 @@ Result<void> DemoWorldWriter::WriteAirports(const fs::path& folder, std::span<co
         BglFileWriter file;
         for (const RankedAirport& airport : PartOf(airports, part, AirportsPerFile))
             AddAirport(file, airport);
-        if (const auto written = WriteScenery(folder, SceneryName("AP", part), file.Finish()); !written)
+        if (auto written = WriteScenery(folder, SceneryName("AP", part), file.Finish()); !written)
             return written;
     }
     return {};
@@ -204,7 +204,7 @@ Result<void> DemoWorldWriter::WriteNavaids(const fs::path& folder, std::span<con
             else
                 file.AddNdb(MakeStation(*navaid));
         }
-        if (const auto written = WriteScenery(folder, SceneryName("NV", part), file.Finish()); !written)
+        if (auto written = WriteScenery(folder, SceneryName("NV", part), file.Finish()); !written)
             return written;
     }
     return {};
@@ -272,7 +272,7 @@ Result<void> DemoWorldWriter::WriteSectors()
             file.AddBoundary(MakeLowSector(sector));
             ++m_counts.Airspaces;
         }
-        if (const auto written = WriteScenery(WorldFolder, SceneryName("AS", part), file.Finish()); !written)
+        if (auto written = WriteScenery(WorldFolder, SceneryName("AS", part), file.Finish()); !written)
             return written;
     }
     return {};
@@ -315,7 +315,7 @@ Result<void> DemoWorldWriter::WriteMaps()
             m_counts.OutlinePoints += static_cast<std::int64_t>(line.size());
     }
     m_counts.TerrainPoints = static_cast<std::int64_t>(m_world.Terrain.size());
-    const auto written = WriteFile("world.map", map);
+    auto written = WriteFile("world.map", map);
     return written ? WriteFile("world_terrain.db", TerrainFile(m_world.Terrain)) : written;
 }
 

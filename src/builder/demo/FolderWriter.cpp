@@ -2,7 +2,7 @@
 
 #include "core/File.h"
 
-#include <algorithm>
+#include <ranges>
 #include <system_error>
 
 namespace corvane {
@@ -12,8 +12,8 @@ FolderWriter::~FolderWriter()
 {
     if (m_keep)
         return;
-    for (auto created = m_new.rbegin(); created != m_new.rend(); ++created)
-        DeleteFile(*created); // a folder that others have put files into stays
+    for (const fs::path& created : std::views::reverse(m_new))
+        DeleteFile(created); // a folder that others have put files into stays
 }
 
 Result<void> FolderWriter::CreateFolder(const fs::path& folder)
@@ -21,7 +21,7 @@ Result<void> FolderWriter::CreateFolder(const fs::path& folder)
     std::error_code error;
     if (folder.empty() || fs::is_directory(folder, error))
         return {};
-    if (const Result<void> parent = CreateFolder(folder.parent_path()); !parent)
+    if (Result<void> parent = CreateFolder(folder.parent_path()); !parent)
         return parent;
     if (!fs::create_directory(folder, error)) // false also where a file of that name stands
         return Fail(FullName(folder), error ? error.message() : "is not a folder");
@@ -32,10 +32,10 @@ Result<void> FolderWriter::CreateFolder(const fs::path& folder)
 Result<void> FolderWriter::Write(const fs::path& relativePath, ByteSpan content)
 {
     const fs::path path = m_root / relativePath;
-    if (const Result<void> folder = CreateFolder(path.parent_path()); !folder)
+    if (Result<void> folder = CreateFolder(path.parent_path()); !folder)
         return folder;
     const bool isNew = !FileExists(path);
-    const Result<void> written = WriteFileAtomically(path, content);
+    Result<void> written = WriteFileAtomically(path, content);
     if (written && isNew)
         m_new.push_back(path);
     return written;

@@ -200,7 +200,7 @@ Result<void> WorldSizedWriter::WriteMaps()
     if (m_options.MapPoints > 0) {
         Bytes map;
         AppendWorldMap(map, MakeOutlines(m_options.MapPoints));
-        if (const auto written = m_folder.Write("world.map", map); !written)
+        if (auto written = m_folder.Write("world.map", map); !written)
             return written;
     }
     if (m_options.TerrainPoints > 0)
