@@ -45,8 +45,7 @@ void SimulatedWeek(benchmark::State& state)
             (*practice)->Advance(now);
             if (!atc.HandshakeTick())
                 continue;
-            longestQueue = std::max(longestQueue,
-                                    *atc.Session.SessionPeer->GetMessageCount(atc.Session.OwnPlayerId));
+            longestQueue = std::max(longestQueue, *atc.Session.SessionPeer->GetMessageCount(atc.Session.OwnPlayerId));
             atc.PumpTick();
             if (++tick % 3 != 0)
                 continue;

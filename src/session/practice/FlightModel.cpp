@@ -56,8 +56,7 @@ void FlyStep(FlightState& state, const FlightTarget& target, const AircraftClass
     state.HeadingDeg = WrapCourse(state.HeadingDeg + turn);
     state.BankDeg =
         std::atan(state.SpeedKt * MsPerKt * (turn / StepS * RadiansPerDegree) / GravityMs2) * DegreesPerRadian;
-    state.VerticalFpm =
-        Toward(state.VerticalFpm, WantedFpm(state, target, aircraft), VerticalChangeFpmPerS * StepS);
+    state.VerticalFpm = Toward(state.VerticalFpm, WantedFpm(state, target, aircraft), VerticalChangeFpmPerS * StepS);
     state.AltitudeFt += state.VerticalFpm / 60 * StepS;
     const double nm = state.SpeedKt * NmPerKtStep;
     // Half of the turn before the step and half after it: the chord of the arc, not its tangent.
@@ -79,8 +78,8 @@ bool TaxiStep(FlightState& state, const LatLon& point, double taxiKt) noexcept
     constexpr double TaxiKtPerS = 4;
     const double left = RangeNm(state.Position, point);
     const double turn = left > 0 ? TurnTo(state.HeadingDeg, CourseTo(state.Position, point)) : 0;
-    state.HeadingDeg = WrapCourse(state.HeadingDeg +
-                                  std::clamp(turn, -GroundTurnDegPerS * StepS, GroundTurnDegPerS * StepS));
+    state.HeadingDeg =
+        WrapCourse(state.HeadingDeg + std::clamp(turn, -GroundTurnDegPerS * StepS, GroundTurnDegPerS * StepS));
     constexpr double SharpTurnDeg = 60;
     const double wanted = std::abs(turn) > SharpTurnDeg ? 0 : taxiKt; // turns on the spot first
     state.SpeedKt = Toward(state.SpeedKt, wanted, TaxiKtPerS * StepS);

@@ -33,7 +33,8 @@ struct FlightTarget {
     TurnWay Turn = TurnWay::Shorter;
     double AltitudeFt = 0;
     double SpeedKt = 0;
-    std::optional<double> VerticalFpm = std::nullopt; ///< flown instead of the class's own climb or descent, as on a glide path
+    std::optional<double> VerticalFpm =
+        std::nullopt; ///< flown instead of the class's own climb or descent, as on a glide path
 };
 
 /// Degrees a second: the standard rate, or less where it would need more than the bank limit.

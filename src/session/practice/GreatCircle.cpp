@@ -29,8 +29,8 @@ LatLon Along(const LatLon& from, double course, double nm) noexcept
     const double phi1 = from.Lat * RadiansPerDegree;
     const double theta = course * RadiansPerDegree;
     const double delta = nm * RadiansPerNm;
-    const double sinPhi2 = std::clamp(
-        std::sin(phi1) * std::cos(delta) + std::cos(phi1) * std::sin(delta) * std::cos(theta), -1.0, 1.0);
+    const double sinPhi2 =
+        std::clamp(std::sin(phi1) * std::cos(delta) + std::cos(phi1) * std::sin(delta) * std::cos(theta), -1.0, 1.0);
     const double deltaLambda =
         std::atan2(std::sin(theta) * std::sin(delta) * std::cos(phi1), std::cos(delta) - std::sin(phi1) * sinPhi2);
     return {std::asin(sinPhi2) * DegreesPerRadian, NormalizeLongitude(from.Lon + deltaLambda * DegreesPerRadian)};

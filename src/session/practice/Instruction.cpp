@@ -60,8 +60,7 @@ static std::string CallsignWord(std::string_view callsign)
     return word;
 }
 
-static std::optional<Addressee> FindByBeginning(std::span<const std::string> words,
-                                                std::span<const std::string> names)
+static std::optional<Addressee> FindByBeginning(std::span<const std::string> words, std::span<const std::string> names)
 {
     constexpr std::size_t ShortestBeginning = 3;
     if (words.empty() || words.front().size() < ShortestBeginning)
@@ -88,9 +87,8 @@ std::optional<Addressee> FindAddressee(std::string_view line, std::span<const st
     for (std::size_t w = 0; w < words.size(); ++w) {
         const auto named = std::find(names.begin(), names.end(), words[w]);
         if (named != names.end())
-            return Addressee{.Ambiguous = false,
-                             .Index = static_cast<std::size_t>(named - names.begin()),
-                             .Rest = Joined(words, w)};
+            return Addressee{
+                .Ambiguous = false, .Index = static_cast<std::size_t>(named - names.begin()), .Rest = Joined(words, w)};
     }
     return FindByBeginning(words, names);
 }
@@ -155,10 +153,8 @@ static std::optional<Instruction> ReadHeading(LineReader& line, HeadingTurn turn
     line.TakeAny({"DEGREES"});
     if (!degrees || *degrees > 360)
         return std::nullopt;
-    return Instruction{.Kind = InstructionKind::Heading,
-                       .Number = *degrees == 0 ? 360 : *degrees,
-                       .Turn = turn,
-                       .Name = {}};
+    return Instruction{
+        .Kind = InstructionKind::Heading, .Number = *degrees == 0 ? 360 : *degrees, .Turn = turn, .Name = {}};
 }
 
 /// "FL180", "FL 180", "FLIGHT LEVEL 180" or feet.
@@ -219,8 +215,7 @@ static std::optional<Instruction> ReadCleared(LineReader& line)
     const auto runway = line.TakeWord();
     line.Skip({"APPROACH"});
     constexpr std::size_t LongestRunway = 3;
-    const bool isRunway =
-        runway && runway->size() <= LongestRunway && runway->front() >= '0' && runway->front() <= '9';
+    const bool isRunway = runway && runway->size() <= LongestRunway && runway->front() >= '0' && runway->front() <= '9';
     if (!isRunway)
         return std::nullopt;
     return Instruction{.Kind = InstructionKind::Approach, .Ils = ils, .Name = *runway};

@@ -90,8 +90,8 @@ void Pilot::PlanFlight(const PracticeAirport* from, PracticeRandom& random)
     m_wayPoint.reset();
     m_destination = m_pattern && from != nullptr ? from : PickAirport(random);
     constexpr double WholeThousands = 1000;
-    m_cruiseFt = std::floor(random.Between(m_aircraft->LowCruiseFt, m_aircraft->HighCruiseFt) / WholeThousands) *
-                 WholeThousands;
+    m_cruiseFt =
+        std::floor(random.Between(m_aircraft->LowCruiseFt, m_aircraft->HighCruiseFt) / WholeThousands) * WholeThousands;
     const bool roundTrip = m_destination == from && !m_pattern;
     if (m_destination == nullptr || roundTrip)
         m_wayPoint = RandomPlace(20, 60, random);
@@ -194,8 +194,8 @@ void Pilot::StepLineUp()
 {
     constexpr double StopKtPerS = 6;
     const double turn = TurnTo(m_state.HeadingDeg, m_runway->Course);
-    m_state.HeadingDeg = WrapCourse(m_state.HeadingDeg +
-                                    std::clamp(turn, -GroundTurnDegPerS * StepS, GroundTurnDegPerS * StepS));
+    m_state.HeadingDeg =
+        WrapCourse(m_state.HeadingDeg + std::clamp(turn, -GroundTurnDegPerS * StepS, GroundTurnDegPerS * StepS));
     RollStep(m_state, 0, StopKtPerS);
     if (m_holdPosition || m_state.SpeedKt > 0 || turn != 0)
         return;
@@ -217,8 +217,8 @@ void Pilot::StepTakeOff()
 
 void Pilot::StepLandingRoll()
 {
-    const double leftNm = m_runway->LengthFt / FeetPerNm +
-                          OffsetFromLine(m_runway->Threshold, m_runway->Course, m_state.Position).OutNm;
+    const double leftNm =
+        m_runway->LengthFt / FeetPerNm + OffsetFromLine(m_runway->Threshold, m_runway->Course, m_state.Position).OutNm;
     constexpr double ReserveNm = 0.05;
     // v^2 = 2 a s, with knots and nautical miles: a in knots a second is v^2 / (2 s) / 3600.
     const double stopNm = std::max(leftNm - ReserveNm, 0.02);

@@ -45,8 +45,8 @@ void Pilot::FlyOwnProfile(FlightTarget& target, double leftNm) const
         m_destination != nullptr ? m_destination->RunwayInUse(m_aircraft->RunwayFt) : nullptr;
     if (runway != nullptr && !m_wayPoint) {
         const double downNm = std::max(0.0, leftNm - m_aircraft->FinalNm - LevelNm);
-        target.AltitudeFt = std::min(
-            target.AltitudeFt, Approach::PlatformFt(*runway, *m_aircraft) + downNm * FeetPerDescentNm);
+        target.AltitudeFt =
+            std::min(target.AltitudeFt, Approach::PlatformFt(*runway, *m_aircraft) + downNm * FeetPerDescentNm);
     }
     target.SpeedKt = OwnSpeedKt(std::max(m_state.AltitudeFt, target.AltitudeFt - 1), leftNm);
 }

@@ -204,14 +204,15 @@ std::string Pilot::Say(SayWhat what) const
     switch (what) {
     case SayWhat::Altitude: return "altitude " + NumberText(RoundTo<std::int32_t>(report.AltitudeFt));
     case SayWhat::Heading:
-        return "heading " + ThreeDigits(MagneticFromTrue(*m_grid, report.TrueHeading, report.Position.Lat,
-                                                         report.Position.Lon));
+        return "heading " +
+               ThreeDigits(MagneticFromTrue(*m_grid, report.TrueHeading, report.Position.Lat, report.Position.Lon));
     case SayWhat::Speed: return "speed " + NumberText(RoundTo<std::int32_t>(report.SpeedKt));
     case SayWhat::Position: break;
     }
     const PracticeAirport* nearest = nullptr;
     for (const PracticeAirport& airport : m_scene->Airports())
-        if (nearest == nullptr || RangeNm(report.Position, airport.Position) < RangeNm(report.Position, nearest->Position))
+        if (nearest == nullptr ||
+            RangeNm(report.Position, airport.Position) < RangeNm(report.Position, nearest->Position))
             nearest = &airport;
     if (nearest == nullptr)
         return "no airport around";

@@ -144,20 +144,19 @@ void PracticeSession::ChangePositionsOfOne()
         }
 }
 
-/// Lets go of members that left or lost the session; when the host is among them the longest-standing pilot hosts on.
+/// Lets go of members that left or lost the session; while none of the rest hosts, the longest-standing pilot does.
 void PracticeSession::RemoveLost()
 {
-    const bool hostGone = m_host != nullptr && m_host->IsLost();
-    if (hostGone)
+    if (m_host != nullptr && m_host->IsLost())
         m_host = nullptr;
     std::erase_if(m_members, [](const auto& member) { return member->IsLost(); });
-    if (!hostGone)
+    if (m_host != nullptr)
         return;
+    const auto next = std::find_if(m_members.begin(), m_members.end(),
+                                   [](const auto& member) { return member->IsPilot() && member->Admitted; });
+    if (next == m_members.end())
+        return;
+    m_host = next->get();
     m_hostingS = 0;
-    for (const auto& member : m_members)
-        if (member->IsPilot() && member->Admitted) {
-            m_host = member.get();
-            break;
-        }
 }
 } // namespace corvane

@@ -70,8 +70,8 @@ void PracticeMember::Say(std::string_view text)
 void PracticeMember::AnswerRequest(PlayerId requester, bool asObserver, bool admit)
 {
     if (admit)
-        Send(requester, AnnounceMessage{asObserver ? MessageType::ObserverAnnounce : MessageType::PilotAnnounce,
-                                        requester});
+        Send(requester,
+             AnnounceMessage{asObserver ? MessageType::ObserverAnnounce : MessageType::PilotAnnounce, requester});
     else
         Send(requester, PlainMessage{asObserver ? MessageType::ObserverJoinRefused : MessageType::JoinRefused});
 }

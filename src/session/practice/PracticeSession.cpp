@@ -18,7 +18,10 @@ std::string PracticeSessionName(std::string_view areaName)
 
 PracticeSession::PracticeSession(SessionPeerFactory& factory, PracticeScene scene, const MagVarGrid& grid,
                                  PracticeOptions options)
-    : m_factory(&factory), m_scene(std::move(scene)), m_grid(&grid), m_options(std::move(options)),
+    : m_factory(&factory),
+      m_scene(std::move(scene)),
+      m_grid(&grid),
+      m_options(std::move(options)),
       m_random(m_options.Seed)
 {
     constexpr std::int32_t RoomForOthers = 8;
@@ -29,8 +32,7 @@ PracticeSession::PracticeSession(SessionPeerFactory& factory, PracticeScene scen
 Result<std::unique_ptr<PracticeSession>> PracticeSession::Create(SessionPeerFactory& factory, PracticeScene scene,
                                                                  const MagVarGrid& grid, PracticeOptions options)
 {
-    std::unique_ptr<PracticeSession> session(
-        new PracticeSession(factory, std::move(scene), grid, std::move(options)));
+    std::unique_ptr<PracticeSession> session(new PracticeSession(factory, std::move(scene), grid, std::move(options)));
     if (const auto opened = session->Open(); !opened)
         return opened.error();
     return session;
@@ -165,8 +167,8 @@ Result<void> PracticeSession::Join(std::string name, std::optional<Pilot> pilot)
 AircraftKind PracticeSession::NewKind()
 {
     constexpr std::array<AircraftKind, 10> Mix{
-        AircraftKind::Airliner,     AircraftKind::Airliner,     AircraftKind::Airliner,      AircraftKind::Airliner,
-        AircraftKind::LightJet,     AircraftKind::LightJet,     AircraftKind::TwinTurboprop, AircraftKind::PistonSingle,
+        AircraftKind::Airliner,     AircraftKind::Airliner,  AircraftKind::Airliner,      AircraftKind::Airliner,
+        AircraftKind::LightJet,     AircraftKind::LightJet,  AircraftKind::TwinTurboprop, AircraftKind::PistonSingle,
         AircraftKind::PistonSingle, AircraftKind::Helicopter};
     return m_random.Pick(std::span<const AircraftKind>(Mix));
 }
@@ -203,9 +205,8 @@ void PracticeSession::JoinObserver()
 
 int PracticeSession::Count(bool pilots) const noexcept
 {
-    return static_cast<int>(std::count_if(m_members.begin(), m_members.end(), [pilots](const auto& member) {
-        return member->IsPilot() == pilots;
-    }));
+    return static_cast<int>(std::count_if(m_members.begin(), m_members.end(),
+                                          [pilots](const auto& member) { return member->IsPilot() == pilots; }));
 }
 
 /// One place always stays free for a controller.

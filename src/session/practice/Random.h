@@ -20,11 +20,7 @@ public:
     std::size_t Below(std::size_t count) { return count == 0 ? 0 : static_cast<std::size_t>(m_engine() % count); }
     bool Chance(double probability) { return Fraction() < probability; }
 
-    template <class T>
-    const T& Pick(std::span<const T> choices)
-    {
-        return choices[Below(choices.size())];
-    }
+    template <class T> const T& Pick(std::span<const T> choices) { return choices[Below(choices.size())]; }
 
 private:
     std::mt19937_64 m_engine;

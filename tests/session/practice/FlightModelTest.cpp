@@ -51,8 +51,7 @@ class OrderedTurns : public testing::TestWithParam<TurnCase> {};
 TEST_P(OrderedTurns, GoTheWayThatWasSaid)
 {
     FlightState state{.AltitudeFt = 3000, .HeadingDeg = GetParam().From, .SpeedKt = 90, .OnGround = false};
-    const FlightTarget target{
-        .HeadingDeg = GetParam().To, .Turn = GetParam().Way, .AltitudeFt = 3000, .SpeedKt = 90};
+    const FlightTarget target{.HeadingDeg = GetParam().To, .Turn = GetParam().Way, .AltitudeFt = 3000, .SpeedKt = 90};
     for (int i = 0; i < 10; ++i)
         FlyStep(state, target, ClassOf(AircraftKind::PistonSingle));
     EXPECT_NEAR(state.HeadingDeg, GetParam().AfterTenSeconds, 1e-9);
