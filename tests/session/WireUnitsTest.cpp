@@ -17,18 +17,17 @@ TEST_P(HeadingsFromAttitude, AreWholeDegrees)
 {
     EXPECT_EQ(HeadingFromPbh(GetParam().Attitude), GetParam().Heading);
 }
-INSTANTIATE_TEST_SUITE_P(
-    WireUnits, HeadingsFromAttitude,
-    testing::Values(HeadingCase{"North", 0, 0}, HeadingCase{"South", 2048, 180},
-                    HeadingCase{"LastStepReads360", 4092, 360},          // 1023 / 1024 * 360 = 359.65
-                    HeadingCase{"LastButOne", 4088, 359},                // 1022 -> 359.30
-                    HeadingCase{"LowBitsAreNotHeading", 2048 + 3, 180},  //
-                    HeadingCase{"HighBitsAreNotHeading", 4096 + 1024, 90},
-                    HeadingCase{"NegativeIsDividedTowardZero", -1, 0},   // a shift would give 1023
-                    HeadingCase{"NegativeFour", -4, 360},                // -1 AND 1023
-                    HeadingCase{"NegativeFive", -5, 360},                // -5 / 4 = -1
-                    HeadingCase{"Lowest", std::numeric_limits<std::int32_t>::min(), 0}),
-    [](const auto& row) { return std::string(row.param.Name); });
+INSTANTIATE_TEST_SUITE_P(WireUnits, HeadingsFromAttitude,
+                         testing::Values(HeadingCase{"North", 0, 0}, HeadingCase{"South", 2048, 180},
+                                         HeadingCase{"LastStepReads360", 4092, 360}, // 1023 / 1024 * 360 = 359.65
+                                         HeadingCase{"LastButOne", 4088, 359},       // 1022 -> 359.30
+                                         HeadingCase{"LowBitsAreNotHeading", 2048 + 3, 180}, //
+                                         HeadingCase{"HighBitsAreNotHeading", 4096 + 1024, 90},
+                                         HeadingCase{"NegativeIsDividedTowardZero", -1, 0}, // a shift would give 1023
+                                         HeadingCase{"NegativeFour", -4, 360},              // -1 AND 1023
+                                         HeadingCase{"NegativeFive", -5, 360},              // -5 / 4 = -1
+                                         HeadingCase{"Lowest", std::numeric_limits<std::int32_t>::min(), 0}),
+                         [](const auto& row) { return std::string(row.param.Name); });
 
 TEST(WireUnits, EveryHeadingComesBack)
 {

@@ -1,0 +1,382 @@
+#include "session/Connection.h"
+
+#include "session/PlayerTable.h"
+#include "tests/session/SessionFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace corvane {
+namespace {
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class WindowScript final : public ConnectionView {
+public:
+    void SetConnections(std::span<const ConnectionEntry> connections) override
+    {
+        Connections.assign(connections.begin(), connections.end());
+    }
+    void SetSessions(std::span<const std::string> lines) override { Sessions.assign(lines.begin(), lines.end()); }
+    void SetStatus(std::string_view status) override { Statuses.emplace_back(status); }
+    void SetListsEnabled(bool enabled) override { ListsEnabled = enabled; }
+    void SetTimers(bool running) override { Timers = running; }
+    void OpenRadar() override { ++RadarsOpened; }
+    void EndProgram() override { ++Ends; }
+
+    std::vector<ConnectionEntry> Connections;
+    std::vector<std::string> Sessions;
+    std::vector<std::string> Statuses;
+    bool ListsEnabled = true;
+    bool Timers = false;
+    int RadarsOpened = 0;
+    int Ends = 0;
+};
+
+class ConnectionTest : public testing::Test {
+protected:
+    ConnectionTest() { HostMember.Host("Traffic"); }
+
+    /// Locates the one session.
+    void Locate()
+    {
+        Subject.Load();
+        Subject.ConnectionTypeChosen(0);
+        Subject.LocateSession();
+    }
+    void Join() { Subject.JoinSession(0, "ATC Controller"); }
+
+    void ExpectIdle() const
+    {
+        EXPECT_EQ(Subject.State(), ConnectionState::Idle);
+        EXPECT_TRUE(View.ListsEnabled);
+        EXPECT_FALSE(View.Timers);
+        EXPECT_THAT(View.Sessions, IsEmpty());
+        EXPECT_EQ(View.Statuses.back(), "Disconnected");
+        EXPECT_EQ(Session.OwnPlayerId, 0);
+        EXPECT_FALSE(Session.SessionJoined);
+    }
+
+    InMemoryNetwork Network;
+    std::string FailingOperation;
+    int FailingCall = 1;
+    InMemoryProvider Factory{Network, [this](std::string_view operation, int call) {
+                                 return operation == FailingOperation && call == FailingCall;
+                             }};
+    Member HostMember{Network};
+    SessionState Session;
+    PlayerTable Players;
+    WindowScript View;
+    ScriptedBoxes Boxes;
+    Connection Subject{Factory, Session, Players, View, Boxes};
+};
+
+TEST_F(ConnectionTest, GoesFromIdleToConnected)
+{
+    Subject.Load();
+    EXPECT_EQ(View.Connections.front().Name, "Practice session (simulated pilots)");
+    Subject.ConnectionTypeChosen(0);
+    EXPECT_EQ(Subject.State(), ConnectionState::Idle);
+    Subject.LocateSession();
+    EXPECT_EQ(Subject.State(), ConnectionState::Listed);
+    EXPECT_THAT(View.Sessions, ElementsAre("Traffic (1/8)"));
+    Join();
+    EXPECT_EQ(Subject.State(), ConnectionState::Waiting);
+    EXPECT_TRUE(View.Timers);
+    EXPECT_EQ(*HostMember.Peer->GetPlayerFriendlyName(Session.OwnPlayerId), "**ATC Controller");
+    EXPECT_THAT(HostMember.Received(), ElementsAre("JoinRequest"));
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), ConnectionState::Waiting);
+    HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), ConnectionState::Connected);
+    EXPECT_THAT(Boxes.Shown, ElementsAre("i: Connected to FS session!"));
+    EXPECT_THAT(View.Statuses, ElementsAre("Disconnected", "Disconnected", "Looking for FS Server...", "Done",
+                                           "Connecting...", "Connected", "Loading ATC's radar window, please wait..."));
+    EXPECT_FALSE(View.Timers);
+    EXPECT_EQ(View.RadarsOpened, 1);
+    EXPECT_TRUE(Session.SessionJoined && Session.RadarOpen);
+    EXPECT_EQ(Session.SessionMaxPlayers, 8);
+    EXPECT_EQ(Session.SessionGuid, HostMember.Guid);
+    ASSERT_EQ(Players.PlayerCount(), 1U);
+    EXPECT_TRUE(IsPlayer(Players.Players()[0], Session.OwnPlayerId, "**ATC Controller"));
+    EXPECT_EQ(Players.Players()[0].Role, "player");
+    Subject.Exit(); // the radar window closes the connection window
+    EXPECT_EQ(View.Ends, 0);
+}
+
+struct HandshakeCase {
+    const char* Name;
+    std::vector<Message> Messages; ///< an announced id of 0 stands for the controller's own
+    ConnectionState State;
+};
+class Handshakes : public ConnectionTest, public testing::WithParamInterface<HandshakeCase> {};
+TEST_P(Handshakes, AreDecidedByTheFirstAnswer)
+{
+    Locate();
+    Join();
+    for (Message message : GetParam().Messages) {
+        if (auto* announce = std::get_if<AnnounceMessage>(&message); announce != nullptr && announce->PlayerId == 0)
+            announce->PlayerId = Session.OwnPlayerId;
+        HostMember.Send(Session.OwnPlayerId, message);
+    }
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), GetParam().State);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Connection, Handshakes,
+    testing::Values(
+        HandshakeCase{"Silence", {}, ConnectionState::Waiting},
+        HandshakeCase{
+            "AnotherPilotIsAnnounced", {AnnounceMessage{MessageType::PilotAnnounce, 77}}, ConnectionState::Waiting},
+        HandshakeCase{
+            "AnObserverIsAnnounced", {AnnounceMessage{MessageType::ObserverAnnounce, 0}}, ConnectionState::Waiting},
+        HandshakeCase{"AcceptedBehindOthers",
+                      {ChatTextMessage{"Hello"}, AnnounceMessage{MessageType::PilotAnnounce, 77}, UnknownMessage{9, 1},
+                       AnnounceMessage{MessageType::PilotAnnounce, 0}},
+                      ConnectionState::Connected},
+        HandshakeCase{"AcceptedBeforeRefused",
+                      {AnnounceMessage{MessageType::PilotAnnounce, 0}, PlainMessage{MessageType::JoinRefused}},
+                      ConnectionState::Connected},
+        HandshakeCase{"RefusedBeforeAccepted",
+                      {PlainMessage{MessageType::JoinRefused}, AnnounceMessage{MessageType::PilotAnnounce, 0}},
+                      ConnectionState::Idle},
+        HandshakeCase{"ObserverRefusal", {PlainMessage{MessageType::ObserverJoinRefused}}, ConnectionState::Waiting},
+        HandshakeCase{"HostLeft", {PlainMessage{MessageType::HostLeft}}, ConnectionState::Waiting}),
+    [](const auto& row) { return std::string(row.param.Name); });
+
+TEST_F(ConnectionTest, RefusalLeadsBackToIdle)
+{
+    Locate();
+    Join();
+    HostMember.Send(Session.OwnPlayerId, PlainMessage{MessageType::JoinRefused});
+    Subject.HandshakeTick();
+    EXPECT_THAT(Boxes.Shown, ElementsAre("w: Connection refused."));
+    ExpectIdle();
+    Subject.LocateSession(); // with fresh objects
+    EXPECT_EQ(Subject.State(), ConnectionState::Listed);
+}
+
+TEST_F(ConnectionTest, AMessageCutShortEndsTheTickQuietly)
+{
+    Locate();
+    Join();
+    HostMember.SendBytes(Session.OwnPlayerId, {3, 0x10, 0, 0, 4, 0, 0, 0, 1});
+    HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), ConnectionState::Waiting);
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), ConnectionState::Connected);
+}
+
+constexpr const char* ClassA = "i: Error, canceled connection. Try to locate session again.";
+constexpr const char* ClassB = "w: Error while the initialization of your LAN network card.";
+constexpr const char* ClassC = "w: Error, in enumeration of multiplayer sessions. Try to locate session again.";
+constexpr const char* ClassD = "w: Failed to join game. Try to locate session again.";
+constexpr const char* ClassE = "w: Failed to create player. Try to locate session again.";
+
+struct FailureCase {
+    const char* Name;
+    const char* Operation;
+    int Call;
+    const char* Box;
+};
+class FailuresOnTheWay : public ConnectionTest, public testing::WithParamInterface<FailureCase> {};
+TEST_P(FailuresOnTheWay, ShowTheirMessageAndLeadBackToIdle)
+{
+    FailingOperation = GetParam().Operation;
+    FailingCall = GetParam().Call;
+    Locate();
+    if (Subject.State() == ConnectionState::Listed)
+        Join();
+    if (Subject.State() == ConnectionState::Waiting)
+        Subject.RetryTick();
+    EXPECT_THAT(Boxes.Shown, ElementsAre(GetParam().Box));
+    EXPECT_TRUE(Subject.LastError());
+    ExpectIdle();
+    FailingOperation.clear();
+    Subject.LocateSession();
+    EXPECT_EQ(Subject.State(), ConnectionState::Listed);
+}
+INSTANTIATE_TEST_SUITE_P(Connection, FailuresOnTheWay,
+                         testing::Values(FailureCase{"Peer", "DirectPlayCreate", 3, ClassA}, // of Locate: the third
+                                         FailureCase{"Connections", "GetDPEnumConnections", 3, ClassA},
+                                         FailureCase{"Initialization", "InitializeConnection", 1, ClassB},
+                                         FailureCase{"Description", "CreateSessionData", 1, ClassB},
+                                         FailureCase{"FirstEnumeration", "GetDPEnumSessions", 1, ClassA},
+                                         FailureCase{"SecondEnumeration", "GetDPEnumSessions", 2, ClassA},
+                                         FailureCase{"Item", "GetSessionItem", 2, ClassC}, // once in each enumeration
+                                         FailureCase{"Open", "Open", 1, ClassD},
+                                         FailureCase{"Player", "CreatePlayer", 1, ClassE},
+                                         FailureCase{"JoinRequest", "Send", 1, ClassE},
+                                         FailureCase{"JoinRetry", "Send", 2, ClassD},
+                                         FailureCase{"RepeatedJoinRequest", "Send", 3, ClassD}),
+                         [](const auto& row) { return std::string(row.param.Name); });
+
+struct QuietCase {
+    const char* Name;
+    const char* Operation;
+    int Call;
+};
+class FailuresWhileWaiting : public ConnectionTest, public testing::WithParamInterface<QuietCase> {};
+TEST_P(FailuresWhileWaiting, EndTheTickAndTheNextAnswerCounts)
+{
+    Locate();
+    Join();
+    FailingOperation = GetParam().Operation;
+    FailingCall = GetParam().Call;
+    EXPECT_TRUE(HostMember.Peer->CreateGroup("FS61_REFUSE_PARAMS"));
+    HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), ConnectionState::Waiting);
+    EXPECT_THAT(Boxes.Shown, IsEmpty());
+    HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
+    Subject.HandshakeTick();
+    EXPECT_EQ(Subject.State(), ConnectionState::Connected);
+    EXPECT_EQ(Players.PlayerCount(), 1U) << "the own entry is there once";
+}
+INSTANTIATE_TEST_SUITE_P(Connection, FailuresWhileWaiting,
+                         testing::Values(QuietCase{"Count", "GetMessageCount", 1}, QuietCase{"Receive", "Receive", 1},
+                                         QuietCase{"OwnName", "GetPlayerFriendlyName", 1},
+                                         QuietCase{"Groups", "GetDPEnumGroups", 1},
+                                         QuietCase{"JoiningAGroup", "AddPlayerToGroup", 1}),
+                         [](const auto& row) { return std::string(row.param.Name); });
+
+TEST_F(ConnectionTest, JoinsEveryGroupOfTheExactName)
+{
+    const auto one = *HostMember.Peer->CreateGroup("FS61_REFUSE_PARAMS");
+    const auto other = *HostMember.Peer->CreateGroup("FS61_REFUSE_PARAMS2");
+    const auto two = *HostMember.Peer->CreateGroup("FS61_REFUSE_PARAMS");
+    Locate();
+    Join();
+    HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
+    Subject.HandshakeTick();
+    const auto session = Network.Find(HostMember.Guid);
+    EXPECT_THAT(session->GroupPlayers(one), ElementsAre(Session.OwnPlayerId));
+    EXPECT_THAT(session->GroupPlayers(two), ElementsAre(Session.OwnPlayerId));
+    EXPECT_THAT(session->GroupPlayers(other), IsEmpty());
+}
+
+TEST_F(ConnectionTest, TheLanCardIsNamedForTheFirstTypeOnly)
+{
+    FailingOperation = "InitializeConnection";
+    Subject.Load();
+    Session.ConnectionList.push_back({"Another", "elsewhere"});
+    Subject.ConnectionTypeChosen(1);
+    Subject.LocateSession(); // the second type does not exist any more
+    EXPECT_THAT(Boxes.Shown, ElementsAre(ClassA));
+}
+
+TEST_F(ConnectionTest, LocatingNeedsAConnectionType)
+{
+    Subject.Load();
+    Subject.LocateSession();
+    EXPECT_THAT(Boxes.Shown, ElementsAre("i: Please select one type of connection."));
+    ExpectIdle();
+}
+
+TEST_F(ConnectionTest, NoSessionLeadsBackToIdle)
+{
+    EXPECT_TRUE(HostMember.Peer->Close());
+    Locate();
+    EXPECT_THAT(Boxes.Shown, IsEmpty());
+    EXPECT_EQ(View.Statuses.back(), "Disconnected");
+    EXPECT_EQ(Subject.State(), ConnectionState::Idle);
+    EXPECT_TRUE(View.ListsEnabled);
+}
+
+TEST_F(ConnectionTest, JoiningNeedsASessionAndANickname)
+{
+    Locate();
+    Subject.JoinSession(std::nullopt, "");
+    EXPECT_THAT(Boxes.Shown, ElementsAre("w: Please select a FS multiplayer session.", "w: Please write a nickname."));
+    EXPECT_EQ(View.Statuses.back(), "Disconnected");
+    EXPECT_THAT(View.Sessions, IsEmpty());
+    Boxes.Shown.clear();
+    Subject.LocateSession();
+    Subject.JoinSession(0, "");
+    EXPECT_THAT(Boxes.Shown, ElementsAre("w: Please write a nickname."));
+    Boxes.Shown.clear();
+    Subject.JoinSession(0, "Name"); // the list was cleared
+    EXPECT_THAT(Boxes.Shown, ElementsAre("w: Please select a FS multiplayer session."));
+}
+
+struct PasswordCase {
+    const char* Name;
+    std::uint32_t Flags;
+    std::optional<std::string> Answer;
+    bool Asked;
+    ConnectionState State;
+};
+class Passwords : public ConnectionTest, public testing::WithParamInterface<PasswordCase> {};
+TEST_P(Passwords, AreAskedForByTheExactFlags)
+{
+    HostMember.Peer = *InMemoryProvider(Network).CreatePeer();
+    EXPECT_TRUE(HostMember.Peer->InitializeConnection(InMemoryProvider::ConnectionAddress));
+    HostMember.Host("Secret", 8, GetParam().Flags, "cat");
+    Boxes.Answer = GetParam().Answer;
+    Locate();
+    Join();
+    EXPECT_EQ(
+        std::count(Boxes.Shown.begin(), Boxes.Shown.end(), "i: This session requires a password. Enter the password."),
+        GetParam().Asked ? 1 : 0);
+    EXPECT_EQ(Subject.State(), GetParam().State);
+    EXPECT_TRUE(View.ListsEnabled);
+}
+INSTANTIATE_TEST_SUITE_P(Connection, Passwords,
+                         testing::Values(PasswordCase{"Fixed", 1088, "cat", true, ConnectionState::Waiting},
+                                         PasswordCase{"Migrating", 1092, "cat", true, ConnectionState::Waiting},
+                                         PasswordCase{"Wrong", 1092, "dog", true, ConnectionState::Idle},
+                                         PasswordCase{"Cancelled", 1092, std::nullopt, true, ConnectionState::Listed},
+                                         PasswordCase{"OtherFlagBeside", 1092 + 8, "cat", false, ConnectionState::Idle},
+                                         PasswordCase{"WithoutKeepAlive", 1024, "cat", false, ConnectionState::Idle},
+                                         PasswordCase{"None", 68, std::nullopt, false, ConnectionState::Waiting}),
+                         [](const auto& row) { return std::string(row.param.Name); });
+
+TEST_F(ConnectionTest, RetrySendsBothRequestsAgain)
+{
+    Locate();
+    Join();
+    static_cast<void>(HostMember.Received());
+    Subject.RetryTick();
+    EXPECT_THAT(HostMember.Received(), ElementsAre("JoinRetry", "JoinRequest"));
+}
+
+TEST_F(ConnectionTest, TimersFindNothingToDoBehindAnOpenBox)
+{
+    Locate();
+    Join();
+    static_cast<void>(HostMember.Received());
+    HostMember.Send(Session.OwnPlayerId, PlainMessage{MessageType::JoinRefused});
+    HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
+    Boxes.WhileOpen = [&] {
+        Subject.HandshakeTick();
+        Subject.RetryTick();
+        Subject.LocateSession();
+        Subject.Exit();
+    };
+    Subject.HandshakeTick();
+    EXPECT_THAT(Boxes.Shown, ElementsAre("w: Connection refused."));
+    EXPECT_THAT(HostMember.Received(), IsEmpty());
+    EXPECT_EQ(View.Ends, 0);
+    ExpectIdle();
+}
+
+TEST_F(ConnectionTest, LeavingWhileWaiting)
+{
+    Locate();
+    Join();
+    Subject.ConnectionTypeChosen(0);
+    EXPECT_EQ(Subject.State(), ConnectionState::Idle);
+    EXPECT_FALSE(View.Timers);
+    EXPECT_EQ(HostMember.Peer->GetDPEnumPlayers(HostMember.Guid, 0)->size(), 1U) << "the peer has left";
+    Subject.LocateSession();
+    Join();
+    Subject.Exit();
+    EXPECT_EQ(View.Ends, 1);
+    EXPECT_EQ(View.Statuses.back(), "Please Wait...");
+    EXPECT_EQ(HostMember.Peer->GetDPEnumPlayers(HostMember.Guid, 0)->size(), 1U);
+}
+} // namespace
+} // namespace corvane
