@@ -100,6 +100,8 @@ bool PeerMachine::DispatchManagement(Origin origin, ByteSpan bare, Millis now)
         if (origin.Connection && m_boundStreams.size() < MaxBoundStreams)
             m_boundStreams.try_emplace(*origin.Connection, origin.Machine);
     }
+    if (!std::holds_alternative<Ping>(body) && !std::holds_alternative<PingReply>(body))
+        ++m_revision;
     return std::visit([&](const auto& message) { return Handle(origin, message, now); }, body);
 }
 
@@ -158,11 +160,13 @@ void PeerMachine::Finish(Result<WireId> result)
     }
     m_request = {};
     m_repeats.clear();
+    ++m_revision;
     m_output.RequestDone(std::move(result));
 }
 
 void PeerMachine::ResetSession()
 {
+    ++m_revision;
     for (const auto& [id, machine] : m_table.Machines()) {
         if (id != m_ownId)
             m_output.CloseStream(machine.Stream);

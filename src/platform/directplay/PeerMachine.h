@@ -147,6 +147,10 @@ public:
     [[nodiscard]] bool IsOwnPlayer(WireId player) const;
     /// Short name of a player that is or was in this session.
     [[nodiscard]] std::optional<std::u16string> NameOf(WireId player) const;
+    /// Names of the players that have left, by id.
+    [[nodiscard]] const std::map<WireId, std::u16string>& DepartedNames() const noexcept { return m_departedNames; }
+    /// Goes up whenever the session or its members may have changed.
+    [[nodiscard]] std::uint64_t Revision() const noexcept { return m_revision; }
     [[nodiscard]] const PacketCounters& Counters() const noexcept { return m_counters; }
     /// Bytes held for later: messages of unknown senders and unfinished pieces. Always capped.
     [[nodiscard]] std::size_t HeldBytes() const noexcept { return m_heldBytes + m_pieces.Held(); }
@@ -311,6 +315,7 @@ private:
     PeerOutput& m_output;
     std::mt19937_64 m_random;
     PacketCounters m_counters;
+    std::uint64_t m_revision = 1;
     RateLimiter m_strangers;
 
     PendingRequest m_request;

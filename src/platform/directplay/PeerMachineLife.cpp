@@ -236,6 +236,7 @@ void PeerMachine::Elect(Millis now)
 
 void PeerMachine::SetHost(WireId id)
 {
+    ++m_revision;
     m_hostId = id;
     m_migrating = false;
     m_hostAddresses = {m_table.FindMachine(id)->Stream};

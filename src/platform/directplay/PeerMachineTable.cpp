@@ -159,6 +159,7 @@ void PeerMachine::ForgetPlayer(WireId id)
     if (m_departedNames.size() < MaxDeparted)
         m_departedNames[id] = player->ShortName;
     m_table.RemovePlayer(id);
+    ++m_revision;
 }
 
 bool PeerMachine::Handle(const Origin& origin, const DeletePlayerMessage& message, Millis now)
@@ -332,6 +333,7 @@ Result<void> PeerMachine::SetPlayerName(WireId player, std::u16string_view short
         return NoSuch("own player", player);
     PlayerEntry* own = m_table.FindPlayer(player);
     own->ShortName = shortName;
+    ++m_revision;
     SendToOthers(PlayerNameChanged{player, own->ShortName, own->LongName});
     return {};
 }
@@ -343,6 +345,7 @@ Result<void> PeerMachine::AddPlayerToGroup(WireId player, WireId group)
     if (m_table.FindPlayer(player) == nullptr)
         return NoSuch("player", player);
     m_table.AddToGroup(player, group);
+    ++m_revision;
     SendToOthers(AddPlayerToGroupMessage{player, group});
     return {};
 }
@@ -376,6 +379,7 @@ Result<void> PeerMachine::DestroyGroup(WireId group)
     if (entry == nullptr || (entry->Machine != m_ownId && !Hosting()))
         return NoSuch("own group", group);
     m_table.RemoveGroup(group);
+    ++m_revision;
     SendToOthers(DeleteGroupMessage{0, group});
     return {};
 }
