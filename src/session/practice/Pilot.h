@@ -117,7 +117,6 @@ private:
     const AircraftClass* m_aircraft;
 
     FlightState m_state;
-    PilotPhase m_phase = PilotPhase::Parked;
     Steering m_steering = Route{};
     std::optional<Approach> m_approach;
 
@@ -127,15 +126,16 @@ private:
     std::optional<LatLon> m_wayPoint;         ///< flown over before the destination
     std::size_t m_stand = 0;
     double m_cruiseFt = 0;
-    bool m_pattern = false; ///< stays at its airport, circuit after circuit
     std::deque<LatLon> m_taxiRoute;
     double m_parkedS = 0; ///< until the next flight
-    bool m_holdPosition = false;
 
     std::optional<double> m_askedFt; ///< by the controller
     std::optional<double> m_askedKt;
-    bool m_askedToLand = false; ///< the approach is by clearance, not the own plan
     std::string m_radioCall;
     int m_flightsDone = 0;
+    PilotPhase m_phase = PilotPhase::Parked;
+    bool m_pattern = false;      ///< stays at its airport, circuit after circuit
+    bool m_askedToLand = false;  ///< the approach is by clearance, not the own plan
+    bool m_holdPosition = false; ///< on the ground
 };
 } // namespace corvane

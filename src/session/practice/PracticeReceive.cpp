@@ -37,9 +37,9 @@ void PracticeSession::ReceiveOn(SessionPeer& peer)
         const auto message = peer.Receive(corvane::ReceiveAll);
         if (!message)
             return; // fewer than counted, or the next count says that the session is gone
-        for (std::size_t m = 0; m < m_members.size(); ++m)
-            if (PracticeMember& member = *m_members[m]; &member.Peer() == &peer && member.Id() == message->To)
-                Handle(member, *message);
+        for (const auto& member : m_members)
+            if (&member->Peer() == &peer && member->Id() == message->To)
+                Handle(*member, *message);
     }
 }
 
@@ -94,7 +94,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
 }
 
 void PracticeSession::HandleAnnounce(PracticeMember& member, const MessageHeader& header,
-                                     const ReceivedMessage& message)
+                                     const ReceivedMessage& message) const
 {
     if (member.Admitted)
         return;
@@ -103,7 +103,8 @@ void PracticeSession::HandleAnnounce(PracticeMember& member, const MessageHeader
         member.EnterAdmitted(m_group);
 }
 
-void PracticeSession::HandleChat(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message)
+void PracticeSession::HandleChat(PracticeMember& member, const MessageHeader& header,
+                                 const ReceivedMessage& message) const
 {
     // What the practice pilots say themselves is for the controller; they would answer one another for ever.
     if (!member.IsPilot() || IsOwnMember(message.From))

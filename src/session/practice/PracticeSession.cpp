@@ -92,10 +92,10 @@ Result<void> PracticeSession::OpenAsHost()
                .Password = m_options.Password};
     if (const auto opened = (*peer)->Open(m_entry, OpenCreate); !opened)
         return opened.error();
-    if (const auto group = (*peer)->CreateGroup(RefusedParametersGroup); !group)
+    const auto group = (*peer)->CreateGroup(RefusedParametersGroup);
+    if (!group)
         return group.error();
-    else
-        m_group = *group;
+    m_group = *group;
     std::optional<Pilot> pilot;
     std::string name = m_options.HostName;
     if (name.empty()) {

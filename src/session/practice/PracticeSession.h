@@ -79,14 +79,14 @@ private:
     void ReceiveAll();
     void ReceiveOn(SessionPeer& peer);
     void Handle(PracticeMember& member, const ReceivedMessage& message);
-    void HandleAnnounce(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message);
-    void HandleChat(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message);
+    void HandleAnnounce(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message) const;
+    void HandleChat(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message) const;
     [[nodiscard]] bool HasRoom() const;
     [[nodiscard]] bool IsOwnMember(PlayerId id) const noexcept;
 
     // Living
     void LiveOneStep();
-    void AnswerChat(PracticeMember& member);
+    static void AnswerChat(PracticeMember& member);
     void AskForAdmissionAgain();
     void ComeAndGo();
     void LetOneGo();
