@@ -69,10 +69,11 @@ public:
     explicit AreaSearch(std::string_view text) : m_text(text), m_budget(static_cast<std::int64_t>(text.size())) {}
 
     /// The block of the area whose header line this is; nothing when the search has become too long.
-    std::optional<std::string_view> NextBlock(std::string_view header, std::optional<std::string_view> nextHeader)
+    /// nextHeader  empty behind the last header
+    std::optional<std::string_view> NextBlock(std::string_view header, std::string_view nextHeader)
     {
         const std::int64_t start = Find(header);
-        const std::int64_t end = nextHeader ? Find(*nextHeader) - 1 : static_cast<std::int64_t>(m_text.size());
+        const std::int64_t end = nextHeader.empty() ? static_cast<std::int64_t>(m_text.size()) : Find(nextHeader) - 1;
         const std::int64_t length = std::abs(end - start) + 1;
         m_position = std::max<std::int64_t>(end, 1);
         if (!m_budget.Spend(length))
@@ -106,7 +107,7 @@ Result<std::vector<SceneryArea>> ParseSceneryCfg(std::string_view content, std::
     for (std::size_t i = 0; i < headers.size(); ++i) {
         if (ToLower(headers[i]).find("[area.") == std::string::npos)
             continue;
-        const auto nextHeader = i + 1 < headers.size() ? std::optional(headers[i + 1]) : std::nullopt;
+        const std::string_view nextHeader = i + 1 < headers.size() ? headers[i + 1] : std::string_view();
         const std::optional<std::string_view> block = search.NextBlock(headers[i], nextHeader);
         if (!block)
             return Fail(std::string(fileName), "repeats its section lines over and over");
