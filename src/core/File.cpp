@@ -63,7 +63,8 @@ static Result<void> WriteAll(const std::filesystem::path& path, ByteSpan content
     FileHandle file(std::fopen(path.string().c_str(), "wb"));
     if (!file)
         return Fail(FullName(path), SystemReason(errno));
-    if (std::fwrite(content.data(), 1, content.size(), file.get()) != content.size())
+    // fwrite takes no null pointer, which is what empty contents have
+    if (!content.empty() && std::fwrite(content.data(), 1, content.size(), file.get()) != content.size())
         return Fail(FullName(path), SystemReason(errno));
     if (std::fclose(file.release()) != 0) // a full disk may show only here
         return Fail(FullName(path), SystemReason(errno));
