@@ -106,6 +106,7 @@ static RunwayFrame FrameOf(const PlannedRunway& runway)
 static std::vector<GroundSegment> CenterLines(const std::vector<RunwayFrame>& frames)
 {
     std::vector<GroundSegment> lines;
+    lines.reserve(frames.size());
     for (const RunwayFrame& frame : frames)
         lines.push_back(frame.CenterLine());
     return lines;

@@ -25,9 +25,10 @@ Bytes SceneryCfgFile(std::span<const SceneryAreaEntry> areas)
     std::int64_t number = 0;
     for (const SceneryAreaEntry& area : areas) {
         const std::string digits = NumberText(++number);
-        text += (number % 2 == 0 ? "[area." : "[Area.") + std::string(3 - std::min<std::size_t>(digits.size(), 3), '0');
-        text += digits + "]\r\nTitle=" + area.Title + "\r\nLocal=" + area.Local + "\r\nActive=TRUE\r\nLayer=" + digits +
-                "\r\n\r\n";
+        text += number % 2 == 0 ? "[area." : "[Area.";
+        text.append(3 - std::min<std::size_t>(digits.size(), 3), '0');
+        text.append(digits).append("]\r\nTitle=").append(area.Title).append("\r\nLocal=").append(area.Local);
+        text.append("\r\nActive=TRUE\r\nLayer=").append(digits).append("\r\n\r\n");
     }
     return ToBytes(text);
 }

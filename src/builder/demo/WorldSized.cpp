@@ -186,6 +186,7 @@ Result<void> WorldSizedWriter::WriteScenery(int number)
 Result<void> WorldSizedWriter::WriteBase()
 {
     std::vector<SceneryAreaEntry> areas;
+    areas.reserve(AreaCount);
     for (int area = 0; area < AreaCount; ++area)
         areas.push_back({"Area " + NumberText(area), AreaFolder(area)});
     const std::vector<std::int16_t> variation(MagVarGrid::CellCount, 1000);
