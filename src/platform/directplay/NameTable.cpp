@@ -90,9 +90,22 @@ GroupEntry* NameTable::AddGroup(WireId id)
 
 void NameTable::RemovePlayer(WireId id)
 {
+    const PlayerEntry* player = FindPlayer(id);
+    if (player == nullptr)
+        return;
     for (auto& [groupId, group] : m_groups)
         std::erase(group.Members, id);
+    m_dataBytes -= player->Data.size();
     m_players.erase(id);
+}
+
+void NameTable::RemoveGroup(WireId id)
+{
+    const GroupEntry* group = FindGroup(id);
+    if (group == nullptr)
+        return;
+    m_dataBytes -= group->Data.size();
+    m_groups.erase(id);
 }
 
 void NameTable::RemoveMachine(WireId id, WireId heir)
@@ -125,14 +138,11 @@ void NameTable::RemoveFromGroup(WireId player, WireId group)
 void NameTable::StoreData(Bytes& place, const Bytes& data)
 {
     constexpr std::size_t MaxTotal = 4194304;
-    std::size_t others = 0;
-    for (const auto& [id, player] : m_players)
-        others += player.Data.size();
-    for (const auto& [id, group] : m_groups)
-        others += group.Data.size();
-    others -= place.size();
-    if (others + data.size() <= MaxTotal)
-        place = data;
+    const std::size_t others = m_dataBytes - place.size();
+    if (others + data.size() > MaxTotal)
+        return;
+    place = data;
+    m_dataBytes = others + data.size();
 }
 
 std::vector<WireId> NameTable::PlayersOf(WireId machine) const

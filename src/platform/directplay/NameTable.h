@@ -60,7 +60,7 @@ public:
     GroupEntry* AddGroup(WireId id);
 
     void RemovePlayer(WireId id);
-    void RemoveGroup(WireId id) { m_groups.erase(id); }
+    void RemoveGroup(WireId id);
     /// Removes a machine and its players; its groups stay and pass to heir.
     void RemoveMachine(WireId id, WireId heir);
     /// Both must be known, else nothing happens.
@@ -86,5 +86,6 @@ private:
     std::map<WireId, PlayerEntry> m_players;
     std::map<WireId, GroupEntry> m_groups;
     std::uint64_t m_order = 0;
+    std::size_t m_dataBytes = 0; ///< of all players and groups
 };
 } // namespace corvane::directplay

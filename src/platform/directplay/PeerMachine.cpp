@@ -51,6 +51,7 @@ bool PeerMachine::OnStream(const StreamSource& source, ByteSpan message, Millis 
     Origin origin{{source.Remote.Ip, head.Stated.Port}, source.Remote, source.LocalIp, source.Connection};
     if (IsLocalRelay(head, source.Remote, source.LocalIp) && IsEnumRequest(bare))
         origin.Machine.Ip = head.Stated.Ip;
+    origin.StatedPort = head.Stated.Port;
     if (source.Opened.Port != 0) {
         origin.Machine = source.Opened;
         origin.Opened = true;
@@ -68,7 +69,8 @@ bool PeerMachine::OnDatagram(const DatagramSource& source, ByteSpan packet, Mill
     const ByteSpan bare = packet.subspan(PrefixSize);
     if (source.Enumeration && !IsEnumRequest(bare))
         return Drop(management ? DropReason::Stranger : DropReason::BadMagic);
-    const Origin origin{{source.Remote.Ip, std::get<Prefix>(prefix).Stated.Port}, source.Remote};
+    Origin origin{{source.Remote.Ip, std::get<Prefix>(prefix).Stated.Port}, source.Remote};
+    origin.StatedPort = origin.Machine.Port;
     return Dispatch(origin, bare, management, now);
 }
 

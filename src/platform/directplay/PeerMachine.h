@@ -166,6 +166,7 @@ private:
         std::uint32_t LocalIp = 0;
         std::optional<ConnectionId> Connection{}; ///< none for a datagram
         bool Opened = false;                      ///< we opened the connection to that machine
+        std::uint16_t StatedPort = 0;             ///< the sender's stream port, as it says
         std::uint16_t Version = OwnVersion;
         bool Nested = false; ///< it came out of pieces
     };

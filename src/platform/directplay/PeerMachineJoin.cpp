@@ -26,11 +26,10 @@ void PeerMachine::Enumerate(const EnumerateRequest& request, Millis now)
 
 bool PeerMachine::Handle(const Origin& origin, const EnumSessionsReply& message, Millis /*now*/)
 {
-    if (m_request.Kind != RequestKind::Enumerate || origin.Machine.Port == 0)
+    if (m_request.Kind != RequestKind::Enumerate || origin.StatedPort == 0)
         return Drop(DropReason::Stranger);
-    SocketAddress host = origin.Machine;
-    if (m_enumerationStream && host == *m_enumerationStream)
-        return Drop(DropReason::Malformed); // the reply must say where the host's own listener is
+    // It may come on the connection that we opened to the enumeration port: what it states counts.
+    const SocketAddress host{origin.Remote.Ip, origin.StatedPort};
     const FoundSession found{message.Description, message.Name, host};
     const auto known = std::ranges::find_if(
         m_found, [&](const FoundSession& one) { return one.Description.Instance == message.Description.Instance; });
