@@ -50,3 +50,9 @@ function(corvane_fuzz name)
   corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS})
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
 endfunction()
+
+# corvane_windows_library(NAME SOURCES file... [DEPENDS target...]): window classes with their .ui files beside them.
+function(corvane_windows_library name)
+  corvane_library(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+endfunction()

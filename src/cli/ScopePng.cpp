@@ -8,14 +8,15 @@
 #include <QGuiApplication>
 
 #include <array>
+#include <string>
 
 namespace corvane {
 Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& scene,
                            const std::function<void(Surface&)>& drawOver)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen"); // fonts need a running application, not a display
-    std::array<char, 1> name{};
-    int argc = 0;
+    std::string name = "corvane-cli";
+    int argc = 1;
     std::array<char*, 2> argv = {name.data(), nullptr};
     const QGuiApplication application(argc, argv.data());
 

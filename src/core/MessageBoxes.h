@@ -1,5 +1,8 @@
 #pragma once
 
+#include "core/Result.h"
+#include "core/Text.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,4 +27,10 @@ public:
     void Inform(std::string_view text) { Show(MessageIcon::Information, MessageTitle, text); }
     void Warn(std::string_view text) { Show(MessageIcon::Warning, MessageTitle, text); }
 };
+
+/// A failure as a box shows it. Errors name paths in UTF-8; boxes take Windows-1252.
+inline std::string BoxText(const Error& error)
+{
+    return Utf8ToWindows1252(error.Text());
+}
 } // namespace corvane

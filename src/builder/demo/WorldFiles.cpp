@@ -37,10 +37,10 @@ Bytes MagdecFile(std::span<const std::int16_t> values)
 {
     constexpr std::size_t GridOffsetAt = 110;
     constexpr std::size_t HeaderSize = 0x80;
-    Bytes out(HeaderSize);
+    constexpr std::size_t GridHeadSize = 8;
+    Bytes out(HeaderSize + GridHeadSize);
     ByteWriter writer(out);
     writer.PatchI32(GridOffsetAt, static_cast<std::int32_t>(HeaderSize));
-    writer.WriteZeros(8);
     for (const std::int16_t value : values)
         writer.WriteI16(value);
     return out;

@@ -63,7 +63,8 @@ static SceneryRunway MakeRunway(LatLon center, int headingNumber, char side, int
     runway.WidthFt = 150;
     runway.Number = headingNumber;
     runway.Side = side;
-    runway.Ils.push_back({"I" + NumberText(headingNumber) + side, center.Lat, center.Lon, 0, false, 110300});
+    const std::string ident = std::string(1, 'I').append(NumberText(headingNumber)).append(1, side);
+    runway.Ils.push_back({ident, center.Lat, center.Lon, 0, false, 110300});
     return runway;
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class Form7;
+}
+
+namespace corvane {
+class AboutWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    AboutWindow();
+    ~AboutWindow() override;
+
+signals:
+    void Closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::Form7> m_ui;
+};
+} // namespace corvane

@@ -1,0 +1,234 @@
+#include "app/windows/MainWindow.h"
+
+#include "app/AppState.h"
+#include "app/ChooserModel.h"
+#include "core/windows/QtText.h"
+#include "radar/paint/ScopePaint.h"
+#include "session/windows/ChatWindow.h"
+#include "ui_MainWindow.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace corvane {
+static constexpr int TargetIntervalMs = 1000;
+static constexpr int PanelIntervalMs = 500;
+
+MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat)
+    : m_ui(std::make_unique<Ui::Form1>()),
+      m_state(state),
+      m_factory(factory),
+      m_boxes(boxes),
+      m_chat(chat),
+      m_font(MakeScopeFont(ScopeQFont())),
+      m_display({state.Area, state.MagVar, state.Flags, state.Session, state.Players}, m_font),
+      m_pump(state.Session, state.Players, state.MagVar, *this, boxes)
+{
+    m_ui->setupUi(this);
+    setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
+    state.Flags = {};
+    ConnectControls();
+    const ScopePoint size = m_ui->Picture1->SizePx();
+    m_display.Load(size.X, size.Y);
+    m_ui->Picture1->SetDisplay(&m_display);
+    UpdateScope();
+    MakeTimer(m_timer1, "Timer1", PumpIntervalMs, &MainWindow::PumpTick);
+    MakeTimer(m_timer2, "Timer2", TargetIntervalMs, &MainWindow::TargetTick);
+    MakeTimer(m_timer3, "Timer3", UpkeepIntervalMs, &MainWindow::UpkeepTick);
+    MakeTimer(m_timer4, "Timer4", PanelIntervalMs, &MainWindow::PanelTick);
+    m_chat.RefreshPlayerList();
+    m_pump.Start();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::ConnectControls()
+{
+    m_ui->Label1->hide();
+    m_ui->ScopeBar->adjustSize();
+    connect(m_ui->Command5, &QPushButton::clicked, this, [this] { ZoomBy(1); });
+    connect(m_ui->Command6, &QPushButton::clicked, this, [this] { ZoomBy(-1); });
+    connect(m_ui->Command2, &QPushButton::clicked, this, [this] {
+        m_display.CenterOnArea();
+        UpdateScope();
+    });
+    connect(m_ui->Command3, &QPushButton::clicked, this, &MainWindow::Leave);
+    connect(m_ui->Picture1, &ScopeWidget::WheelTurned, this, &MainWindow::ZoomBy);
+    connect(m_ui->Picture1, &ScopeWidget::PointerMoved, this, &MainWindow::ShowPanelLabel);
+    connect(m_ui->Picture1, &ScopeWidget::LeftPressed, &m_timer2, &QTimer::stop);
+    connect(m_ui->Picture1, &ScopeWidget::LeftReleased, &m_timer2, qOverload<>(&QTimer::start));
+    connect(m_ui->Picture1, &ScopeWidget::Resized, this, [this] {
+        const ScopePoint size = m_ui->Picture1->SizePx();
+        m_display.Resize(size.X, size.Y);
+        UpdateScope();
+    });
+    connect(m_ui->load_all_db_files, &QAction::triggered, this, &MainWindow::ChooserRequested);
+    connect(m_ui->create_new_db1, &QAction::triggered, this, &MainWindow::NewDatabaseRequested);
+    connect(m_ui->edit_players1, &QAction::triggered, this, &MainWindow::PlayerPropertiesRequested);
+    connect(m_ui->show_airpts_list1, &QAction::triggered, this, &MainWindow::AirportListRequested);
+    connect(m_ui->show_chat_win_op1, &QAction::triggered, this, &MainWindow::ChatRequested);
+    connect(m_ui->preferences_op1, &QAction::triggered, this, &MainWindow::PreferencesRequested);
+    connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
+}
+
+void MainWindow::MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)())
+{
+    timer.setObjectName(name);
+    timer.setInterval(intervalMs);
+    connect(&timer, &QTimer::timeout, this, tick);
+    timer.start();
+}
+
+void MainWindow::PumpTick()
+{
+    m_pump.PumpTick();
+}
+
+void MainWindow::TargetTick()
+{
+    m_display.RefreshTargets();
+    UpdateScope();
+}
+
+void MainWindow::UpkeepTick()
+{
+    m_pump.UpkeepTick();
+}
+
+void MainWindow::PanelTick()
+{
+    if (m_display.TickPanel())
+        ShowPanelLabel();
+}
+
+void MainWindow::ZoomBy(int steps)
+{
+    for (int step = 0; step < std::abs(steps); ++step)
+        steps > 0 ? m_display.ZoomIn() : m_display.ZoomOut();
+    UpdateScope();
+}
+
+void MainWindow::UpdateScope()
+{
+    m_ui->Label7->setText(QStringLiteral("x%1").arg(m_display.View().ZoomLevel));
+    if (m_display.IsStale())
+        m_ui->Picture1->update();
+}
+
+void MainWindow::ShowPanelLabel()
+{
+    QLabel& label = *m_ui->Label1;
+    label.setText(ToQString(m_display.PanelText()));
+    label.setVisible(!m_display.PanelText().empty());
+    if (!label.isVisible())
+        return;
+    label.adjustSize();
+    const QRect scope = m_ui->Picture1->rect();
+    const QPoint at = m_ui->Picture1->WidgetPosition(m_display.PanelPosition());
+    label.move(std::clamp(at.x(), 0, std::max(scope.width() - label.width(), 0)),
+               std::clamp(at.y(), 0, std::max(scope.height() - label.height(), 0)));
+    label.raise();
+}
+
+void MainWindow::EndMeasuring()
+{
+    if (!m_display.Measuring())
+        return;
+    m_display.ReleaseLeft();
+    m_timer2.start();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal: ZoomBy(1); break;
+    case Qt::Key_Minus: ZoomBy(-1); break;
+    case Qt::Key_C: m_display.CenterOnArea(); break;
+    case Qt::Key_Left: m_display.Pan(-1, 0); break;
+    case Qt::Key_Right: m_display.Pan(1, 0); break;
+    case Qt::Key_Up: m_display.Pan(0, 1); break;
+    case Qt::Key_Down: m_display.Pan(0, -1); break;
+    case Qt::Key_Escape: EndMeasuring(); break;
+    default: QMainWindow::keyPressEvent(event); return;
+    }
+    UpdateScope();
+}
+
+void MainWindow::SetControlsEnabled(bool enabled)
+{
+    for (QWidget* control : std::initializer_list<QWidget*>{m_ui->Picture1, m_ui->Command2, m_ui->Command3,
+                                                            m_ui->Command5, m_ui->Command6, this})
+        control->setEnabled(enabled);
+}
+
+void MainWindow::TakeOver()
+{
+    m_takenOver = true;
+    m_timer2.stop();
+    m_timer4.stop();
+    SetControlsEnabled(false);
+}
+
+void MainWindow::GiveBack()
+{
+    m_takenOver = false;
+    SetControlsEnabled(true);
+    m_timer2.start();
+    m_timer4.start();
+}
+
+void MainWindow::RecenterView(double lon, double lat)
+{
+    m_display.Recenter(lon, lat);
+    UpdateScope();
+}
+
+void MainWindow::ShowNewArea()
+{
+    setWindowTitle(ToQString(ChooserModel::MainWindowCaption(m_state.Area)));
+    m_display.AreaChanged();
+    UpdateScope();
+}
+
+void MainWindow::RedrawAll()
+{
+    m_display.RedrawAll();
+    UpdateScope();
+}
+
+void MainWindow::RefreshPlayerList()
+{
+    m_chat.RefreshPlayerList();
+}
+
+void MainWindow::AddChatLine(std::string_view from, std::string_view text)
+{
+    m_chat.AddChatLine(from, text);
+}
+
+void MainWindow::Leave()
+{
+    if (m_left)
+        return;
+    m_left = true;
+    m_ui->Command3->setText("PLEASE WAIT...");
+    m_ui->Command3->repaint();
+    for (QTimer* timer : {&m_timer1, &m_timer2, &m_timer3, &m_timer4})
+        timer->stop();
+    if (const Result<void> left = LeaveSession(m_factory, m_state.Session, m_state.Players); !left)
+        m_boxes.Warn(BoxText(left.error()));
+    emit Disconnected();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_takenOver) {
+        event->ignore(); // the window that took over is in front
+        return;
+    }
+    Leave();
+}
+} // namespace corvane

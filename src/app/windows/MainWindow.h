@@ -1,0 +1,90 @@
+#pragma once
+
+#include "core/MessageBoxes.h"
+#include "radar/RadarDisplay.h"
+#include "session/MessagePump.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <memory>
+
+namespace Ui {
+class Form1;
+}
+
+namespace corvane {
+struct AppState;
+class ChatWindow;
+
+/// The radar: the scope with its controls, the session behind it, and the menus that open the other windows.
+class MainWindow final : public QMainWindow, private PumpEvents {
+    Q_OBJECT
+
+public:
+    /// The window opens over the loaded area and the joined session.
+    MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat);
+    ~MainWindow() override;
+
+    /// Another window works in this one's place: nothing here can be used and the scope stands still, while the
+    /// session goes on. GiveBack ends it.
+    void TakeOver();
+    void GiveBack();
+
+    void RecenterView(double lon, double lat);
+    /// Another area has been loaded: caption and scope follow.
+    void ShowNewArea();
+    /// The display flags have changed.
+    void RedrawAll();
+    /// Leaves the session; the window has done its part then.
+    void Leave();
+
+signals:
+    void ChooserRequested();
+    void NewDatabaseRequested();
+    void PlayerPropertiesRequested();
+    void AirportListRequested();
+    void ChatRequested();
+    void PreferencesRequested();
+    void AboutRequested();
+    /// The session is over: the connection window is next.
+    void Disconnected();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    // PumpEvents
+    void RefreshPlayerList() override;
+    void AddChatLine(std::string_view from, std::string_view text) override;
+    void Disconnect() override { Leave(); }
+
+    void ConnectControls();
+    void MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)());
+    void PumpTick();
+    void TargetTick();
+    void UpkeepTick();
+    void PanelTick();
+    void ZoomBy(int steps);
+    void UpdateScope();
+    void ShowPanelLabel();
+    void EndMeasuring();
+    void SetControlsEnabled(bool enabled);
+
+    std::unique_ptr<Ui::Form1> m_ui;
+    AppState& m_state;
+    SessionPeerFactory& m_factory;
+    MessageBoxes& m_boxes;
+    ChatWindow& m_chat;
+    ScopeFont m_font;
+    RadarDisplay m_display;
+    MessagePump m_pump;
+    QTimer m_timer1; ///< message pump
+    QTimer m_timer2; ///< target refresh
+    QTimer m_timer3; ///< player upkeep
+    QTimer m_timer4; ///< information panel
+    bool m_takenOver = false;
+    bool m_left = false;
+};
+} // namespace corvane

@@ -1,0 +1,255 @@
+#include "app/windows/Program.h"
+
+#include "app/AppState.h"
+#include "app/DatabaseReset.h"
+#include "app/windows/AboutWindow.h"
+#include "app/windows/MainWindow.h"
+#include "app/windows/ScreenshotRun.h"
+#include "app/windows/SetupWindow.h"
+#include "app/windows/SplashWindow.h"
+#include "area/windows/AirportListWindow.h"
+#include "area/windows/ChooserWindow.h"
+#include "builder/windows/BuilderWindow.h"
+#include "core/DatabaseFiles.h"
+#include "core/windows/QtText.h"
+#include "platform/InMemoryNetwork.h"
+#include "radar/windows/PreferencesWindow.h"
+#include "session/windows/ChatWindow.h"
+#include "session/windows/ConnectionWindow.h"
+#include "session/windows/PlayerPropertiesWindow.h"
+
+#include <QCoreApplication>
+
+#include <iostream>
+#include <utility>
+
+namespace corvane {
+static constexpr int PracticeIntervalMs = 100;
+
+/// Hides a window and deletes it once the event that it is handling is over.
+template <class Window> static void LetGo(Window*& window)
+{
+    if (Window* const gone = std::exchange(window, nullptr)) {
+        gone->hide();
+        gone->deleteLater();
+    }
+}
+
+Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
+                 const ScriptedStart& script)
+    : m_state(state), m_factory(factory), m_practice(practice), m_boxes(boxes), m_script(script)
+{
+    m_clock.start();
+    connect(&m_practiceTimer, &QTimer::timeout, this,
+            [this] { m_practice.Advance(static_cast<double>(m_clock.elapsed()) / 1000); });
+}
+
+Program::~Program()
+{
+    delete m_overRadar;
+    delete m_main; // before the chat window, which it writes to
+    delete m_chat;
+    delete m_connection;
+    delete m_chooser;
+    delete m_builder;
+    delete m_setup;
+    delete m_splash;
+}
+
+void Program::End()
+{
+    QCoreApplication::exit(0);
+}
+
+void Program::Start()
+{
+    if (m_script.FirstStart)
+        DeleteDataFiles(m_state.AppFolder);
+    m_splash = new SplashWindow(m_state);
+    connect(m_splash, &SplashWindow::Checked, this, &Program::AfterStartupChecks);
+    m_splash->show();
+}
+
+void Program::AfterStartupChecks(StartupDecision decision)
+{
+    LetGo(m_splash);
+    if (decision == StartupDecision::SetUpAfterUpdateMessage)
+        m_boxes.Inform(UpdateDatabaseMessage);
+    if (decision == StartupDecision::Chooser)
+        OpenChooser();
+    else
+        OpenSetup();
+}
+
+void Program::OpenSetup()
+{
+    if (m_script.Unattended()) {
+        FailScript("the database files are missing; build them first");
+        return;
+    }
+    m_setup = new SetupWindow(m_state, m_boxes);
+    connect(m_setup, &SetupWindow::Finished, this, &Program::OpenBuilder);
+    connect(m_setup, &SetupWindow::Abandoned, this, &Program::End);
+    m_setup->show();
+}
+
+void Program::OpenBuilder()
+{
+    LetGo(m_setup);
+    m_builder = new BuilderWindow(m_state, m_boxes);
+    connect(m_builder, &BuilderWindow::Finished, this, &Program::OpenChooser);
+    connect(m_builder, &BuilderWindow::Ended, this, &Program::End);
+    m_builder->show();
+}
+
+void Program::OpenChooser()
+{
+    LetGo(m_builder);
+    m_chooser = new ChooserWindow(m_state, m_boxes);
+    connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
+    connect(m_chooser, &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
+    m_chooser->show();
+}
+
+void Program::AfterChooser(ChooserNext next)
+{
+    LetGo(m_chooser);
+    switch (next) {
+    case ChooserNext::OpenConnection: OpenConnection(); break;
+    case ChooserNext::ShowNewArea:
+        m_main->GiveBack();
+        m_main->ShowNewArea();
+        break;
+    case ChooserNext::ReturnToRadar: m_main->GiveBack(); break;
+    case ChooserNext::EndProgram: End(); break;
+    case ChooserNext::Stay: break;
+    }
+}
+
+void Program::OpenConnection()
+{
+    if (const Result<void> hosted = m_practice.HostOver(m_state.Area); !hosted)
+        m_boxes.Warn(BoxText(hosted.error()));
+    m_practiceTimer.start(PracticeIntervalMs);
+    m_connection = new ConnectionWindow(m_factory, m_state.Session, m_state.Players, m_boxes);
+    connect(m_connection, &ConnectionWindow::Joined, this, &Program::OpenRadar);
+    connect(m_connection, &ConnectionWindow::ExitRequested, this, [this] {
+        m_state.Area.ClearTables();
+        End();
+    });
+    m_connection->show();
+    if (m_script.Practice)
+        QTimer::singleShot(0, this, &Program::RunScriptInConnection);
+}
+
+void Program::OpenRadar()
+{
+    m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes);
+    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat);
+    ConnectRadarMenus();
+    m_main->show();
+    m_chat->show();
+    LetGo(m_connection);
+    m_boxes.RadarReached();
+    m_script.Practice = false;
+    if (!m_script.Screenshot.isEmpty())
+        m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot);
+}
+
+void Program::ConnectRadarMenus()
+{
+    connect(m_main, &MainWindow::Disconnected, this, &Program::AfterDisconnect);
+    connect(m_main, &MainWindow::ChatRequested, m_chat, &ChatWindow::ShowAgain);
+    connect(m_main, &MainWindow::NewDatabaseRequested, this, &Program::CreateNewDatabase);
+    connect(m_main, &MainWindow::ChooserRequested, this, [this] {
+        m_main->TakeOver();
+        OpenChooser();
+    });
+    connect(m_main, &MainWindow::AboutRequested, this, [this] {
+        auto window = std::make_unique<AboutWindow>();
+        connect(window.get(), &AboutWindow::Closed, this, &Program::CloseOverRadar);
+        OpenOverRadar(std::move(window));
+    });
+    connect(m_main, &MainWindow::PreferencesRequested, this, [this] {
+        auto window = std::make_unique<PreferencesWindow>(m_state.Flags);
+        connect(window.get(), &PreferencesWindow::Closed, this, [this] {
+            CloseOverRadar();
+            m_main->RedrawAll();
+        });
+        OpenOverRadar(std::move(window));
+    });
+    connect(m_main, &MainWindow::AirportListRequested, this, [this] {
+        auto window = std::make_unique<AirportListWindow>(m_state.Area, m_boxes);
+        connect(window.get(), &AirportListWindow::CenterRequested, m_main, &MainWindow::RecenterView);
+        connect(window.get(), &AirportListWindow::Closed, this, &Program::CloseOverRadar);
+        OpenOverRadar(std::move(window));
+    });
+    connect(m_main, &MainWindow::PlayerPropertiesRequested, this, [this] {
+        auto window = std::make_unique<PlayerPropertiesWindow>(m_state.Session, m_state.Players, m_boxes);
+        connect(window.get(), &PlayerPropertiesWindow::CenterRequested, m_main, &MainWindow::RecenterView);
+        connect(window.get(), &PlayerPropertiesWindow::Closed, this, &Program::CloseOverRadar);
+        OpenOverRadar(std::move(window));
+    });
+}
+
+void Program::OpenOverRadar(std::unique_ptr<QWidget> window)
+{
+    m_main->TakeOver();
+    m_overRadar = window.release();
+    m_overRadar->setWindowFlag(Qt::Dialog);
+    m_overRadar->show();
+    m_overRadar->raise();
+    m_overRadar->activateWindow();
+}
+
+void Program::CloseOverRadar()
+{
+    LetGo(m_overRadar);
+    if (m_main != nullptr && m_state.Session.RadarOpen)
+        m_main->GiveBack();
+}
+
+void Program::AfterDisconnect()
+{
+    LetGo(m_overRadar);
+    LetGo(m_chooser);
+    LetGo(m_main); // its chat window outlives it by being deleted after it
+    LetGo(m_chat);
+    OpenConnection();
+}
+
+void Program::CreateNewDatabase()
+{
+    m_main->TakeOver();
+    if (CreateNewDatabaseFiles(m_state, m_boxes))
+        End();
+    else
+        m_main->GiveBack();
+}
+
+void Program::RunScriptInChooser()
+{
+    if (m_script.Airport.empty())
+        return;
+    const std::string icao = std::exchange(m_script.Airport, {}); // once: later the person chooses
+    if (!m_chooser->ChooseAirport(icao))
+        FailScript("the database has no such airport");
+}
+
+void Program::RunScriptInConnection()
+{
+    const auto practice = ToQString(InMemoryProvider::ConnectionName);
+    if (m_connection != nullptr && !m_connection->JoinFirstSession(practice))
+        FailScript("there is no practice session to join");
+}
+
+void Program::FailScript(const char* why)
+{
+    if (m_script.Unattended()) {
+        std::cerr << "corvane: " << why << '\n';
+        QCoreApplication::exit(1);
+    } else {
+        m_boxes.Warn(why);
+    }
+}
+} // namespace corvane

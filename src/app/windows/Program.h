@@ -1,0 +1,74 @@
+#pragma once
+
+#include "app/ChooserModel.h"
+#include "app/PracticeHost.h"
+#include "app/StartupChecks.h"
+#include "app/windows/ScriptedStart.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+namespace corvane {
+struct AppState;
+class BuilderWindow;
+class ChatWindow;
+class ChooserWindow;
+class ConnectionWindow;
+class MainWindow;
+class ScreenshotRun;
+class SetupWindow;
+class SplashWindow;
+
+/// The flow of windows from the splash to the radar and back. Owns the windows; each announces what it wants, and this
+/// opens and closes them.
+class Program final : public QObject {
+    Q_OBJECT
+
+public:
+    Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
+            const ScriptedStart& script);
+    ~Program() override;
+
+    void Start();
+
+private:
+    void AfterStartupChecks(StartupDecision decision);
+    void OpenSetup();
+    void OpenBuilder();
+    void OpenChooser();
+    void AfterChooser(ChooserNext next);
+    void OpenConnection();
+    void OpenRadar();
+    void AfterDisconnect();
+    void OpenOverRadar(std::unique_ptr<QWidget> window);
+    void CloseOverRadar();
+    void CreateNewDatabase();
+    void ConnectRadarMenus();
+    void RunScriptInChooser();
+    void RunScriptInConnection();
+    void FailScript(const char* why);
+    static void End();
+
+    AppState& m_state;
+    SessionPeerFactory& m_factory;
+    PracticeHost& m_practice;
+    ScriptedBoxes& m_boxes;
+    ScriptedStart m_script;
+    QTimer m_practiceTimer;
+    QElapsedTimer m_clock;
+
+    // A window is let go of only after the event that closed it: see LetGo in the source.
+    SplashWindow* m_splash = nullptr;
+    SetupWindow* m_setup = nullptr;
+    BuilderWindow* m_builder = nullptr;
+    ChooserWindow* m_chooser = nullptr;
+    ConnectionWindow* m_connection = nullptr;
+    ChatWindow* m_chat = nullptr;
+    MainWindow* m_main = nullptr;
+    QWidget* m_overRadar = nullptr; ///< the window that has taken the radar over, other than the chooser
+    std::unique_ptr<ScreenshotRun> m_screenshot;
+};
+} // namespace corvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/MessageBoxes.h"
+
+#include <QString>
+
+#include <string>
+
+namespace corvane {
+/// What the command line asks to be done as if a person had pressed the buttons.
+struct ScriptedStart {
+    std::string Airport;     ///< ICAO code to choose in the area chooser; empty: the person chooses
+    bool Practice = false;   ///< join the practice session
+    QString Screenshot;      ///< save the main window's picture here once targets have moved, and end; empty: go on
+    bool FirstStart = false; ///< delete the settings first, so that the program begins with the set-up
+
+    /// Nobody sits before the screen: message boxes must not wait.
+    [[nodiscard]] bool Unattended() const { return !Screenshot.isEmpty(); }
+};
+
+/// Presses OK on information boxes until the scripted start has reached the radar; other boxes wait for the person,
+/// unless there is none.
+class ScriptedBoxes final : public MessageBoxes {
+public:
+    ScriptedBoxes(MessageBoxes& shown, const ScriptedStart& script) noexcept
+        : m_shown(shown), m_pressing(script.Practice), m_unattended(script.Unattended())
+    {
+    }
+
+    void RadarReached() noexcept { m_pressing = false; }
+
+    void Show(MessageIcon icon, std::string_view title, std::string_view text) override;
+    bool Confirm(std::string_view title, std::string_view text) override;
+    std::optional<std::string> AskText(std::string_view title, std::string_view prompt) override;
+
+private:
+    MessageBoxes& m_shown;
+    bool m_pressing;
+    bool m_unattended;
+};
+} // namespace corvane

@@ -1,0 +1,80 @@
+#include "app/windows/SetupWindow.h"
+
+#include "core/windows/QtText.h"
+#include "ui_SetupWindow.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QStorageInfo>
+
+namespace corvane {
+SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
+    : m_ui(std::make_unique<Ui::Form3>()), m_folders(new QFileSystemModel(this)), m_setUp(state, boxes)
+{
+    m_ui->setupUi(this);
+    m_ui->Option1->setChecked(true);
+    m_setUp.OptionClicked();
+    m_folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
+    m_folders->setRootPath(QString());
+    m_ui->Dir1->setModel(m_folders);
+    for (int column = 1; column < m_folders->columnCount(); ++column)
+        m_ui->Dir1->hideColumn(column);
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+        if (volume.isReady() && !volume.isReadOnly())
+            m_ui->Drive1->addItem(QDir::toNativeSeparators(volume.rootPath()));
+    connect(m_ui->Option1, &QRadioButton::clicked, this, [this] { m_setUp.OptionClicked(); });
+    connect(m_ui->Drive1, &QComboBox::textActivated, this, &SetupWindow::ChooseDrive);
+    connect(m_ui->Dir1, &QTreeView::clicked, this, &SetupWindow::ChooseFolder);
+    connect(m_ui->Dir1, &QTreeView::activated, this, &SetupWindow::ChooseFolder);
+    connect(m_ui->Command2, &QPushButton::clicked, this, &SetupWindow::Browse);
+    connect(m_ui->Text1, &QLineEdit::textChanged, this, &SetupWindow::PathChanged);
+    connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command1, &QPushButton::click);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &SetupWindow::NextStep);
+    ChooseDrive(QDir::homePath());
+}
+
+SetupWindow::~SetupWindow() = default;
+
+void SetupWindow::ChooseDrive(const QString& drive)
+{
+    const QModelIndex index = m_folders->index(drive);
+    m_ui->Dir1->setCurrentIndex(index);
+    m_ui->Dir1->scrollTo(index);
+    ChooseFolder(index);
+}
+
+void SetupWindow::ChooseFolder(const QModelIndex& index)
+{
+    m_ui->Text1->setText(QDir::toNativeSeparators(m_folders->filePath(index)));
+}
+
+void SetupWindow::Browse()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, windowTitle(), m_ui->Text1->text());
+    if (!folder.isEmpty())
+        m_ui->Text1->setText(QDir::toNativeSeparators(folder));
+}
+
+void SetupWindow::PathChanged(const QString& text)
+{
+    const QString path = ToQString(SetUp::PathAfterChange(ToText(text)));
+    if (path != ToQString(ToText(text)))
+        m_ui->Text1->setText(path);
+}
+
+void SetupWindow::NextStep()
+{
+    if (!m_setUp.NextStep(ToText(m_ui->Text1->text()), m_ui->Option1->isChecked()))
+        return;
+    hide();
+    emit Finished();
+}
+
+void SetupWindow::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    if (m_setUp.Close())
+        emit Abandoned();
+}
+} // namespace corvane

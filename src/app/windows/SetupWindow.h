@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/SetUp.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QFileSystemModel;
+
+namespace Ui {
+class Form3;
+}
+
+namespace corvane {
+/// The set-up: where the simulator is.
+class SetupWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    SetupWindow(AppState& state, MessageBoxes& boxes);
+    ~SetupWindow() override;
+
+signals:
+    /// The settings are written; the builder is next.
+    void Finished();
+    /// Closed unfinished; the program ends.
+    void Abandoned();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void ChooseDrive(const QString& drive);
+    void ChooseFolder(const QModelIndex& index);
+    void Browse();
+    void PathChanged(const QString& text);
+    void NextStep();
+
+    std::unique_ptr<Ui::Form3> m_ui;
+    QFileSystemModel* m_folders;
+    SetUp m_setUp;
+};
+} // namespace corvane

@@ -1,0 +1,71 @@
+#include "app/AppState.h"
+#include "app/PracticeHost.h"
+#include "app/StartupChecks.h"
+#include "app/windows/Program.h"
+#include "app/windows/ScriptedStart.h"
+#include "core/Text.h"
+#include "core/windows/QtMessageBoxes.h"
+#include "core/windows/QtText.h"
+#include "platform/CompositePeerFactory.h"
+#include "platform/InMemoryNetwork.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QDir>
+
+using namespace corvane;
+
+static ScriptedStart ReadArguments(const QApplication& application, AppState& state)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription("An air traffic control radar for multiplayer sessions of Microsoft Flight "
+                                     "Simulator 2002.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption appFolder("app-folder",
+                                       "Folder of the settings, database and map files; the working "
+                                       "directory unless given.",
+                                       "DIR", QDir::currentPath());
+    const QCommandLineOption airport("airport", "Chooses this airport's area.", "ICAO");
+    const QCommandLineOption practice("practice", "Joins the practice session.");
+    const QCommandLineOption screenshot("screenshot",
+                                        "Saves the radar window's picture once targets have moved, and "
+                                        "ends.",
+                                        "FILE");
+    const QCommandLineOption firstStart("first-start", "Deletes the settings and database files first: the program "
+                                                       "begins as on its first day.");
+    parser.addOptions({appFolder, airport, practice, screenshot, firstStart});
+    parser.process(application);
+
+    state.AppFolder = AppFolderFromText(ToText(parser.value(appFolder)));
+    ScriptedStart script;
+    script.Airport = ToUpper(ToText(parser.value(airport)));
+    script.Practice = parser.isSet(practice);
+    script.Screenshot = parser.value(screenshot);
+    script.FirstStart = parser.isSet(firstStart);
+    return script;
+}
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Corvane");
+    QApplication::setApplicationVersion(CORVANE_VERSION);
+    QApplication::setQuitOnLastWindowClosed(false); // windows follow one another; the flow says when it ends
+
+    const auto state = std::make_unique<AppState>();
+    const ScriptedStart script = ReadArguments(application, *state);
+    InMemoryNetwork network;
+    InMemoryProvider practiceProvider(network);
+    CompositePeerFactory factory({&practiceProvider});
+    PracticeHost practice(practiceProvider, state->MagVar,
+                          static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
+    QtMessageBoxes shown;
+    ScriptedBoxes boxes(shown, script);
+    Program program(*state, factory, practice, boxes, script);
+    program.Start();
+    const int status = QApplication::exec();
+    ReleaseSessionObjects(state->Session); // before the network that its peer is on
+    return status;
+}

@@ -1,0 +1,110 @@
+#include "area/windows/ChooserWindow.h"
+
+#include "area/windows/EntryCombo.h"
+#include "core/windows/QtText.h"
+#include "ui_ChooserWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+
+namespace corvane {
+ChooserWindow::ChooserWindow(AppState& state, MessageBoxes& boxes)
+    : m_ui(std::make_unique<Ui::Form5>()), m_boxes(boxes), m_model(state, *this)
+{
+    m_ui->setupUi(this);
+    m_timer1.setObjectName("Timer1");
+    m_timer1.setInterval(ChooserModel::OpeningDelayMs);
+    m_timer1.setSingleShot(true);
+    connect(&m_timer1, &QTimer::timeout, this, &ChooserWindow::OpenLists);
+    connect(m_ui->Option1, &QRadioButton::clicked, this, &ChooserWindow::OptionChosen);
+    connect(m_ui->Option2, &QRadioButton::clicked, this, &ChooserWindow::OptionChosen);
+    connect(m_ui->Command3, &QPushButton::clicked, this, &ChooserWindow::LoadChosenArea);
+    connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Leave(m_model.Exit()); });
+    m_timer1.start();
+}
+
+ChooserWindow::~ChooserWindow() = default;
+
+void ChooserWindow::OpenLists()
+{
+    m_busy = true;
+    const Result<void> opened = m_model.Open();
+    SetEntries(*m_ui->Combo1, m_model.AirportEntries());
+    SetEntries(*m_ui->Combo2, m_model.SectorEntries());
+    m_busy = false;
+    m_ui->Option1->setChecked(true);
+    OptionChosen();
+    if (!opened)
+        m_boxes.Warn(BoxText(opened.error()) + ". Create the database files again, or correct the folder and restart.");
+    m_ui->Combo1->setFocus();
+    emit Ready();
+}
+
+void ChooserWindow::OptionChosen()
+{
+    m_ui->Combo1->setEnabled(m_ui->Option1->isChecked());
+    m_ui->Combo2->setEnabled(m_ui->Option2->isChecked());
+}
+
+void ChooserWindow::LoadChosenArea()
+{
+    const bool airport = m_ui->Option1->isChecked();
+    const auto entry = airport ? PickedEntry(*m_ui->Combo1, m_model.AirportEntries())
+                               : PickedEntry(*m_ui->Combo2, m_model.SectorEntries());
+    m_busy = true;
+    const Result<ChooserNext> next = m_model.Load(airport ? ControlMode::Airport : ControlMode::Sector, entry);
+    m_busy = false;
+    if (!next)
+        m_boxes.Warn(BoxText(next.error()) + ". The area was not loaded; the previous one stays.");
+    else if (*next != ChooserNext::Stay)
+        Leave(*next);
+}
+
+bool ChooserWindow::ChooseAirport(const std::string& icao)
+{
+    if (!PickEntryThatBegins(*m_ui->Combo1, m_model.AirportEntries(), icao + " - "))
+        return false;
+    m_ui->Command3->click();
+    return true;
+}
+
+void ChooserWindow::Leave(ChooserNext next)
+{
+    m_left = true;
+    hide();
+    emit Finished(next);
+}
+
+void ChooserWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_busy) {
+        event->ignore();
+        return;
+    }
+    if (!m_left)
+        Leave(m_model.Close());
+}
+
+void ChooserWindow::SetStatus(std::string_view status)
+{
+    m_ui->Text2->setText(ToQString(status));
+    m_ui->Text2->repaint();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // keeps the window painted
+}
+
+void ChooserWindow::SetProgress(int value, int maximum)
+{
+    m_ui->ProgressBar1->setRange(0, maximum);
+    m_ui->ProgressBar1->setValue(value);
+    m_ui->ProgressBar1->repaint();
+}
+
+void ChooserWindow::SetControlsEnabled(bool enabled)
+{
+    for (QWidget* control : std::initializer_list<QWidget*>{m_ui->Command2, m_ui->Command3, m_ui->Combo1, m_ui->Combo2,
+                                                            m_ui->Option1, m_ui->Option2})
+        control->setEnabled(enabled);
+    if (enabled)
+        OptionChosen();
+}
+} // namespace corvane

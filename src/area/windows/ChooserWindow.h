@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/ChooserModel.h"
+#include "core/MessageBoxes.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class Form5;
+}
+
+namespace corvane {
+/// The area chooser: what to control, one airport or one ARTCC/FIR sector.
+class ChooserWindow final : public QWidget, private ChooserView {
+    Q_OBJECT
+
+public:
+    ChooserWindow(AppState& state, MessageBoxes& boxes);
+    ~ChooserWindow() override;
+
+    /// Picks the airport of an ICAO code in the list and presses the button. Returns whether the list has it.
+    bool ChooseAirport(const std::string& icao);
+
+signals:
+    /// The lists are filled and the controls enabled.
+    void Ready();
+    /// The window has done its part and hides; what follows is never Stay.
+    void Finished(corvane::ChooserNext next);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void SetStatus(std::string_view status) override;
+    void SetProgress(int value, int maximum) override;
+    void SetControlsEnabled(bool enabled) override;
+
+    void OpenLists();
+    void OptionChosen();
+    void LoadChosenArea();
+    void Leave(ChooserNext next);
+
+    std::unique_ptr<Ui::Form5> m_ui;
+    MessageBoxes& m_boxes;
+    ChooserModel m_model;
+    QTimer m_timer1;
+    bool m_busy = false; ///< long work is under way: the window cannot be closed
+    bool m_left = false;
+};
+} // namespace corvane

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class QComboBox;
+
+namespace corvane {
+/// Fills an editable combo box with 8-bit entries, quickly for tens of thousands, with type-ahead anywhere in the text.
+void SetEntries(QComboBox& combo, const std::vector<std::string>& entries);
+
+/// The entry picked from the list, 8-bit text. Text that was typed is a pick only where it is an entry of the list.
+std::optional<std::string> PickedEntry(const QComboBox& combo, const std::vector<std::string>& entries);
+
+/// Picks the first entry that begins with a text, as a person would from the list. Returns whether there is one.
+bool PickEntryThatBegins(QComboBox& combo, const std::vector<std::string>& entries, const std::string& beginning);
+} // namespace corvane

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "builder/BuildDriver.h"
+#include "core/MessageBoxes.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class Form4;
+}
+
+namespace corvane {
+struct AppState;
+
+/// Builds the scenery database, one scenery file a timer tick.
+class BuilderWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    BuilderWindow(AppState& state, MessageBoxes& boxes);
+    ~BuilderWindow() override;
+
+signals:
+    /// The database is complete; the area chooser is next.
+    void Finished();
+    /// The build failed or was given up; nothing incomplete is left, and the program ends.
+    void Ended();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void Prepare();
+    void StartScan();
+    void ScanOneFile();
+    void Finish();
+    void FailWith(const std::string& text);
+    void SetStatus(std::string_view status);
+    void ShowTimeLeft(std::int64_t done);
+
+    std::unique_ptr<Ui::Form4> m_ui;
+    AppState& m_state;
+    MessageBoxes& m_boxes;
+    std::unique_ptr<BuildDriver> m_driver;
+    QTimer m_readSceneriesPaths;
+    QTimer m_readAllAirports;
+    QElapsedTimer m_scanning;
+    bool m_over = false;
+};
+} // namespace corvane

@@ -1,0 +1,103 @@
+#include "radar/windows/ScopeWidget.h"
+
+#include "core/Rounding.h"
+#include "radar/RadarDisplay.h"
+#include "radar/paint/ScopePaint.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+
+namespace corvane {
+ScopeWidget::ScopeWidget(QWidget* parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::CrossCursor);
+}
+
+void ScopeWidget::SetDisplay(RadarDisplay* display)
+{
+    m_display = display;
+    update();
+}
+
+ScopePoint ScopeWidget::SizePx() const
+{
+    return {RoundTo<std::int32_t>(width() * devicePixelRatioF()),
+            RoundTo<std::int32_t>(height() * devicePixelRatioF())};
+}
+
+QPoint ScopeWidget::WidgetPosition(ScopePoint at) const
+{
+    return {RoundTo<std::int32_t>(at.X / devicePixelRatioF()), RoundTo<std::int32_t>(at.Y / devicePixelRatioF())};
+}
+
+ScopePoint ScopeWidget::PixelAt(const QPointF& position) const
+{
+    return {RoundTo<std::int32_t>(position.x() * devicePixelRatioF()),
+            RoundTo<std::int32_t>(position.y() * devicePixelRatioF())};
+}
+
+void ScopeWidget::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    if (m_display == nullptr) {
+        painter.fillRect(rect(), Qt::black);
+        return;
+    }
+    m_display->Draw();
+    QImage picture = BorrowAsQImage(m_display->Picture());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    painter.drawImage(QPoint(0, 0), picture);
+}
+
+void ScopeWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    emit Resized();
+}
+
+void ScopeWidget::mousePressEvent(QMouseEvent* event)
+{
+    if (m_display == nullptr)
+        return;
+    if (event->button() == Qt::LeftButton) {
+        m_display->PressLeft(PixelAt(event->position()));
+        emit LeftPressed();
+    } else if (event->button() == Qt::RightButton) {
+        m_display->PressRight(PixelAt(event->position()));
+    }
+    update();
+}
+
+void ScopeWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (m_display == nullptr || event->button() != Qt::LeftButton)
+        return;
+    m_display->ReleaseLeft();
+    emit LeftReleased();
+}
+
+void ScopeWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_display == nullptr)
+        return;
+    m_display->MovePointerTo(PixelAt(event->position()));
+    if (m_display->IsStale())
+        update();
+    emit PointerMoved();
+}
+
+void ScopeWidget::wheelEvent(QWheelEvent* event)
+{
+    constexpr int Notch = 120; // eighths of a degree, fifteen degrees to the notch
+    m_wheelDelta += event->angleDelta().y();
+    const int notches = m_wheelDelta / Notch;
+    m_wheelDelta -= notches * Notch;
+    if (notches != 0)
+        emit WheelTurned(notches);
+    event->accept();
+}
+} // namespace corvane

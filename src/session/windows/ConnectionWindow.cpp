@@ -1,0 +1,108 @@
+#include "session/windows/ConnectionWindow.h"
+
+#include "core/windows/QtText.h"
+#include "ui_ConnectionWindow.h"
+
+#include <QCloseEvent>
+
+namespace corvane {
+ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players,
+                                   MessageBoxes& boxes)
+    : m_ui(std::make_unique<Ui::Form2>()), m_connection(factory, session, players, *this, boxes)
+{
+    m_ui->setupUi(this);
+    m_timer1.setObjectName("Timer1");
+    m_timer1.setInterval(HandshakeIntervalMs);
+    m_timer2.setObjectName("Timer2");
+    m_timer2.setInterval(RetryIntervalMs);
+    connect(&m_timer1, &QTimer::timeout, this, [this] { m_connection.HandshakeTick(); });
+    connect(&m_timer2, &QTimer::timeout, this, [this] { m_connection.RetryTick(); });
+    connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_connection.LocateSession(); });
+    connect(m_ui->Command2, &QPushButton::clicked, this, &ConnectionWindow::JoinClicked);
+    connect(m_ui->Command3, &QPushButton::clicked, this, [this] { m_connection.Exit(); });
+    connect(m_ui->List1, &QListWidget::currentRowChanged, this, &ConnectionWindow::TypeChosen);
+    connect(m_ui->List1, &QListWidget::itemActivated, m_ui->Command1, &QPushButton::click);
+    connect(m_ui->List2, &QListWidget::itemActivated, m_ui->Command2, &QPushButton::click);
+    connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command2, &QPushButton::click);
+    m_connection.Load();
+}
+
+ConnectionWindow::~ConnectionWindow() = default;
+
+void ConnectionWindow::TypeChosen(int row)
+{
+    if (row >= 0)
+        m_connection.ConnectionTypeChosen(static_cast<std::size_t>(row));
+}
+
+void ConnectionWindow::JoinClicked()
+{
+    const int row = m_ui->List2->currentRow();
+    const auto selected = row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
+    m_connection.JoinSession(selected, ToText(m_ui->Text1->text()));
+}
+
+bool ConnectionWindow::JoinFirstSession(const QString& connectionName)
+{
+    const auto types = m_ui->List1->findItems(connectionName, Qt::MatchExactly);
+    if (types.isEmpty())
+        return false;
+    m_ui->List1->setCurrentItem(types.first());
+    m_ui->Command1->click();
+    if (m_ui->List2->count() == 0)
+        return false;
+    m_ui->List2->setCurrentRow(0);
+    m_ui->Command2->click();
+    return true;
+}
+
+void ConnectionWindow::SetConnections(std::span<const ConnectionEntry> connections)
+{
+    m_ui->List1->clear();
+    for (const ConnectionEntry& connection : connections)
+        m_ui->List1->addItem(ToQString(connection.Name));
+}
+
+void ConnectionWindow::SetSessions(std::span<const std::string> lines)
+{
+    m_ui->List2->clear();
+    for (const std::string& line : lines)
+        m_ui->List2->addItem(ToQString(line));
+}
+
+void ConnectionWindow::SetStatus(std::string_view status)
+{
+    m_ui->Label5->setText(ToQString(status));
+    m_ui->Label5->repaint();
+}
+
+void ConnectionWindow::SetListsEnabled(bool enabled)
+{
+    m_ui->List1->setEnabled(enabled);
+    m_ui->Command1->setEnabled(enabled);
+}
+
+void ConnectionWindow::SetTimers(bool running)
+{
+    for (QTimer* timer : {&m_timer1, &m_timer2})
+        running ? timer->start() : timer->stop();
+}
+
+void ConnectionWindow::OpenRadar()
+{
+    emit Joined();
+}
+
+void ConnectionWindow::EndProgram()
+{
+    emit ExitRequested();
+}
+
+void ConnectionWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_connection.State() != ConnectionState::Connected) {
+        event->ignore(); // the program ends, and the window with it
+        m_connection.Exit();
+    }
+}
+} // namespace corvane

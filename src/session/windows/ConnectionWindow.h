@@ -1,0 +1,52 @@
+#pragma once
+
+#include "session/Connection.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class Form2;
+}
+
+namespace corvane {
+/// The connection window: locate sessions, pick one, join it under a nickname.
+class ConnectionWindow final : public QWidget, private ConnectionView {
+    Q_OBJECT
+
+public:
+    ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players, MessageBoxes& boxes);
+    ~ConnectionWindow() override;
+
+    /// Presses the buttons that a person would press: picks the connection type of this name, locates sessions, and
+    /// joins the first. Returns whether the type and a session are there.
+    bool JoinFirstSession(const QString& connectionName);
+
+signals:
+    /// The host has accepted. The window stays until the radar window has opened.
+    void Joined();
+    void ExitRequested();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void SetConnections(std::span<const ConnectionEntry> connections) override;
+    void SetSessions(std::span<const std::string> lines) override;
+    void SetStatus(std::string_view status) override;
+    void SetListsEnabled(bool enabled) override;
+    void SetTimers(bool running) override;
+    void OpenRadar() override;
+    void EndProgram() override;
+
+    void TypeChosen(int row);
+    void JoinClicked();
+
+    std::unique_ptr<Ui::Form2> m_ui;
+    Connection m_connection;
+    QTimer m_timer1;
+    QTimer m_timer2;
+};
+} // namespace corvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "session/FlightPlanEditor.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class Form11;
+}
+
+namespace corvane {
+/// The flight plans that the controller keeps for the pilots.
+class PlayerPropertiesWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    PlayerPropertiesWindow(const SessionState& session, PlayerTable& players, MessageBoxes& boxes);
+    ~PlayerPropertiesWindow() override;
+
+signals:
+    void CenterRequested(double lon, double lat);
+    void Closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void ShowEditor();
+    void Pick(int index);
+    void Save();
+    void Discard();
+    void Center();
+
+    std::unique_ptr<Ui::Form11> m_ui;
+    FlightPlanEditor m_editor;
+};
+} // namespace corvane
