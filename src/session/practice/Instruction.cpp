@@ -24,12 +24,13 @@ static std::vector<std::string> Words(std::string_view line)
     std::vector<std::string> words(1);
     for (std::size_t i = 0; i < line.size(); ++i) {
         const bool inside = i > 0 && i + 1 < line.size();
+        const bool joins =
+            inside && ((line[i] == '-' && IsWordCharacter(line[i - 1]) && IsWordCharacter(line[i + 1])) ||
+                       (line[i] == ',' && isDigit(line[i - 1]) && isDigit(line[i + 1])));
+        if (joins)
+            continue;
         if (IsWordCharacter(line[i]))
             words.back() += Capital(line[i]);
-        else if (inside && line[i] == '-' && IsWordCharacter(line[i - 1]) && IsWordCharacter(line[i + 1]))
-            continue;
-        else if (inside && line[i] == ',' && isDigit(line[i - 1]) && isDigit(line[i + 1]))
-            continue;
         else if (!words.back().empty())
             words.emplace_back();
     }
@@ -279,7 +280,7 @@ static std::optional<Instruction> ReadInstruction(LineReader& line)
         return ReadCleared(line);
     if (line.Take("SAY"))
         return ReadSay(line);
-    if (const auto plain = ReadPlain(line))
+    if (auto plain = ReadPlain(line))
         return plain;
     line.Skip({"TURN"});
     return ReadTurn(line);

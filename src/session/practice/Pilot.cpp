@@ -107,7 +107,7 @@ void Pilot::PlanFlight(const PracticeAirport* from, PracticeRandom& random)
 }
 
 /// A point of the taxiway beside a runway, on the side of a place; outNm counts back from the threshold.
-LatLon Pilot::Turnoff(const PracticeRunway& runway, const LatLon& toward, double outNm) const
+static LatLon Turnoff(const PracticeRunway& runway, const LatLon& toward, double outNm) noexcept
 {
     const bool onTheLeft = OffsetFromLine(runway.Threshold, runway.Course, toward).LeftNm >= 0;
     const LatLon onTheLine = Along(runway.Threshold, runway.Course + 180, outNm);

@@ -80,7 +80,6 @@ private:
     void PlanFlight(const PracticeAirport* from, PracticeRandom& random);
     void StartTaxiOut();
     void StartTaxiIn();
-    [[nodiscard]] LatLon Turnoff(const PracticeRunway& runway, const LatLon& toward, double outNm) const;
 
     // Steps
     void StepTaxi();

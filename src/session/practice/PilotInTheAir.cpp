@@ -54,12 +54,11 @@ void Pilot::FlyOwnProfile(FlightTarget& target, double leftNm) const
 void Pilot::SteerRoute(FlightTarget& target, PracticeRandom& random)
 {
     constexpr double ReachedNm = 1.5;
-    if (m_wayPoint && RangeNm(m_state.Position, *m_wayPoint) < ReachedNm) {
+    if (m_wayPoint && RangeNm(m_state.Position, *m_wayPoint) < ReachedNm)
         m_wayPoint.reset();
-        if (m_destination == nullptr)
-            m_wayPoint = RandomPlace(10, 60, random);
-    }
-    const LatLon goal = m_wayPoint ? *m_wayPoint : m_destination->Position;
+    if (!m_wayPoint && m_destination == nullptr)
+        m_wayPoint = RandomPlace(10, 60, random);
+    const LatLon goal = m_wayPoint || m_destination == nullptr ? *m_wayPoint : m_destination->Position;
     const double leftNm = RangeNm(m_state.Position, goal);
     target.HeadingDeg = CourseTo(m_state.Position, goal);
     constexpr double FarNm = 200;
