@@ -11,9 +11,8 @@ static constexpr Color White{255, 255, 255};
 void DrawAirportDots(Surface& surface, const ScopeView& view, std::span<const AirportRecord> airports)
 {
     for (const AirportRecord& airport : airports) {
-        const ScopePoint at = ProjectToScope(view, airport.Lat, airport.Lon);
-        if (InsideScope(view, at) && OnEarth(airport.Lat, airport.Lon))
-            surface.SetPixel(at, {255, 0, 0});
+        if (const auto at = VisiblePixel(view, airport.Lat, airport.Lon))
+            surface.SetPixel(*at, {255, 0, 0});
     }
 }
 
@@ -21,9 +20,8 @@ void DrawGates(Surface& surface, const ScopeView& view, const AirportRecord& air
 {
     surface.SetSolid({128, 64, 64});
     for (const ParkingRecord& parking : airport.Parkings) {
-        const ScopePoint at = ProjectToScope(view, parking.Lat, parking.Lon);
-        if (InsideScope(view, at) && OnEarth(parking.Lat, parking.Lon))
-            surface.Circle(at, 5);
+        if (const auto at = VisiblePixel(view, parking.Lat, parking.Lon))
+            surface.Circle(*at, 5);
     }
 }
 
@@ -116,8 +114,8 @@ void DrawIls(Surface& surface, const ScopeView& view, const MagVarGrid& variatio
     constexpr int HalfAngle = 5;
     constexpr int LengthFt = 1800;
     for (const IlsRecord& ils : airport.Ils) {
-        const ScopePoint at = ProjectToScope(view, ils.Lat, ils.Lon);
-        if (!InsideScope(view, at) || !OnEarth(ils.Lat, ils.Lon))
+        const auto at = VisiblePixel(view, ils.Lat, ils.Lon);
+        if (!at)
             continue;
         surface.SetSolid({255, 255, 0});
         const int back = NormalizeCourse(TrueFromMagnetic(variation, ils.MagHeading, ils.Lat, ils.Lon) - 180);
@@ -125,20 +123,20 @@ void DrawIls(Surface& surface, const ScopeView& view, const MagVarGrid& variatio
         const LatLon right = DestinationFt(ils.Lat, ils.Lon, NormalizeCourse(back + HalfAngle), LengthFt);
         const ScopePoint leftAt = ProjectToScope(view, left.Lat, left.Lon);
         const ScopePoint rightAt = ProjectToScope(view, right.Lat, right.Lon);
-        surface.Line(at, leftAt);
+        surface.Line(*at, leftAt);
         surface.Line(leftAt, rightAt);
-        surface.Line(rightAt, at);
+        surface.Line(rightAt, *at);
     }
 }
 
 void DrawAirportName(Surface& surface, const ScopeView& view, const AirportRecord& airport, std::string& text)
 {
-    const ScopePoint at = ProjectToScope(view, airport.Lat, airport.Lon);
-    if (!InsideScope(view, at))
+    const auto at = VisiblePixel(view, airport.Lat, airport.Lon);
+    if (!at)
         return;
     surface.State.PenColor = White;
     text.assign(airport.Name).append(" - ").append(airport.Icao);
-    surface.TextOut(at, text);
+    surface.TextOut(*at, text);
 }
 
 static void DrawDetails(Surface& surface, const MapScene& scene, const AirportRecord& airport)

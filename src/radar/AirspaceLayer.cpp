@@ -133,11 +133,11 @@ void DrawAirspaces(Surface& surface, const MapScene& scene)
     for (const AirspaceRecord& airspace : scene.Area.AreaAirspaces) {
         if (airspace.Kind == LowSectorKind || (airspace.Kind == TraconKind && !scene.Flags.ShowTracon))
             continue;
-        const ScopePoint center = ProjectToScope(scene.View, airspace.CenterLat, airspace.CenterLon);
-        if (!InsideScope(scene.View, center) || !OnEarth(airspace.CenterLat, airspace.CenterLon))
+        const auto center = VisiblePixel(scene.View, airspace.CenterLat, airspace.CenterLon);
+        if (!center)
             continue;
         const Color color = IsControlledSector(scene.Area, airspace) ? ControlledMagenta : AirspaceCyan;
-        DrawCenterDot(surface, center, color);
+        DrawCenterDot(surface, *center, color);
         SetPenForKind(surface.State, airspace.Kind, color, AirspaceCyan);
         walker.Draw(airspace);
     }

@@ -4,19 +4,19 @@ namespace corvane {
 static void DrawStation(Surface& surface, const ScopeView& view, const NavaidRecord& station, Color color)
 {
     constexpr std::int16_t LastDotLevel = 24;
-    const ScopePoint at = ProjectToScope(view, station.Lat, station.Lon);
-    if (!InsideScope(view, at) || !OnEarth(station.Lat, station.Lon))
+    const auto at = VisiblePixel(view, station.Lat, station.Lon);
+    if (!at)
         return;
     if (view.ZoomLevel <= LastDotLevel) {
-        surface.SetPixel(at, color);
+        surface.SetPixel(*at, color);
         return;
     }
     surface.State.PenColor = color;
     surface.State.PenWidth = 1;
     surface.State.Style = PenStyle::Solid;
     surface.State.FillSolid = false;
-    surface.Circle(at, 5);
-    surface.Circle(at, 10);
+    surface.Circle(*at, 5);
+    surface.Circle(*at, 10);
 }
 
 void DrawVors(Surface& surface, const ScopeView& view, std::span<const NavaidRecord> vors)

@@ -70,11 +70,6 @@ ScopePoint ProjectToScope(const ScopeView& view, double lat, double lon) noexcep
     return {};
 }
 
-bool OnEarth(double lat, double lon) noexcept
-{
-    return lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
-}
-
 /// Moves every side outward by a part of the spans (inward when negative).
 static void GrowView(ScopeView& view, double part) noexcept
 {

@@ -3,6 +3,7 @@
 #include "radar/Surface.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace corvane {
 /// The radar scope's window on the world: longitude maps linearly to x and latitude to y, without a cosine, so degrees
@@ -47,11 +48,31 @@ ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, double center
 ScopePoint ProjectToScope(const ScopeView& view, double lat, double lon) noexcept;
 /// Whether a position lies within +-90 and +-180 degrees (so is no NaN either). Objects elsewhere come from a damaged
 /// file and are not drawn.
-bool OnEarth(double lat, double lon) noexcept;
+constexpr bool OnEarth(double lat, double lon) noexcept
+{
+    return lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
+}
 /// Whether a pixel lies on the scope; its first row and column do not count.
 constexpr bool InsideScope(const ScopeView& view, ScopePoint at) noexcept
 {
     return at.X >= 1 && at.X < view.ScopeWidthPx && at.Y >= 1 && at.Y < view.ScopeHeightPx;
+}
+/// Whether a position lies between the view's edges. One that does not is never inside the scope: its quotient in the
+/// projection is 0 or less, or 1 or more. So this spares most objects of a large area the divisions.
+constexpr bool BetweenEdges(const ScopeView& view, double lat, double lon) noexcept
+{
+    // without branches: over a large area's points they would be mispredicted more often than not
+    const unsigned edgesNeeded = view.ViewWest > view.ViewEast ? 1 : 2;
+    const unsigned edgesMet = unsigned{lon > view.ViewWest} + unsigned{lon < view.ViewEast};
+    return (unsigned{lat < view.ViewNorth} & unsigned{lat > view.ViewSouth} & unsigned{edgesMet >= edgesNeeded}) != 0;
+}
+/// The pixel of a position that lies on earth and inside the scope; nothing for all others.
+inline std::optional<ScopePoint> VisiblePixel(const ScopeView& view, double lat, double lon) noexcept
+{
+    if (!BetweenEdges(view, lat, lon) || !OnEarth(lat, lon))
+        return std::nullopt;
+    const ScopePoint at = ProjectToScope(view, lat, lon);
+    return InsideScope(view, at) ? std::optional(at) : std::nullopt;
 }
 
 /// One press of "+": each side moves in by a tenth of the span. Nothing at level 55.

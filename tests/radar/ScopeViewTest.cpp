@@ -111,6 +111,24 @@ TEST(OnEarth, EndsAtPolesAndDateLine)
         EXPECT_FALSE(OnEarth(lat, lon)) << lat << "," << lon;
 }
 
+TEST(VisiblePixel, AgreesWithProjectionAndInsideTest)
+{
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> lon(-180, 180);
+    std::uniform_real_distribution<double> lat(-90, 90);
+    std::uniform_int_distribution<int> edge(-1, 801);
+    for (int i = 0; i < 20000; ++i) {
+        ScopeView view = CrossingView();
+        RecenterView(view, i % 3 == 0 ? 175 : lon(random), i % 2 == 0 ? 85 : lat(random));
+        const double x = i % 2 == 0 ? lon(random) : NormalizeLongitude(view.ViewWest + edge(random) * 0.025);
+        const double y = i % 2 == 0 ? lat(random) : view.ViewNorth - edge(random) * 0.025;
+        const ScopePoint at = ProjectToScope(view, y, x);
+        const auto expected = InsideScope(view, at) && OnEarth(y, x) ? std::optional(at) : std::nullopt;
+        ASSERT_EQ(VisiblePixel(view, y, x).has_value(), expected.has_value()) << y << "," << x << " " << view.ViewWest;
+        ASSERT_EQ(VisiblePixel(view, y, x).value_or(at), at);
+    }
+}
+
 TEST(StartUp, EndsSixteenDegreesWideAtLevel14)
 {
     const ScopeView view = StartUpView(1024, 768, -122.3, 47.4);
