@@ -18,6 +18,8 @@ public:
     ChooserView() = default;
     ChooserView(const ChooserView&) = delete;
     ChooserView& operator=(const ChooserView&) = delete;
+    ChooserView(ChooserView&&) = delete;
+    ChooserView& operator=(ChooserView&&) = delete;
     virtual ~ChooserView() = default;
 
     virtual void SetStatus(std::string_view status) = 0;

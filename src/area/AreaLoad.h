@@ -20,6 +20,8 @@ public:
     LoadProgress() = default;
     LoadProgress(const LoadProgress&) = delete;
     LoadProgress& operator=(const LoadProgress&) = delete;
+    LoadProgress(LoadProgress&&) = delete;
+    LoadProgress& operator=(LoadProgress&&) = delete;
     virtual ~LoadProgress() = default;
 
     /// Before each step, with the text that says what it does.

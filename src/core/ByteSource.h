@@ -15,6 +15,8 @@ public:
     ByteSource() = default;
     ByteSource(const ByteSource&) = delete;
     ByteSource& operator=(const ByteSource&) = delete;
+    ByteSource(ByteSource&&) = delete;
+    ByteSource& operator=(ByteSource&&) = delete;
     virtual ~ByteSource() = default;
 
     /// The full name by which errors call the source.
