@@ -90,10 +90,10 @@ Result<void> MessagePump::Admit(PlayerId sender, MessageType welcome, MessageTyp
 {
     if (!m_isSessionHost)
         return {};
-    const auto entry = FindEntry(sender);
-    if (!entry)
-        return entry.error();
-    const bool welcomed = !*entry && std::cmp_less_equal(m_players.PlayerCount(), m_session.SessionMaxPlayers);
+    std::optional<std::size_t> entry;
+    if (auto found = FindEntry(sender, entry); !found)
+        return found;
+    const bool welcomed = !entry && std::cmp_less_equal(m_players.PlayerCount(), m_session.SessionMaxPlayers);
     return SendFromOwnPlayer(m_session, sender,
                              welcomed ? EncodeMessage(AnnounceMessage{welcome, sender})
                                       : EncodeMessage(PlainMessage{refusal}));
@@ -118,15 +118,13 @@ Result<void> MessagePump::HandleAnnounce(const MessageHeader& header, const Rece
 
 Result<void> MessagePump::HandleAircraftInfo(const MessageHeader& header, const ReceivedMessage& message)
 {
-    const auto entry = FindEntry(message.From);
-    if (!entry)
-        return entry.error();
-    if (!*entry)
-        return {};
+    std::optional<std::size_t> entry;
+    if (auto found = FindEntry(message.From, entry); !found || !entry)
+        return found;
     const auto info = DecodeAircraftInfo(header, message.Content);
     if (!info)
         return info.error();
-    for (auto index = *entry; index; index = m_players.FindNextPlayer(*index)) {
+    for (auto index = entry; index; index = m_players.FindNextPlayer(*index)) {
         PlayerRecord& player = m_players.Players()[*index];
         player.AircraftType = info->AircraftType;
         player.AircraftTitle = info->AircraftTitle;
@@ -137,15 +135,13 @@ Result<void> MessagePump::HandleAircraftInfo(const MessageHeader& header, const 
 
 Result<void> MessagePump::HandlePosition(const MessageHeader& header, const ReceivedMessage& message)
 {
-    const auto entry = FindEntry(message.From);
-    if (!entry)
-        return entry.error();
-    if (!*entry)
-        return {};
+    std::optional<std::size_t> entry;
+    if (auto found = FindEntry(message.From, entry); !found || !entry)
+        return found;
     const auto position = DecodePosition(header, message.Content);
     if (!position)
         return position.error();
-    for (auto index = *entry; index; index = m_players.FindNextPlayer(*index)) {
+    for (auto index = entry; index; index = m_players.FindNextPlayer(*index)) {
         PlayerRecord& player = m_players.Players()[*index];
         UpdatePosition(player, *position);
         m_events.PlayerUpdated(player);
@@ -281,16 +277,17 @@ Result<MessagePump::Sender*> MessagePump::FindSender(PlayerId id)
     return &m_senders.insert_or_assign(id, Sender{std::move(*name), entry}).first->second;
 }
 
-/// The first entry that is the sender. A sender whose id no entry has is not asked for its name.
-Result<std::optional<std::size_t>> MessagePump::FindEntry(PlayerId id)
+/// Gives the first entry that is the sender. A sender whose id no entry has is not asked for its name.
+Result<void> MessagePump::FindEntry(PlayerId id, std::optional<std::size_t>& entry)
 {
-    if (const auto known = m_senders.find(id); known != m_senders.end())
-        return known->second.Entry;
-    if (!m_players.HasId(id))
-        return std::optional<std::size_t>();
-    const auto sender = FindSender(id);
-    if (!sender)
-        return sender.error();
-    return (*sender)->Entry;
+    if (const auto known = m_senders.find(id); known != m_senders.end()) {
+        entry = known->second.Entry;
+    } else if (m_players.HasId(id)) {
+        const auto sender = FindSender(id);
+        if (!sender)
+            return sender.error();
+        entry = (*sender)->Entry;
+    }
+    return {};
 }
 } // namespace corvane

@@ -84,7 +84,7 @@ private:
     void AskUnknownMembers(std::span<const SessionMember> members);
     void AskForAircraft();
     Result<Sender*> FindSender(PlayerId id);
-    Result<std::optional<std::size_t>> FindEntry(PlayerId id);
+    Result<void> FindEntry(PlayerId id, std::optional<std::size_t>& entry);
     void UpdatePosition(PlayerRecord& player, const PositionMessage& position) const;
 
     SessionState& m_session;
