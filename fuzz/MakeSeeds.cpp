@@ -1,0 +1,58 @@
+#include "builder/BglScanner.h"
+#include "builder/EncodedRecords.h"
+#include "core/File.h"
+#include "core/Settings.h"
+#include "tests/builder/SampleBgl.h"
+
+#include <cstdio>
+#include <filesystem>
+
+using namespace corvane;
+
+static bool WriteSeed(const std::filesystem::path& path, const Bytes& content)
+{
+    std::error_code ignored;
+    std::filesystem::create_directories(path.parent_path(), ignored);
+    const Result<void> written = WriteFileAtomically(path, content);
+    if (!written)
+        std::fprintf(stderr, "%s\n", written.error().Text().c_str());
+    return written.has_value();
+}
+
+static Bytes MagdecSeed()
+{
+    Bytes magdec(128);
+    PutI32(magdec, 110, 120);
+    return magdec + WordBytes({1820, -1820, 0x7FFFFFFF});
+}
+
+static Bytes DatabaseSeed(std::uint8_t file, const Bytes& records)
+{
+    return Bytes{file} + records;
+}
+
+/// Writes the seeds of the scenery and database targets below the folder given: fuzz/corpus in the source tree.
+int main(int argc, char** argv)
+{
+    if (argc != 2)
+        return 2;
+    const std::filesystem::path corpus = argv[1];
+    EncodedRecords records;
+    const Bytes bgl = FileWithAllKinds();
+    if (!ScanBgl(bgl, MagVarGrid(), records))
+        return 1;
+    const bool written =
+        WriteSeed(corpus / "FuzzBgl/all-kinds", bgl) &&
+        WriteSeed(corpus / "FuzzBgl/airport", AirportFile("SMALL", IcaoRecord("ABCD") + RunwayOf({}))) &&
+        WriteSeed(corpus / "FuzzBgl/boundary", BoundaryFile(Boundary(StartRecord(0, 0, 0, 9000)))) &&
+        WriteSeed(corpus / "FuzzSceneryCfg/two-areas",
+                  BytesOf("[General]\r\nTitle=x\r\n[Area.001]\r\nTitle=World\r\nLocal=Scenery\\World\r\n"
+                          "[AREA.002]\nlocal=D:/Mine/scenery\n")) &&
+        WriteSeed(corpus / "FuzzSceneryCfg/repeated", BytesOf("[Area.1]\r\nTitle=A\r\n[Area.1]\r\nTitle=B\r\n")) &&
+        WriteSeed(corpus / "FuzzDatabase/airports", DatabaseSeed(0, records.Airports)) &&
+        WriteSeed(corpus / "FuzzDatabase/navaids", DatabaseSeed(1, records.Vors + records.Ndbs)) &&
+        WriteSeed(corpus / "FuzzDatabase/airspaces", DatabaseSeed(2, records.Airspaces)) &&
+        WriteSeed(corpus / "FuzzSettings/settings", EncodeSettings({.FsPath = "C:\\fs2002", .AirportCount = 5})) &&
+        WriteSeed(corpus / "FuzzMagdec/short", MagdecSeed());
+    return written ? 0 : 1;
+}
