@@ -1,0 +1,86 @@
+// Building the scenery database against copying the same simulator folder with cp -r, for worlds of 1,000, 5,000 and
+// 20,000 airports (3,000 files, 150 MB, 1,000,000 taxi points). Limit: three times the copying; the time per airport
+// must stay the same.
+#include "builder/BuildDriver.h"
+#include "builder/demo/WorldSized.h"
+#include "core/File.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace corvane {
+namespace {
+namespace fs = std::filesystem;
+
+/// A world on disk for as long as it is measured.
+class World {
+public:
+    explicit World(std::int64_t airports)
+        : m_folder(fs::temp_directory_path() / ("corvane-build-bench-" + std::to_string(airports)))
+    {
+        fs::remove_all(m_folder);
+        fs::create_directories(m_folder / "app");
+        const auto written = WriteWorldSizedFolder({m_folder / "world", static_cast<int>(airports), 0, 0});
+        if (!written)
+            std::fprintf(stderr, "%s\n", written.error().Text().c_str());
+    }
+    World(const World&) = delete;
+    World(World&&) = delete;
+    World& operator=(const World&) = delete;
+    World& operator=(World&&) = delete;
+    ~World() { fs::remove_all(m_folder); }
+
+    [[nodiscard]] fs::path App() const { return m_folder / "app"; }
+    [[nodiscard]] fs::path Fs() const { return m_folder / "world" / "fs2002"; }
+    [[nodiscard]] fs::path Copy() const { return m_folder / "copy"; }
+
+private:
+    fs::path m_folder;
+};
+
+Result<SettingsRecord> Build(const World& world)
+{
+    BuildDriver driver(world.App(), world.Fs().string(), Fs2002Version);
+    if (const Result<void> prepared = driver.Prepare(); !prepared)
+        return prepared.error();
+    while (true) {
+        const Result<BuildProgress> step = driver.ScanNext();
+        if (!step)
+            return step.error();
+        if (step->Done)
+            return driver.Finish();
+    }
+}
+
+void CopyWithCp(benchmark::State& state)
+{
+    const World world(state.range(0));
+    const std::string command = "cp -r '" + world.Fs().string() + "' '" + world.Copy().string() + "'";
+    for (auto _ : state) {
+        if (std::system(command.c_str()) != 0) // NOLINT(concurrency-mt-unsafe): the baseline is cp itself
+            state.SkipWithError("cp failed");
+        state.PauseTiming();
+        fs::remove_all(world.Copy());
+        state.ResumeTiming();
+    }
+}
+
+void BuildDatabase(benchmark::State& state)
+{
+    const World world(state.range(0));
+    for (auto _ : state) {
+        const auto settings = Build(world);
+        if (!settings)
+            state.SkipWithError(settings.error().Text().c_str());
+        else
+            state.counters["airports"] = settings->AirportCount;
+    }
+}
+BENCHMARK(CopyWithCp)->Arg(1000)->Arg(5000)->Arg(20000)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BuildDatabase)->Arg(1000)->Arg(5000)->Arg(20000)->UseRealTime()->Unit(benchmark::kMillisecond);
+} // namespace
+} // namespace corvane
