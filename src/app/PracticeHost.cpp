@@ -10,6 +10,7 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
     m_session.reset();
     PracticeOptions options;
     options.Seed = m_seed;
+    options.Address = m_connectionAddress;
     options.SessionName = PracticeSessionName(area.AreaName);
     const LatLon center{area.AreaCenterLat, area.AreaCenterLon};
     auto session = PracticeSession::Create(

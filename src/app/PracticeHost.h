@@ -8,14 +8,17 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace corvane {
 /// Keeps one practice session going over the loaded area, so that the connection window has it to offer.
 class PracticeHost {
 public:
-    /// factory  makes the simulated members' peers; it and the grid must outlive the host
-    PracticeHost(SessionPeerFactory& factory, const MagVarGrid& variation, std::uint64_t seed) noexcept
-        : m_factory(factory), m_variation(variation), m_seed(seed)
+    /// factory            makes the simulated members' peers; it and the grid must outlive the host
+    /// connectionAddress  of the connection type on which the session is offered
+    PracticeHost(SessionPeerFactory& factory, std::string connectionAddress, const MagVarGrid& variation,
+                 std::uint64_t seed) noexcept
+        : m_factory(factory), m_connectionAddress(std::move(connectionAddress)), m_variation(variation), m_seed(seed)
     {
     }
 
@@ -26,6 +29,7 @@ public:
 
 private:
     SessionPeerFactory& m_factory;
+    std::string m_connectionAddress;
     const MagVarGrid& m_variation;
     std::uint64_t m_seed;
     std::string m_areaName;

@@ -58,7 +58,7 @@ void SetupWindow::Browse()
 
 void SetupWindow::PathChanged(const QString& text)
 {
-    const QString path = ToQString(SetUp::PathAfterChange(ToText(text)));
+    const QString path = ToQString(SetUpModel::PathAfterChange(ToText(text)));
     if (path != ToQString(ToText(text)))
         m_ui->Text1->setText(path);
 }

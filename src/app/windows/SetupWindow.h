@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/SetUp.h"
+#include "app/SetUpModel.h"
 
 #include <QWidget>
 
@@ -39,6 +39,6 @@ private:
 
     std::unique_ptr<Ui::Form3> m_ui;
     QFileSystemModel* m_folders;
-    SetUp m_setUp;
+    SetUpModel m_setUp;
 };
 } // namespace corvane

@@ -59,7 +59,7 @@ int main(int argc, char** argv)
     InMemoryNetwork network;
     InMemoryProvider practiceProvider(network);
     CompositePeerFactory factory({&practiceProvider});
-    PracticeHost practice(practiceProvider, state->MagVar,
+    PracticeHost practice(practiceProvider, std::string(InMemoryProvider::ConnectionAddress), state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
     QtMessageBoxes shown;
     ScriptedBoxes boxes(shown, script);
