@@ -310,7 +310,7 @@ MessageQueue& PeerNetwork::Queue()
 
 void PeerNetwork::OnTaken()
 {
-    constexpr unsigned Often = 1024; // the network looks by itself every few milliseconds
+    constexpr unsigned Often = 16; // the network looks by itself, but only every few milliseconds
     if (++m_impl->Taken % Often == 0)
         m_impl->Post([impl = m_impl.get()] { impl->Sockets.ResumeReading(); });
 }
