@@ -43,3 +43,17 @@ build() {
   [ $# -gt 0 ] && targets=(--target "$@")
   cmake --build --preset "$preset" "${targets[@]}" >&2
 }
+
+# The fuzz targets that have been built.
+fuzz_targets() { find build/fuzz/fuzz -maxdepth 1 -type f -name "Fuzz*" -printf "%f\n" | sort; }
+
+# run_fuzz_target TARGET SECONDS [option...]
+run_fuzz_target() {
+  local target=$1 seconds=$2
+  shift 2
+  local corpus=build/fuzz/corpus/$target seeds=fuzz/corpus/$target
+  mkdir -p "$corpus" build/fuzz/findings
+  [ -d "$seeds" ] || seeds=
+  "build/fuzz/fuzz/$target" "$corpus" $seeds -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+    -artifact_prefix="build/fuzz/findings/$target-" -print_final_stats=1 "$@"
+}
