@@ -131,10 +131,10 @@ void DrawAirspaces(Surface& surface, const MapScene& scene)
 {
     BoundaryWalker walker(surface, scene.View);
     for (const AirspaceRecord& airspace : scene.Area.AreaAirspaces) {
-        if (airspace.Kind == LowSectorKind || (airspace.Kind == TraconKind && !scene.Flags.ShowTracon))
-            continue;
         const auto center = VisiblePixel(scene.View, airspace.CenterLat, airspace.CenterLon);
         if (!center)
+            continue;
+        if (airspace.Kind == LowSectorKind || (airspace.Kind == TraconKind && !scene.Flags.ShowTracon))
             continue;
         const Color color = IsControlledSector(scene.Area, airspace) ? ControlledMagenta : AirspaceCyan;
         DrawCenterDot(surface, *center, color);
