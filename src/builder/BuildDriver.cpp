@@ -40,12 +40,12 @@ Result<void> BuildDriver::Prepare(const std::function<void(std::string_view)>& s
     };
     tell(StatusMagdec);
     if (const Result<void> read = ReadMagVarGrid(m_grid, m_fsFolder); !read)
-        return read;
+        return read.error();
     std::vector<SceneryArea> areas;
     if (m_fsVersion == Fs2002Version) {
         tell(StatusSceneryCfg);
         if (const Result<void> read = ReadAreas(areas); !read)
-            return read;
+            return read.error();
     }
     m_scanAhead.reset(); // it borrows the plan
     m_plan.emplace(std::move(areas));
@@ -59,7 +59,7 @@ Result<void> BuildDriver::Begin()
     assert(m_plan); // Prepare comes first
     constexpr unsigned MostThreads = 4;
     if (const Result<void> opened = m_writer.Open(); !opened)
-        return opened;
+        return opened.error();
     const unsigned processors = std::thread::hardware_concurrency();
     m_scanAhead = std::make_unique<ScanAhead>(*m_plan, m_grid, processors > 1 ? std::min(processors, MostThreads) : 0);
     return {};
@@ -72,7 +72,7 @@ Result<void> BuildDriver::Store(ScannedFile& scanned)
         return scanned.Status;
     if (scanned.LeftUnread) {
         if (const Result<void> scan = ScanBglFile(scanned.File.Path, m_grid, m_writer); !scan)
-            return scan;
+            return scan.error();
     } else {
         m_writer.Append(scanned.Records);
     }

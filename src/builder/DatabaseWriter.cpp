@@ -32,7 +32,7 @@ void DatabaseWriter::Fail(const Output& output, std::string why)
 
 Result<void> DatabaseWriter::Open()
 {
-    constexpr std::size_t BufferSize = 256 * 1024;
+    constexpr std::size_t BufferSize = std::size_t{256} * 1024;
     const auto names = DatabaseFileNames();
     for (std::size_t i = 0; i < m_outputs.size(); ++i) {
         Output& output = m_outputs[i];

@@ -155,7 +155,7 @@ void ResolveSceneryFolders(std::vector<SceneryArea>& areas, std::string_view fsF
         std::string path = SceneryPath(area.Local);
         auto folder = FindFolder(path);
         if (!folder) {
-            path = std::string(fsFolder) + "\\" + path;
+            path = std::string(fsFolder).append("\\").append(path);
             folder = FindFolder(path);
         }
         area.Local = folder ? ToLower(path) : std::string();

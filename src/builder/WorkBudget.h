@@ -25,7 +25,7 @@ public:
 
 private:
     static constexpr std::int64_t TimesTheFile = 8;
-    static constexpr std::int64_t SmallFileAllowance = 64 * 1024;
+    static constexpr std::int64_t SmallFileAllowance = 65536;
     static constexpr std::int64_t MostAtOnce = std::int64_t{1} << 40;
 
     std::int64_t m_left;
