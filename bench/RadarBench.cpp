@@ -177,7 +177,7 @@ void Redraw(benchmark::State& state, const AreaSize& size)
 {
     Bench bench(size, state.range(0));
     ScopePainter painter(bench.Font);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         painter.DrawMap(bench.Scene());
         benchmark::DoNotOptimize(painter.Picture().Row(0));
     }
@@ -192,7 +192,7 @@ void Baseline(benchmark::State& state, const AreaSize& size)
     box.Resize(Width, Height);
     PixelImage snapshot;
     PaintedSurface surface(box.Image(), bench.Font);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         box.SetPicture(nullptr);
         recorder.Replay(surface);
         snapshot = box.Image();
