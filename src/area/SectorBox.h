@@ -23,7 +23,9 @@ struct SectorBox {
     {
         // Every comparison is made: over a million scattered terrain points a branch on each would be guessed wrong.
         if (West < East)
-            return ((South < lat) & (lat < North) & (West < lon) & (lon < East)) != 0;
+            return static_cast<int>(South < lat) + static_cast<int>(lat < North) + static_cast<int>(West < lon) +
+                       static_cast<int>(lon < East) ==
+                   4;
         return Touches(lat, lon);
     }
 
