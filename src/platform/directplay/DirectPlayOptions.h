@@ -18,7 +18,7 @@ struct DirectPlayOptions {
     directplay::PeerTimers Timers;
     directplay::Millis Reconnect{5000}; ///< a machine is gone when it cannot be reached for this long, twice
     directplay::Millis Linger{1000};    ///< Close() takes no longer
-    std::size_t QueueShare = 16777216;  ///< bytes that one machine's messages may take before it has to wait
+    std::size_t QueueShare = 33554432;  ///< bytes that one machine's messages may take before it has to wait
     std::size_t MaxUnsent = 16777216;   ///< bytes that may wait for one machine before it counts as gone
     /// Large messages that are not guaranteed go as datagrams in pieces, not over the stream.
     bool PiecesByDatagram = false;

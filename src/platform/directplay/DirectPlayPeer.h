@@ -52,7 +52,8 @@ public:
 
     /// As host: changes name, password, limit and the changeable flags of the running session.
     Result<void> SetSessionDesc(const SessionEntry& session);
-    /// Makes the operation that waits fail; if none waits, the next one. May be called from any thread.
+    /// Makes the operation that waits fail; if none waits, the next one. May be called from any thread, once a
+    /// connection is initialized.
     void Cancel();
     /// Whether this peer is the session's host: because it created the session, or took it over.
     [[nodiscard]] bool IsHost() const;

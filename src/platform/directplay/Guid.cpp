@@ -39,7 +39,7 @@ std::optional<Guid> ParseGuid(std::string_view text)
         if (value == std::string_view::npos)
             return std::nullopt;
         auto& byte = guid.Value[TextOrder[digit / 2]];
-        byte = static_cast<std::uint8_t>((byte << 4) | value);
+        byte = static_cast<std::uint8_t>((unsigned{byte} << 4) | value);
         ++digit;
     }
     return guid;
