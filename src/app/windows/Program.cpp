@@ -54,6 +54,8 @@ Program::~Program()
     delete m_builder;
     delete m_setup;
     delete m_splash;
+    // Windows let go of last may still wait for their deletion; they must not outlive the state that they borrow.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void Program::End()

@@ -54,18 +54,16 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(CORVANE_VERSION);
     QApplication::setQuitOnLastWindowClosed(false); // windows follow one another; the flow says when it ends
 
-    const auto state = std::make_unique<AppState>();
-    const ScriptedStart script = ReadArguments(application, *state);
-    InMemoryNetwork network;
+    InMemoryNetwork network; // outlives the state, whose peer is on it
     InMemoryProvider practiceProvider(network);
     CompositePeerFactory factory({&practiceProvider});
+    const auto state = std::make_unique<AppState>();
+    const ScriptedStart script = ReadArguments(application, *state);
     PracticeHost practice(practiceProvider, std::string(InMemoryProvider::ConnectionAddress), state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
     QtMessageBoxes shown;
     ScriptedBoxes boxes(shown, script);
     Program program(*state, factory, practice, boxes, script);
     program.Start();
-    const int status = QApplication::exec();
-    ReleaseSessionObjects(state->Session); // before the network that its peer is on
-    return status;
+    return QApplication::exec();
 }
