@@ -13,9 +13,10 @@ namespace corvane {
 std::string SetUpModel::PathAfterChange(std::string_view text)
 {
     constexpr std::size_t DriveRootLength = 3;
+    constexpr auto IsSeparator = [](char c) { return c == '\\' || c == '/'; };
     std::string path(text);
-    if (path.size() == DriveRootLength)
-        std::erase_if(path, [](char c) { return c == '\\' || c == '/'; });
+    if (path.size() == DriveRootLength && !IsSeparator(path.front())) // "/tm" is an absolute path half typed
+        std::erase_if(path, IsSeparator);
     return path;
 }
 

@@ -15,7 +15,8 @@ public:
     SetUpModel(AppState& state, MessageBoxes& boxes) noexcept : m_state(state), m_boxes(boxes) {}
 
     /// What the path box holds after a change to text: a text of exactly 3 characters, such as "C:\", loses its
-    /// separators. Other texts stay.
+    /// separators. Other texts stay, and so does one that begins with a separator: the start of a path on a system
+    /// without drives, which people type letter by letter.
     static std::string PathAfterChange(std::string_view text);
 
     /// "Microsoft Flight Simulator 2002" was clicked.
