@@ -24,6 +24,8 @@ public:
     ~DirectPlayPeer() override;
     DirectPlayPeer(const DirectPlayPeer&) = delete;
     DirectPlayPeer& operator=(const DirectPlayPeer&) = delete;
+    DirectPlayPeer(DirectPlayPeer&&) = delete;
+    DirectPlayPeer& operator=(DirectPlayPeer&&) = delete;
 
     Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view guid, std::uint32_t flags) override;
     /// Takes the peer's own ports, and finds the host's address when one is to be asked.

@@ -14,6 +14,7 @@ struct Guid {
     std::array<std::uint8_t, 16> Value{};
 
     [[nodiscard]] bool IsEmpty() const noexcept { return *this == Guid{}; }
+    // NOLINTNEXTLINE(modernize-use-nullptr): the checker takes the zero that a default comparison means for a pointer
     auto operator<=>(const Guid&) const = default;
 };
 

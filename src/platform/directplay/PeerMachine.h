@@ -208,7 +208,7 @@ private:
     bool Drop(DropReason reason);
     [[nodiscard]] MachineEntry* MemberAt(const Origin& origin);
     [[nodiscard]] bool FromHost(const Origin& origin);
-    void Heard(MachineEntry& machine, Millis now);
+    static void Heard(MachineEntry& machine, Millis now);
     void SendTo(const MachineEntry& machine, const WireMessage& message);
     void SendToOthers(const WireMessage& message, WireId except = 0);
     /// Answers over the transport that the question came by, without opening a connection for a stranger.
@@ -273,7 +273,8 @@ private:
     [[nodiscard]] ServiceData ServiceOf(const MachineEntry& machine) const;
     [[nodiscard]] PackedPlayer RecordOf(const MachineEntry& machine) const;
     [[nodiscard]] PackedPlayer RecordOf(const PlayerEntry& player) const;
-    void StoreAddresses(MachineEntry& machine, const std::optional<ServiceData>& service, std::uint32_t sourceIp);
+    static void StoreAddresses(MachineEntry& machine, const std::optional<ServiceData>& service,
+                               std::uint32_t sourceIp);
 
     // Player messages (PeerMachineTraffic.cpp)
     bool Handle(const Origin& origin, const Packet& message, Millis now);
@@ -296,7 +297,7 @@ private:
     bool Handle(const Origin& origin, const PingReply& message, Millis now);
     bool Handle(const Origin& origin, const YouAreDead& message, Millis now);
     bool Handle(const Origin& origin, const IAmNameServer& message, Millis now);
-    bool Handle(const Origin& origin, const IgnoredMessage& message, Millis now);
+    static bool Handle(const Origin& origin, const IgnoredMessage& message, Millis now);
     void TickLife(Millis now);
     [[nodiscard]] bool IsWatched(const MachineEntry& machine) const;
     [[nodiscard]] bool FoundDead(MachineEntry& machine, Millis now);

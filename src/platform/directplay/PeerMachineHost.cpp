@@ -238,6 +238,8 @@ SuperEnumPlayersReply PeerMachine::MakeTable(bool withPassword) const
 {
     SuperEnumPlayersReply table{m_description, m_sessionName, withPassword ? m_password : u"", {}, {}};
     table.Description.CurrentPlayers = CurrentPlayers();
+    table.Players.reserve(m_table.Machines().size() + m_table.Players().size());
+    table.Groups.reserve(m_table.Groups().size());
     for (const auto& [id, machine] : m_table.Machines()) {
         const PackedPlayer record = RecordOf(machine);
         table.Players.push_back({record.Flags, id, record.Version, {}, {}, {}, record.Service, {}, 0});

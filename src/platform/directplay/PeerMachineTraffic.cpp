@@ -150,7 +150,7 @@ bool PeerMachine::OnPiece(const Origin& origin, const Packet& piece, Millis now)
     const auto added = m_pieces.Add(machine->Id, piece, now);
     if (const auto* reason = std::get_if<DropReason>(&added))
         return Drop(*reason);
-    const Bytes& whole = std::get<Bytes>(added);
+    const auto& whole = std::get<Bytes>(added);
     if (whole.empty())
         return true;
     Origin inner = origin;

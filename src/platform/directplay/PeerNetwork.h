@@ -35,6 +35,8 @@ public:
     ~PeerNetwork();
     PeerNetwork(const PeerNetwork&) = delete;
     PeerNetwork& operator=(const PeerNetwork&) = delete;
+    PeerNetwork(PeerNetwork&&) = delete;
+    PeerNetwork& operator=(PeerNetwork&&) = delete;
 
     /// Runs work on the network thread and waits for its end, which is never far: nothing there blocks.
     void Run(const Work& work);

@@ -42,7 +42,7 @@ Millis PeerSockets::Now() const
     return std::chrono::duration_cast<Millis>(Clock::now() - m_start);
 }
 
-bool PeerSockets::OpenListener(Acceptor& acceptor, std::uint16_t port)
+bool PeerSockets::OpenListener(Acceptor& acceptor, std::uint16_t port) const
 {
     asio::error_code error;
     acceptor.Socket.open(asio::ip::tcp::v4(), error);

@@ -72,8 +72,8 @@ private:
     void OnAccepted(asio::ip::tcp::socket socket, bool enumeration);
     bool MakeRoom(std::uint32_t ip);
     void Receive(const std::shared_ptr<DatagramSocket>& socket);
-    bool OpenListener(Acceptor& acceptor, std::uint16_t port);
-    bool OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::uint16_t port, bool shared);
+    bool OpenListener(Acceptor& acceptor, std::uint16_t port) const;
+    static bool OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::uint16_t port, bool shared);
     void ScheduleTick();
     void Tick();
     void CloseIdle();
