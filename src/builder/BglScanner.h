@@ -14,7 +14,7 @@ namespace corvane {
 ///
 /// Errors inside an airport, a station or a boundary are absorbed there. An Error (What = fileName) is what remains: a
 /// file cut off inside its directories, or one whose records name each other more often than its size warrants. The
-/// sink has then received the records before it. Layout: docs/formats/bgl.md.
+/// sink has then received the records before it. Layout: docs/formats.md.
 Result<void> ScanBgl(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink, std::string_view fileName = "BGL");
 
 /// The file's first bytes, by which it is known whether there is anything to read in it.
