@@ -38,7 +38,8 @@ function(corvane_test name)
   cmake_parse_arguments(ARG "" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
   corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} GTest::gtest_main GTest::gmock)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
+  gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()
 
 # corvane_bench(NAME SOURCES file... [DEPENDS target...])
@@ -53,6 +54,7 @@ function(corvane_fuzz name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
   corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS})
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  add_dependencies(corvane_fuzz_targets ${name})
 endfunction()
 
 # corvane_windows_library(NAME SOURCES file... [DEPENDS target...]): window classes with their .ui files beside them.

@@ -2,7 +2,6 @@
 
 #include "core/File.h"
 
-#include <ranges>
 #include <system_error>
 
 namespace corvane {
@@ -12,8 +11,8 @@ FolderWriter::~FolderWriter()
 {
     if (m_keep)
         return;
-    for (const fs::path& created : std::views::reverse(m_new))
-        DeleteFile(created); // a folder that others have put files into stays
+    for (auto created = m_new.rbegin(); created != m_new.rend(); ++created)
+        DeleteFile(*created); // a folder that others have put files into stays
 }
 
 Result<void> FolderWriter::CreateFolder(const fs::path& folder)
