@@ -150,6 +150,8 @@ void Program::OpenRadar()
     m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat);
     ConnectRadarMenus();
     m_main->show();
+    const QRect radar = m_main->frameGeometry();
+    m_chat->move(radar.right() - m_chat->width(), radar.bottom() - m_chat->height());
     m_chat->show();
     LetGo(m_connection);
     m_boxes.RadarReached();

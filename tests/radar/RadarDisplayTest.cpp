@@ -1,0 +1,146 @@
+#include "radar/RadarDisplay.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace corvane {
+namespace {
+/// A display over an area with one airport and one pilot, without a session behind it.
+class RadarDisplayTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_area.AreaCenterLat = 47.5;
+        m_area.AreaCenterLon = -122.5;
+        AirspaceRecord sector;
+        sector.Kind = HighSectorKind;
+        sector.ComName = "SEATTLE FIR";
+        sector.CenterLat = 47.5;
+        sector.CenterLon = -122.5;
+        m_area.AreaAirspaces.push_back(sector);
+        m_players.Append("N1", 7, PilotRole);
+        m_players.Players()[0].Latitude = 48.5;
+        m_players.Players()[0].Longitude = -120;
+        m_display.Load(400, 300);
+        m_display.Draw();
+    }
+
+    [[nodiscard]] std::uint32_t PixelAt(double lat, double lon) const
+    {
+        const ScopePoint at = ProjectToScope(m_display.View(), lat, lon);
+        return m_display.Picture().At(at.X, at.Y);
+    }
+
+    static constexpr std::uint32_t Green = 0xff00c000;
+    static constexpr std::uint32_t Yellow = 0xffffff00;
+    static constexpr ScopePoint Center{200, 150};
+
+    AreaModel m_area;
+    std::unique_ptr<MagVarGrid> m_variation = std::make_unique<MagVarGrid>();
+    DisplayFlags m_flags;
+    SessionState m_session;
+    PlayerTable m_players;
+    ScopeFont m_font;
+    RadarDisplay m_display{{m_area, *m_variation, m_flags, m_session, m_players}, m_font};
+};
+
+TEST_F(RadarDisplayTest, StartsAtLevel14OverTheArea)
+{
+    EXPECT_EQ(m_display.View().ZoomLevel, 14);
+    EXPECT_EQ(m_display.View().ViewCenterLon, -122.5);
+    EXPECT_EQ(PixelAt(48.5, -120), Green);
+}
+
+TEST_F(RadarDisplayTest, RefreshMovesTargetsOverTheSameMap)
+{
+    m_players.Players()[0].Longitude = -121;
+    EXPECT_EQ(PixelAt(48.5, -121), PixelImage::Black) << "nothing moves before the refresh";
+    m_display.RefreshTargets();
+    EXPECT_TRUE(m_display.IsStale());
+    m_display.Draw();
+    EXPECT_FALSE(m_display.IsStale());
+    EXPECT_EQ(PixelAt(48.5, -121), Green);
+    EXPECT_NE(PixelAt(48.5, -120), Green);
+}
+
+TEST_F(RadarDisplayTest, MeasuringIsNotWipedByTheRefresh)
+{
+    m_display.PressLeft(Center);
+    m_display.MovePointerTo({300, 150});
+    m_display.Draw();
+    const auto isLine = [this] {
+        for (std::int32_t x = 240; x < 260; ++x)
+            if (m_display.Picture().At(x, 150) == Green)
+                return true;
+        return false;
+    };
+    EXPECT_TRUE(isLine());
+    m_display.RefreshTargets();
+    EXPECT_FALSE(m_display.IsStale());
+    m_display.ReleaseLeft();
+    EXPECT_TRUE(isLine()) << "the last line stays until the next refresh";
+    m_display.RefreshTargets();
+    m_display.Draw();
+    EXPECT_FALSE(isLine());
+}
+
+TEST_F(RadarDisplayTest, RestingPointerSelectsAndTheRefreshHighlights)
+{
+    m_display.MovePointerTo(Center);
+    ASSERT_TRUE(m_display.TickPanel());
+    EXPECT_EQ(m_display.PanelText().substr(0, 30), "AIRSPACE FULLNAME: SEATTLE FIR");
+    EXPECT_EQ(m_display.PanelPosition(), Center);
+    EXPECT_FALSE(m_display.TickPanel()) << "frozen until the pointer moves";
+    m_display.RefreshTargets();
+    m_display.Draw();
+    EXPECT_EQ(PixelAt(47.5, -122.5), Yellow);
+    m_display.MovePointerTo({10, 10});
+    EXPECT_EQ(m_display.PanelText(), "");
+    m_display.RefreshTargets();
+    m_display.Draw();
+    EXPECT_NE(PixelAt(47.5, -122.5), Yellow);
+}
+
+TEST_F(RadarDisplayTest, ManyRequestsCostOneDrawingOfTheNewestView)
+{
+    const ScopeView before = m_display.View();
+    for (int i = 0; i < 10; ++i)
+        m_display.ZoomIn();
+    for (int i = 0; i < 10; ++i)
+        m_display.ZoomOut();
+    m_display.Pan(3, 0);
+    EXPECT_TRUE(m_display.IsStale());
+    m_display.Draw();
+    EXPECT_FALSE(m_display.IsStale());
+    const double width = before.ViewEast - before.ViewWest;
+    EXPECT_NEAR(m_display.View().ViewCenterLon, -122.5 + 0.3 * width, 1e-9);
+    m_display.CenterOnArea();
+    EXPECT_NEAR(m_display.View().ViewWest, before.ViewWest, 1e-9);
+}
+
+TEST_F(RadarDisplayTest, PanningStopsAtThePolesAndGoesOnAcross180)
+{
+    for (int i = 0; i < 400; ++i)
+        m_display.Pan(-10, 10);
+    EXPECT_EQ(m_display.View().ViewCenterLat, 90);
+    EXPECT_GT(m_display.View().ViewCenterLon, -180);
+    EXPECT_LE(m_display.View().ViewCenterLon, 180);
+    m_display.Draw();
+}
+
+TEST_F(RadarDisplayTest, AnotherAreaAndAnotherSizeAreFollowed)
+{
+    m_area.AreaCenterLat = -33.9;
+    m_area.AreaCenterLon = 179.5;
+    m_display.AreaChanged();
+    EXPECT_GT(m_display.View().ViewWest, m_display.View().ViewEast) << "a view across 180 degrees";
+    m_display.Resize(500, 200);
+    m_display.Draw();
+    EXPECT_EQ(m_display.Picture().Width(), 500);
+    EXPECT_EQ(m_display.View().ViewCenterLon, 179.5);
+    m_display.Resize(0, 0);
+    m_display.Draw(); // a minimised window
+}
+} // namespace
+} // namespace corvane
