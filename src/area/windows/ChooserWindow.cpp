@@ -12,6 +12,8 @@ ChooserWindow::ChooserWindow(AppState& state, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form5>()), m_boxes(boxes), m_model(state, *this)
 {
     m_ui->setupUi(this);
+    ShowPlaceholder(*m_ui->Combo1);
+    ShowPlaceholder(*m_ui->Combo2);
     m_timer1.setObjectName("Timer1");
     m_timer1.setInterval(ChooserModel::OpeningDelayMs);
     m_timer1.setSingleShot(true);

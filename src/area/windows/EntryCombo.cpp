@@ -11,6 +11,11 @@
 #include <algorithm>
 
 namespace corvane {
+void ShowPlaceholder(QComboBox& combo)
+{
+    combo.lineEdit()->setPlaceholderText(combo.placeholderText());
+}
+
 void SetEntries(QComboBox& combo, const std::vector<std::string>& entries)
 {
     QStringList texts;
@@ -31,7 +36,7 @@ void SetEntries(QComboBox& combo, const std::vector<std::string>& entries)
         completer->setCompletionMode(QCompleter::PopupCompletion);
         combo.setCompleter(completer);
         combo.clearEditText();
-        combo.lineEdit()->setPlaceholderText(combo.placeholderText());
+        ShowPlaceholder(combo);
     }
 }
 

@@ -7,6 +7,9 @@
 class QComboBox;
 
 namespace corvane {
+/// Shows an editable combo box's placeholder text while it is empty, which Qt does for the others alone.
+void ShowPlaceholder(QComboBox& combo);
+
 /// Fills an editable combo box with 8-bit entries, quickly for tens of thousands, with type-ahead anywhere in the text.
 void SetEntries(QComboBox& combo, const std::vector<std::string>& entries);
 
