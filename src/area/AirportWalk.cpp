@@ -47,7 +47,7 @@ Result<void> WalkAirports(ByteSource& airports, const AirportVisit& visit)
 
 Result<AirportRecord> ReadAirportAt(ByteSource& airports, const RecordExtent& extent)
 {
-    const Result<ByteSpan> bytes = airports.View(extent.Offset, static_cast<std::size_t>(extent.Size));
+    const Result<ByteSpan> bytes = airports.ViewAlone(extent.Offset, static_cast<std::size_t>(extent.Size));
     if (!bytes)
         return bytes.error();
     ByteReader reader(bytes->first(std::min<std::size_t>(bytes->size(), extent.Size)));

@@ -21,9 +21,17 @@ public:
 
     [[nodiscard]] const std::string& Name() const noexcept override { return m_name; }
     [[nodiscard]] std::uint64_t Size() const noexcept override { return m_size; }
-    Result<ByteSpan> View(std::uint64_t offset, std::size_t count) override;
+    Result<ByteSpan> View(std::uint64_t offset, std::size_t count) override
+    {
+        return ViewAhead(offset, count, BlockSize);
+    }
+    Result<ByteSpan> ViewAlone(std::uint64_t offset, std::size_t count) override { return ViewAhead(offset, count, 0); }
 
 private:
+    static constexpr std::size_t BlockSize = 128 * 1024;
+
+    /// The bytes from an offset on; where they must be read, at least so many are.
+    Result<ByteSpan> ViewAhead(std::uint64_t offset, std::size_t count, std::size_t atLeast);
     /// Makes the bytes from offset on the buffer's content.
     Result<void> Fill(std::uint64_t offset, std::size_t count);
 
@@ -42,12 +50,13 @@ Result<ByteSpan> MemorySource::View(std::uint64_t offset, std::size_t /*count*/)
     return m_bytes.subspan(static_cast<std::size_t>(std::min<std::uint64_t>(offset, m_bytes.size())));
 }
 
-Result<ByteSpan> FileSource::View(std::uint64_t offset, std::size_t count)
+Result<ByteSpan> FileSource::ViewAhead(std::uint64_t offset, std::size_t count, std::size_t atLeast)
 {
     offset = std::min(offset, m_size);
     const std::uint64_t wantedEnd = offset + std::min<std::uint64_t>(count, m_size - offset);
     if (offset < m_start || wantedEnd > m_start + m_filled) {
-        if (const Result<void> filled = Fill(offset, static_cast<std::size_t>(wantedEnd - offset)); !filled)
+        const auto wanted = static_cast<std::size_t>(wantedEnd - offset);
+        if (const Result<void> filled = Fill(offset, std::max(wanted, atLeast)); !filled)
             return filled.error();
     }
     return ByteSpan(m_buffer.data(), m_filled).subspan(static_cast<std::size_t>(offset - m_start));
@@ -55,13 +64,12 @@ Result<ByteSpan> FileSource::View(std::uint64_t offset, std::size_t count)
 
 Result<void> FileSource::Fill(std::uint64_t offset, std::size_t count)
 {
-    constexpr std::size_t BlockSize = 128 * 1024;
     m_filled = 0; // a failure leaves an empty buffer
     m_start = offset;
     if (m_readTo != offset && std::fseek(m_file.get(), static_cast<long>(offset), SEEK_SET) != 0)
         return Fail(m_name, std::generic_category().message(errno));
-    m_buffer.resize(std::max({count, BlockSize, m_buffer.size()}));
-    m_filled = std::fread(m_buffer.data(), 1, std::max(count, BlockSize), m_file.get());
+    m_buffer.resize(std::max(count, m_buffer.size()));
+    m_filled = std::fread(m_buffer.data(), 1, count, m_file.get());
     m_readTo = offset + m_filled;
     if (std::ferror(m_file.get()) != 0)
         return Fail(m_name, std::generic_category().message(errno));

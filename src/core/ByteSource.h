@@ -24,6 +24,8 @@ public:
     [[nodiscard]] virtual std::uint64_t Size() const noexcept = 0;
     /// The bytes from an offset on: at least count of them, or all that are left. They stay valid until the next call.
     virtual Result<ByteSpan> View(std::uint64_t offset, std::size_t count) = 0;
+    /// As View, for a place that is visited by itself: nothing behind it is read ahead.
+    virtual Result<ByteSpan> ViewAlone(std::uint64_t offset, std::size_t count) { return View(offset, count); }
 };
 
 /// Bytes that the caller keeps alive.
