@@ -28,7 +28,7 @@ public:
     Result<ByteSpan> ViewAlone(std::uint64_t offset, std::size_t count) override { return ViewAhead(offset, count, 0); }
 
 private:
-    static constexpr std::size_t BlockSize = 128 * 1024;
+    static constexpr std::size_t BlockSize = std::size_t{128} * 1024;
 
     /// The bytes from an offset on; where they must be read, at least so many are.
     Result<ByteSpan> ViewAhead(std::uint64_t offset, std::size_t count, std::size_t atLeast);

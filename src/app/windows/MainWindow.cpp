@@ -73,7 +73,7 @@ void MainWindow::ConnectControls()
     connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
 }
 
-void MainWindow::MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)())
+void MainWindow::MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)()) const
 {
     timer.setObjectName(name);
     timer.setInterval(intervalMs);

@@ -61,7 +61,7 @@ private:
     void Disconnect() override { Leave(); }
 
     void ConnectControls();
-    void MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)());
+    void MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)()) const;
     void PumpTick();
     void TargetTick();
     void UpkeepTick();
