@@ -38,14 +38,6 @@ private:
     bool DecodeCom(std::int64_t r, std::int64_t size);
     [[nodiscard]] std::pair<std::string*, std::string*> ComFields(std::int32_t kind) const noexcept;
 
-    template <class T> bool Keep(T& field, T value)
-    {
-        if (m_scan.Stopped())
-            return false;
-        field = std::move(value);
-        return true;
-    }
-
     BglScan& m_scan;
     AirportRecord& m_airport;
     RunwayDecoder m_runways;
@@ -89,17 +81,17 @@ bool AirportDecoder::DecodeReference(std::int64_t r)
 {
     constexpr double LongitudeUnits = 4294967297.0; // one more than elsewhere: the database has always had it so
     BglReader& reader = m_scan.Reader;
-    if (!Keep(m_airport.Lat, ChainLatitude(reader.ReadI32(r + 12))))
+    if (!m_scan.Keep(m_airport.Lat, ChainLatitude(reader.ReadI32(r + 12))))
         return false;
-    if (!Keep(m_airport.Lon, reader.ReadI32(r + 20) * 360.0 / LongitudeUnits))
+    if (!m_scan.Keep(m_airport.Lon, reader.ReadI32(r + 20) * 360.0 / LongitudeUnits))
         return false;
     const auto elevation = RoundChecked<std::int32_t>(reader.ReadI32(r + 28) / MetresPerFoot);
-    return elevation && Keep(m_airport.ElevationFt, *elevation);
+    return elevation && m_scan.Keep(m_airport.ElevationFt, *elevation);
 }
 
 bool AirportDecoder::DecodeIcao(std::int64_t r, std::int64_t size)
 {
-    return Keep(m_airport.Icao, ToUpper(m_scan.ReadText(r + 8, size)));
+    return m_scan.Keep(m_airport.Icao, ToUpper(m_scan.ReadText(r + 8, size)));
 }
 
 std::pair<std::string*, std::string*> AirportDecoder::ComFields(std::int32_t kind) const noexcept
@@ -121,7 +113,7 @@ bool AirportDecoder::DecodeCom(std::int64_t r, std::int64_t size)
     const std::int32_t kind = m_scan.Reader.ReadI32(r + 12);
     if (!frequency)
         return false;
-    if (size > SizeWithoutName && !Keep(m_comName, m_scan.ReadText(r + 16, size - SizeWithoutName)))
+    if (size > SizeWithoutName && !m_scan.Keep(m_comName, m_scan.ReadText(r + 16, size - SizeWithoutName)))
         return false;
     if (m_scan.Stopped())
         return false;

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace corvane {
 /// One scenery file on its way through the decoders.
@@ -31,6 +32,15 @@ struct BglScan {
     std::int64_t PlaceAt = 0;
 
     [[nodiscard]] bool Stopped() const noexcept { return Reader.Failed() || Budget.Exhausted(); }
+
+    /// Stores a value just read, unless reading it has failed. Returns whether it was stored.
+    template <class T> bool Keep(T& field, T value)
+    {
+        if (Stopped())
+            return false;
+        field = std::move(value);
+        return true;
+    }
 
     void EnterPlace(std::string_view place, std::int64_t at) noexcept
     {

@@ -42,18 +42,18 @@ ParkingWord SplitParkingWord(std::int32_t word) noexcept
 bool GroundLayoutDecoder::KeepLon(double& field, std::int64_t at)
 {
     const double eastM = m_scan.Reader.ReadF32(at);
-    return std::isfinite(eastM) && Keep(field, m_offsets.OffsetToLon(eastM));
+    return std::isfinite(eastM) && m_scan.Keep(field, m_offsets.OffsetToLon(eastM));
 }
 
 bool GroundLayoutDecoder::KeepLat(double& field, std::int64_t at)
 {
     const double northM = m_scan.Reader.ReadF32(at);
-    return std::isfinite(northM) && Keep(field, m_offsets.OffsetToLat(northM));
+    return std::isfinite(northM) && m_scan.Keep(field, m_offsets.OffsetToLat(northM));
 }
 
 bool GroundLayoutDecoder::DecodeTaxiPoint(TaxiPoint& point, std::int64_t e)
 {
-    return Keep(point.Kind, m_scan.Reader.ReadI32(e)) && KeepLon(point.Lon, e + 4) && KeepLat(point.Lat, e + 8);
+    return m_scan.Keep(point.Kind, m_scan.Reader.ReadI32(e)) && KeepLon(point.Lon, e + 4) && KeepLat(point.Lat, e + 8);
 }
 
 bool GroundLayoutDecoder::DecodeParking(ParkingRecord& parking, std::int64_t e)
@@ -62,19 +62,20 @@ bool GroundLayoutDecoder::DecodeParking(ParkingRecord& parking, std::int64_t e)
         return false;
     const double radiusM = m_scan.Reader.ReadF32(e + 8);
     const auto radiusFt = RoundChecked<std::int32_t>(radiusM / MetresPerFoot);
-    if (!radiusFt || !Keep(parking.RadiusFt, *radiusFt))
+    if (!radiusFt || !m_scan.Keep(parking.RadiusFt, *radiusFt))
         return false;
     const ParkingWord word = SplitParkingWord(m_scan.Reader.ReadI32(e + 16));
     if (std::string text = ParkingNameText(word.NameIndex); !text.empty())
         m_parkingText = std::move(text);
-    return Keep(parking.Name, m_parkingText + " " + NumberText(word.Number));
+    return m_scan.Keep(parking.Name, m_parkingText + " " + NumberText(word.Number));
 }
 
 bool GroundLayoutDecoder::DecodeTaxiPath(TaxiPath& path, std::int64_t e)
 {
     BglReader& reader = m_scan.Reader;
-    return Keep(path.Kind, reader.ReadI32(e)) && Keep(path.StartPoint, reader.ReadI32(e + 12)) &&
-           Keep(path.EndPoint, reader.ReadI32(e + 16)) && Keep(path.Name, NumberText(reader.ReadI32(e + 28)));
+    return m_scan.Keep(path.Kind, reader.ReadI32(e)) && m_scan.Keep(path.StartPoint, reader.ReadI32(e + 12)) &&
+           m_scan.Keep(path.EndPoint, reader.ReadI32(e + 16)) &&
+           m_scan.Keep(path.Name, NumberText(reader.ReadI32(e + 28)));
 }
 
 /// How many whole elements of a list are left in the file, at most what it claims.

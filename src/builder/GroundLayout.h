@@ -47,13 +47,6 @@ private:
 
     bool KeepLon(double& field, std::int64_t at);
     bool KeepLat(double& field, std::int64_t at);
-    template <class T> bool Keep(T& field, T value)
-    {
-        if (m_scan.Stopped())
-            return false;
-        field = std::move(value);
-        return true;
-    }
 
     BglScan& m_scan;
     AirportRecord& m_airport;
