@@ -16,7 +16,9 @@ namespace corvane::test {
 /// A controller's program without windows: joins the first session of the in-memory network and follows it.
 class Controller final : private ConnectionView, private PumpEvents, private MessageBoxes {
 public:
-    explicit Controller(InMemoryNetwork& network) : m_provider(network), m_grid(std::make_unique<MagVarGrid>()) {}
+    explicit Controller(InMemoryNetwork& network) : m_ownFactory(std::make_unique<InMemoryProvider>(network)) {}
+    /// On the first connection type that another factory's peers offer.
+    explicit Controller(SessionPeerFactory& factory) : m_factory(factory) {}
 
     /// Locates and asks to join; admitted once a HandshakeTick finds the host's answer.
     void Ask(std::string password = {})
@@ -89,9 +91,10 @@ private:
         return Password;
     }
 
-    InMemoryProvider m_provider;
-    std::unique_ptr<MagVarGrid> m_grid;
-    Connection m_connection{m_provider, Session, Players, *this, *this};
+    std::unique_ptr<InMemoryProvider> m_ownFactory;
+    SessionPeerFactory& m_factory = *m_ownFactory;
+    std::unique_ptr<MagVarGrid> m_grid = std::make_unique<MagVarGrid>();
+    Connection m_connection{m_factory, Session, Players, *this, *this};
     MessagePump m_pump{Session, Players, *m_grid, *this, *this};
     bool m_started = false;
 };
