@@ -3,6 +3,7 @@
 #include "core/File.h"
 #include "core/Settings.h"
 #include "tests/builder/SampleBgl.h"
+#include "tests/session/recording/SampleRecording.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -31,6 +32,13 @@ static Bytes DatabaseSeed(std::uint8_t file, const Bytes& records)
     return Bytes{file} + records;
 }
 
+/// Records as FuzzRecording builds them: a member that joins, says a line and leaves.
+static Bytes RecordingSeed()
+{
+    const Bytes line = EncodeMessage(ChatTextMessage{"hello"});
+    return Bytes{0, 1, 7, 2, 'N', '1', 9, 4, 7, static_cast<std::uint8_t>(line.size())} + line + Bytes{9, 3, 7, 0};
+}
+
 /// Writes the seeds of the scenery and database targets below the folder given: fuzz/corpus in the source tree.
 int main(int argc, char** argv)
 {
@@ -53,6 +61,8 @@ int main(int argc, char** argv)
         WriteSeed(corpus / "FuzzDatabase/navaids", DatabaseSeed(1, records.Vors + records.Ndbs)) &&
         WriteSeed(corpus / "FuzzDatabase/airspaces", DatabaseSeed(2, records.Airspaces)) &&
         WriteSeed(corpus / "FuzzSettings/settings", EncodeSettings({.FsPath = "C:\\fs2002", .AirportCount = 5})) &&
-        WriteSeed(corpus / "FuzzMagdec/short", MagdecSeed());
+        WriteSeed(corpus / "FuzzMagdec/short", MagdecSeed()) &&
+        WriteSeed(corpus / "FuzzRecording/whole", test::FileOf(test::SampleRecords())) &&
+        WriteSeed(corpus / "FuzzRecording/records", RecordingSeed());
     return written ? 0 : 1;
 }

@@ -1,0 +1,75 @@
+// Reads arbitrary bytes as a recording, and plays recordings whose records say arbitrary things under checksums that
+// fit.
+
+#include "session/recording/PlaybackPeer.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane {
+namespace {
+FileBytes ContentOf(ByteSpan bytes)
+{
+    FileBytes content(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), content.Data());
+    return content;
+}
+
+/// The input as a row of records: each a byte of time, one of kind, one of member, one of length, and the payload.
+Bytes FileWithRecords(ByteSpan input)
+{
+    Bytes file = EncodeRecordingHead({.SessionName = "Fuzz",
+                                      .MaxPlayers = 8,
+                                      .Flags = 68,
+                                      .InstanceGuid = "{1}",
+                                      .OwnPlayerId = 1,
+                                      .OwnName = "**ATC"});
+    std::uint32_t time = 0;
+    while (input.size() >= 4) {
+        time += std::uint32_t{input[0]} * 16;
+        const std::size_t length = std::min<std::size_t>(input[3], input.size() - 4);
+        AppendRecord(file, {time, static_cast<RecordKind>(input[1] % 6), input[2] % 8, input.subspan(4, length)});
+        input = input.subspan(4 + length);
+    }
+    return file;
+}
+
+/// Watches a recording to its end, asking what the program asks.
+void Play(std::shared_ptr<const Recording> recording)
+{
+    std::int64_t now = 0;
+    PlaybackClock clock([&now] { return now; });
+    PlaybackPeer peer([recording]() -> Result<std::shared_ptr<const Recording>> { return recording; }, clock);
+    const auto sessions = peer.GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    if (!sessions || !peer.Open(sessions->front(), OpenJoin))
+        std::abort();
+    const auto viewer = peer.CreatePlayer("**Viewer", "Player", 0, 0);
+    if (!viewer || *viewer < 1 || *viewer == recording->Head.OwnPlayerId)
+        std::abort();
+    const Bytes ask = EncodeMessage(PlainMessage{MessageType::IdentifyRequest});
+    static_cast<void>(peer.Send(*viewer, AllPlayers, SendGuaranteed, ask));
+    clock.SetSpeed(PlaybackClock::MaxSpeed);
+    for (; now <= recording->LengthMs() / PlaybackClock::MaxSpeed + 1; now += 1 + now / 2) {
+        const auto waiting = peer.GetMessageCount(*viewer);
+        for (std::int32_t i = 0; waiting && i < *waiting; ++i) {
+            const auto message = peer.Receive(ReceiveAll);
+            if (!message || !peer.GetPlayerFriendlyName(message->From) || !DecodeMessage(message->Content))
+                std::abort(); // the program would take it for the end of the session
+        }
+    }
+}
+} // namespace
+} // namespace corvane
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const corvane::ByteSpan input(data, size);
+    for (const corvane::Bytes& file : {corvane::Bytes(input.begin(), input.end()), corvane::FileWithRecords(input)}) {
+        if (auto recording = corvane::DecodeRecording(corvane::ContentOf(file), "fuzzed"))
+            corvane::Play(std::make_shared<const corvane::Recording>(*std::move(recording)));
+    }
+    return 0;
+}
