@@ -46,7 +46,7 @@ int RunCommandLine(int argc, const char* const* argv, const Console& console)
     app.require_subcommand(1);
     CommandWork work;
     for (const auto add : {AddBuildCommand, AddDumpCommand, AddAreaCommand, AddScopeCommand, AddCalcCommand,
-                           AddMessageCommand, AddDemoWorldCommand})
+                           AddMessageCommand, AddDemoWorldCommand, AddImportCommand})
         add(app, console, work);
     try {
         app.parse(argc, argv);

@@ -1,5 +1,6 @@
 #include "core/File.h"
 
+#include "core/AtomicFile.h"
 #include "core/OpenFile.h"
 
 #include <cerrno>
@@ -58,34 +59,13 @@ Result<FileBytes> ReadWholeFileIfPresent(const std::filesystem::path& path)
     return ReadWholeFile(path);
 }
 
-static Result<void> WriteAll(const std::filesystem::path& path, ByteSpan content)
-{
-    FileHandle file(std::fopen(path.string().c_str(), "wb"));
-    if (!file)
-        return Fail(FullName(path), SystemReason(errno));
-    // fwrite takes no null pointer, which is what empty contents have
-    if (!content.empty() && std::fwrite(content.data(), 1, content.size(), file.get()) != content.size())
-        return Fail(FullName(path), SystemReason(errno));
-    if (std::fclose(file.release()) != 0) // a full disk may show only here
-        return Fail(FullName(path), SystemReason(errno));
-    return {};
-}
-
 Result<void> WriteFileAtomically(const std::filesystem::path& path, ByteSpan content)
 {
-    std::filesystem::path temporary = path;
-    temporary += ".part";
-    if (const Result<void> written = WriteAll(temporary, content); !written) {
-        DeleteFile(temporary);
-        return Fail(FullName(path), written.error().Why);
-    }
-    std::error_code error;
-    std::filesystem::rename(temporary, path, error);
-    if (error) {
-        DeleteFile(temporary);
-        return Fail(FullName(path), error.message());
-    }
-    return {};
+    AtomicFile file(path);
+    if (Result<void> opened = file.Open(); !opened)
+        return opened;
+    file.Write(content);
+    return file.Commit();
 }
 
 bool FileExists(const std::filesystem::path& path) noexcept

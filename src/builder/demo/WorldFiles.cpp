@@ -1,8 +1,8 @@
 #include "builder/demo/WorldFiles.h"
 
 #include "core/File.h"
+#include "core/MapFiles.h"
 #include "core/NumberText.h"
-#include "core/Rounding.h"
 
 #include <algorithm>
 #include <string_view>
@@ -48,26 +48,15 @@ Bytes MagdecFile(std::span<const std::int16_t> values)
 
 void AppendWorldMap(Bytes& out, std::span<const Polyline> lines)
 {
-    constexpr double HalfRange = 2147483648.0;
-    ByteWriter writer(out);
-    for (const Polyline& line : lines) {
-        for (const LatLon& vertex : line) {
-            writer.WriteI32(RoundTo<std::int32_t>(vertex.Lat / 90 * HalfRange));
-            writer.WriteI32(RoundTo<std::int32_t>(vertex.Lon / 180 * HalfRange));
-        }
-        writer.WriteZeros(8);
-    }
+    for (const Polyline& line : lines)
+        AppendOutline(out, line);
 }
 
 Bytes TerrainFile(std::span<const TerrainSource> points)
 {
     Bytes out;
-    ByteWriter writer(out);
-    for (const TerrainSource& point : points) {
-        writer.WriteF64(point.Position.Lat);
-        writer.WriteF64(point.Position.Lon);
-        writer.WriteI32(point.ElevationFt);
-    }
+    for (const TerrainSource& point : points)
+        AppendTerrainPoint(out, point.Position, point.ElevationFt);
     return out;
 }
 

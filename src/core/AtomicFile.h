@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/Bytes.h"
+#include "core/OpenFile.h"
+#include "core/Result.h"
+
+#include <filesystem>
+
+namespace corvane {
+/// A file written piece by piece that appears whole or not at all: it grows as PATH.part and takes its name in Commit.
+/// One that goes without Commit deletes what it wrote. The first error is kept: later pieces are dropped and Commit
+/// reports it. Errors name the full path.
+class AtomicFile {
+public:
+    explicit AtomicFile(std::filesystem::path path);
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    AtomicFile(AtomicFile&&) = delete;
+    AtomicFile& operator=(AtomicFile&&) = delete;
+    ~AtomicFile();
+
+    /// Creates the temporary file, empty.
+    Result<void> Open();
+    void Write(ByteSpan bytes);
+    /// The first error so far.
+    [[nodiscard]] const Result<void>& Status() const noexcept { return m_status; }
+    /// Closes the file and gives it its name, replacing one of that name.
+    Result<void> Commit();
+
+private:
+    void FailWith(std::string why);
+    void Close();
+
+    std::filesystem::path m_path;
+    std::filesystem::path m_temporary;
+    FileHandle m_file;
+    Result<void> m_status;
+    bool m_created = false; ///< a temporary file of ours is there
+};
+} // namespace corvane
