@@ -16,7 +16,8 @@ namespace corvane {
 static constexpr int TargetIntervalMs = 1000;
 static constexpr int PanelIntervalMs = 500;
 
-MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat)
+MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat,
+                       const RecordingParts& recording)
     : m_ui(std::make_unique<Ui::Form1>()),
       m_state(state),
       m_factory(factory),
@@ -27,6 +28,8 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
       m_pump(state.Session, state.Players, state.MagVar, *this, boxes)
 {
     m_ui->setupUi(this);
+    m_recording = std::make_unique<RecordingControls>(recording, boxes, *m_ui->record_session1, *m_ui->playback_op1,
+                                                      *m_ui->Label8);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
     ConnectControls();
@@ -84,6 +87,8 @@ void MainWindow::MakeTimer(QTimer& timer, const char* name, int intervalMs, void
 void MainWindow::PumpTick()
 {
     m_pump.PumpTick();
+    if (!m_left)
+        m_recording->Refresh(); // last: this window may be gone when it returns
 }
 
 void MainWindow::TargetTick()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/windows/RecordingControls.h"
 #include "core/MessageBoxes.h"
 #include "radar/RadarDisplay.h"
 #include "session/MessagePump.h"
@@ -23,7 +24,8 @@ class MainWindow final : public QMainWindow, private PumpEvents {
 
 public:
     /// The window opens over the loaded area and the joined session.
-    MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat);
+    MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat,
+               const RecordingParts& recording);
     ~MainWindow() override;
 
     /// Another window works in this one's place: nothing here can be used and the scope stands still, while the
@@ -80,6 +82,7 @@ private:
     ScopeFont m_font;
     RadarDisplay m_display;
     MessagePump m_pump;
+    std::unique_ptr<RecordingControls> m_recording;
     QTimer m_timer1; ///< message pump
     QTimer m_timer2; ///< target refresh
     QTimer m_timer3; ///< player upkeep

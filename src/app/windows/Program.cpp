@@ -36,8 +36,8 @@ template <class Window> static void LetGo(Window*& window)
 }
 
 Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
-                 const ScriptedStart& script)
-    : m_state(state), m_factory(factory), m_practice(practice), m_boxes(boxes), m_script(script)
+                 const ScriptedStart& script, const RecordingParts& recording)
+    : m_state(state), m_factory(factory), m_practice(practice), m_boxes(boxes), m_script(script), m_recording(recording)
 {
     m_clock.start();
     connect(&m_practiceTimer, &QTimer::timeout, this,
@@ -147,7 +147,7 @@ void Program::OpenConnection()
 void Program::OpenRadar()
 {
     m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes);
-    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat);
+    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording);
     ConnectRadarMenus();
     m_main->show();
     const QRect radar = m_main->frameGeometry();

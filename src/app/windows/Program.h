@@ -3,6 +3,7 @@
 #include "app/ChooserModel.h"
 #include "app/PracticeHost.h"
 #include "app/StartupChecks.h"
+#include "app/windows/RecordingControls.h"
 #include "app/windows/ScriptedStart.h"
 
 #include <QElapsedTimer>
@@ -29,7 +30,7 @@ class Program final : public QObject {
 
 public:
     Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
-            const ScriptedStart& script);
+            const ScriptedStart& script, const RecordingParts& recording);
     ~Program() override;
 
     void Start();
@@ -57,6 +58,7 @@ private:
     PracticeHost& m_practice;
     ScriptedBoxes& m_boxes;
     ScriptedStart m_script;
+    RecordingParts m_recording;
     QTimer m_practiceTimer;
     QElapsedTimer m_clock;
 

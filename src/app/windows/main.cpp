@@ -8,6 +8,11 @@
 #include "core/windows/QtText.h"
 #include "platform/CompositePeerFactory.h"
 #include "platform/InMemoryNetwork.h"
+#include "platform/RecordedSessionProvider.h"
+#include "session/recording/PlaybackClock.h"
+#include "session/recording/RecordingPeer.h"
+#include "session/recording/SessionRecorder.h"
+#include "session/windows/QtRecordingDialogs.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -56,14 +61,19 @@ int main(int argc, char** argv)
 
     InMemoryNetwork network; // outlives the state, whose peer is on it
     InMemoryProvider practiceProvider(network);
-    CompositePeerFactory factory({&practiceProvider});
+    QtMessageBoxes shown;
+    QtRecordingDialogs dialogs;
+    PlaybackClock playback(SteadyMilliseconds());
+    RecordedSessionProvider recordedProvider(playback, dialogs, shown);
+    CompositePeerFactory connections({&practiceProvider, &recordedProvider});
+    SessionRecorder recorder(SteadyMilliseconds());
+    RecordingPeerFactory factory(connections, recorder);
     const auto state = std::make_unique<AppState>();
     const ScriptedStart script = ReadArguments(application, *state);
     PracticeHost practice(practiceProvider, std::string(InMemoryProvider::ConnectionAddress), state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
-    QtMessageBoxes shown;
     ScriptedBoxes boxes(shown, script);
-    Program program(*state, factory, practice, boxes, script);
+    Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs});
     program.Start();
     return QApplication::exec();
 }

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "session/recording/RecordingDialogs.h"
+
+namespace corvane {
+/// The questions for a recording's file as modal file dialogs. Timers go on while one is open.
+class QtRecordingDialogs final : public RecordingDialogs {
+public:
+    std::optional<std::filesystem::path> AskWhereToRecord() override;
+    std::optional<std::filesystem::path> AskWhatToPlay() override;
+};
+} // namespace corvane
