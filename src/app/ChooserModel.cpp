@@ -13,6 +13,14 @@ public:
 
     void StepBegins(std::string_view status) override { m_view.SetStatus(status); }
     void StepEnded() override { m_view.SetProgress(++m_done, ChooserModel::LoadProgressMaximum); }
+    Result<void> RunStep(const std::function<Result<void>()>& step) override
+    {
+        Result<void> outcome;
+        m_view.RunLongWork([&] { outcome = step(); });
+        if (outcome && m_view.Abandoned())
+            return Fail("the area's load", "was left");
+        return outcome;
+    }
 
 private:
     ChooserView& m_view;
@@ -20,9 +28,20 @@ private:
 };
 } // namespace
 
+Result<void> ChooserModel::ReadGrid()
+{
+    MagVarGrid grid = m_state.MagVar; // the session goes on with the old one meanwhile
+    Result<void> read;
+    m_view.RunLongWork([&] { read = ReadMagVarGrid(grid, m_state.Settings.FsPath); });
+    if (read)
+        m_state.MagVar = grid;
+    return read;
+}
+
 Result<void> ChooserModel::ReadAirports()
 {
-    Result<std::vector<std::string>> entries = ReadAirportList(m_state.AppFolder);
+    Result<std::vector<std::string>> entries(std::vector<std::string>{});
+    m_view.RunLongWork([&] { entries = ReadAirportList(m_state.AppFolder); });
     if (!entries)
         return entries.error();
     m_airportEntries = *std::move(entries);
@@ -31,11 +50,17 @@ Result<void> ChooserModel::ReadAirports()
 
 Result<void> ChooserModel::ReadAirspaces()
 {
-    Result<std::vector<AirspaceRecord>> airspaces = ReadAllAirspaces(m_state.AppFolder, m_state.Settings.AirspaceCount);
+    Result<std::vector<AirspaceRecord>> airspaces(std::vector<AirspaceRecord>{});
+    std::vector<std::string> sectors;
+    m_view.RunLongWork([&] {
+        airspaces = ReadAllAirspaces(m_state.AppFolder, m_state.Settings.AirspaceCount);
+        if (airspaces)
+            sectors = SectorNames(*airspaces);
+    });
     if (!airspaces)
         return airspaces.error();
     m_state.AllAirspaces = *std::move(airspaces);
-    m_sectorEntries = SectorNames(m_state.AllAirspaces);
+    m_sectorEntries = std::move(sectors);
     return {};
 }
 
@@ -44,20 +69,23 @@ Result<void> ChooserModel::Open()
     m_areaLoaded = false;
     m_view.SetControlsEnabled(false);
     m_view.SetProgress(0, OpeningSteps);
+    constexpr struct {
+        std::string_view Status;
+        Result<void> (ChooserModel::*Read)();
+    } Steps[] = {{"Reading Magnetic Devations...", &ChooserModel::ReadGrid},
+                 {"Reading Airports...", &ChooserModel::ReadAirports},
+                 {"Reading Airspaces...", &ChooserModel::ReadAirspaces}};
     Result<void> outcome;
-    const auto keepFirst = [&](Result<void> step) {
-        if (outcome && !step)
-            outcome = std::move(step);
-    };
-    m_view.SetStatus("Reading Magnetic Devations...");
-    keepFirst(ReadMagVarGrid(m_state.MagVar, m_state.Settings.FsPath));
-    m_view.SetProgress(1, OpeningSteps);
-    m_view.SetStatus("Reading Airports...");
-    keepFirst(ReadAirports());
-    m_view.SetProgress(2, OpeningSteps);
-    m_view.SetStatus("Reading Airspaces...");
-    keepFirst(ReadAirspaces());
-    m_view.SetProgress(3, OpeningSteps);
+    int done = 0;
+    for (const auto& step : Steps) {
+        if (m_view.Abandoned())
+            break;
+        m_view.SetStatus(step.Status);
+        Result<void> read = (this->*step.Read)();
+        if (outcome && !read)
+            outcome = std::move(read);
+        m_view.SetProgress(++done, OpeningSteps);
+    }
     m_view.SetProgress(0, OpeningSteps);
     m_view.SetControlsEnabled(true);
     m_view.SetStatus("Done");
@@ -83,6 +111,8 @@ Result<ChooserNext> ChooserModel::Load(ControlMode mode, std::optional<std::stri
     m_view.SetProgress(0, LoadProgressMaximum);
     m_view.SetControlsEnabled(true);
     m_view.SetStatus("Done");
+    if (m_view.Abandoned())
+        return ChooserNext::Stay;
     if (!loaded)
         return loaded.error();
     m_areaLoaded = true;

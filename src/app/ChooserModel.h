@@ -4,6 +4,7 @@
 #include "core/Result.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,11 @@ public:
     virtual void SetProgress(int value, int maximum) = 0;
     /// Both buttons, both lists and both options. Enabling leaves the list of the mode that is not chosen disabled.
     virtual void SetControlsEnabled(bool enabled) = 0;
+    /// Runs work that touches nothing of the window's thread, and returns once it has ended. A window runs it on
+    /// another thread, so that everything else goes on meanwhile.
+    virtual void RunLongWork(const std::function<void()>& work) { work(); }
+    /// The user has left in the middle of long work: what it is part of is to end as soon as it can.
+    [[nodiscard]] virtual bool Abandoned() const { return false; }
 };
 
 /// What the window does next.
@@ -48,7 +54,7 @@ public:
     ChooserModel(AppState& state, ChooserView& view) noexcept : m_state(state), m_view(view) {}
 
     /// Reads the magnetic grid, the airports and the airspaces. Fails with the first file that could not be read; the
-    /// others are read all the same, and the window can be used.
+    /// others are read all the same, and the window can be used. An abandoned opening ends before the next file.
     Result<void> Open();
 
     /// The lists' entries, 8-bit text.
@@ -56,7 +62,7 @@ public:
     [[nodiscard]] const std::vector<std::string>& SectorEntries() const noexcept { return m_sectorEntries; }
 
     /// "GET AIRPORT OR ARTCC/FIR": loads the chosen entry's area; Stay without one. A failure leaves the previous area,
-    /// and the user may choose again.
+    /// and the user may choose again; so does a load that was abandoned, which answers Stay.
     Result<ChooserNext> Load(ControlMode mode, std::optional<std::string_view> entry);
 
     /// "EXIT".
@@ -68,6 +74,7 @@ public:
     static std::string MainWindowCaption(const AreaModel& area);
 
 private:
+    Result<void> ReadGrid();
     Result<void> ReadAirports();
     Result<void> ReadAirspaces();
     Result<void> RunLoad(ControlMode mode, std::string_view entry);

@@ -46,7 +46,8 @@ bool SetUpModel::NextStep(std::string_view path, bool fs2002Selected)
         settings.FsVersion = Fs2002Version;
     settings.FsPath = path;
     if (const Result<void> written = WriteSettings(m_state.AppFolder / SettingsFileName, settings); !written) {
-        m_boxes.Inform(written.error().Text());
+        m_boxes.Inform(BoxText(written.error()) +
+                       ". The settings were not saved. Make the folder writable, or start Corvane in another one.");
         return false;
     }
     m_state.Settings = std::move(settings);

@@ -35,7 +35,7 @@ static Result<void> RunSteps(std::span<const LoadStep> steps, LoadProgress& prog
 {
     for (const LoadStep& step : steps) {
         progress.StepBegins(step.Status);
-        if (Result<void> done = step.Run(); !done)
+        if (Result<void> done = progress.RunStep(step.Run); !done)
             return done;
         progress.StepEnded();
     }

@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,9 @@ public:
     /// Before each step, with the text that says what it does.
     virtual void StepBegins(std::string_view status) = 0;
     virtual void StepEnded() = 0;
+    /// Runs a step, here or on another thread, and returns its outcome once it has ended; or an Error, which ends the
+    /// load. A step touches nothing but the load's own.
+    virtual Result<void> RunStep(const std::function<Result<void>()>& step) { return step(); }
 };
 
 /// For loads that nobody watches.

@@ -2,6 +2,7 @@
 
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
+#include "core/MessageBoxes.h"
 #include "core/PathLookup.h"
 
 #include <algorithm>
@@ -127,6 +128,9 @@ void BuildDriver::Abandon() noexcept
 
 std::string BuildDriver::FailureText() const
 {
+    if (!m_writer.Status()) // the disk is full, or the folder has gone: the scenery file is not to blame
+        return "Error - while writing the database:  " + BoxText(m_writer.Status().error()) +
+               "  . Make room for it and start again. The program will shutdown.";
     return "Error - while scanning this BGL file:  " + m_progress.CurrentFile + "  . The program will shutdown.";
 }
 } // namespace corvane

@@ -62,7 +62,8 @@ public:
     [[nodiscard]] const MagVarGrid& Grid() const noexcept { return m_grid; }
     /// Lower-cased path of the file being scanned, or scanned last; 8-bit text.
     [[nodiscard]] const std::string& CurrentFile() const noexcept { return m_progress.CurrentFile; }
-    /// The critical message for an Error of ScanNext.
+    /// The critical message for an Error of ScanNext: names the scenery file, or the database file that could not be
+    /// written.
     [[nodiscard]] std::string FailureText() const;
 
 private:

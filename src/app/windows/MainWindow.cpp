@@ -50,6 +50,7 @@ MainWindow::~MainWindow() = default;
 void MainWindow::ConnectControls()
 {
     m_ui->Label1->hide();
+    m_ui->Label1->setAttribute(Qt::WA_TransparentForMouseEvents); // the pointer moves on over the scope
     m_ui->ScopeBar->adjustSize();
     connect(m_ui->Command5, &QPushButton::clicked, this, [this] { ZoomBy(1); });
     connect(m_ui->Command6, &QPushButton::clicked, this, [this] { ZoomBy(-1); });
@@ -162,6 +163,17 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
     UpdateScope();
 }
 
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange || m_takenOver || m_left)
+        return;
+    if (isMinimized())
+        m_timer2.stop(); // nobody sees the targets
+    else
+        m_timer2.start();
+}
+
 void MainWindow::SetControlsEnabled(bool enabled)
 {
     for (QWidget* control : std::initializer_list<QWidget*>{m_ui->Picture1, m_ui->Command2, m_ui->Command3,
@@ -172,6 +184,7 @@ void MainWindow::SetControlsEnabled(bool enabled)
 void MainWindow::TakeOver()
 {
     m_takenOver = true;
+    EndMeasuring(); // the button's release will not be heard
     m_timer2.stop();
     m_timer4.stop();
     SetControlsEnabled(false);
@@ -183,6 +196,8 @@ void MainWindow::GiveBack()
     SetControlsEnabled(true);
     m_timer2.start();
     m_timer4.start();
+    m_ui->Picture1->setFocus();
+    activateWindow();
 }
 
 void MainWindow::RecenterView(double lon, double lat)

@@ -55,6 +55,7 @@ signals:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     // PumpEvents
@@ -83,10 +84,10 @@ private:
     RadarDisplay m_display;
     MessagePump m_pump;
     std::unique_ptr<RecordingControls> m_recording;
-    QTimer m_timer1; ///< message pump
-    QTimer m_timer2; ///< target refresh
-    QTimer m_timer3; ///< player upkeep
-    QTimer m_timer4; ///< information panel
+    QTimer m_timer1{this}; ///< message pump
+    QTimer m_timer2{this}; ///< target refresh
+    QTimer m_timer3{this}; ///< player upkeep
+    QTimer m_timer4{this}; ///< information panel
     bool m_takenOver = false;
     bool m_left = false;
 };

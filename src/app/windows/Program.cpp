@@ -19,21 +19,15 @@
 #include "session/windows/PlayerPropertiesWindow.h"
 
 #include <QCoreApplication>
+#include <QScreen>
+#include <QThread>
 
 #include <iostream>
 #include <utility>
 
 namespace corvane {
 static constexpr int PracticeIntervalMs = 100;
-
-/// Hides a window and deletes it once the event that it is handling is over.
-template <class Window> static void LetGo(Window*& window)
-{
-    if (Window* const gone = std::exchange(window, nullptr)) {
-        gone->hide();
-        gone->deleteLater();
-    }
-}
+static constexpr int DeletionIntervalMs = 50;
 
 Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
                  const ScriptedStart& script, const RecordingParts& recording)
@@ -42,6 +36,8 @@ Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& pra
     m_clock.start();
     connect(&m_practiceTimer, &QTimer::timeout, this,
             [this] { m_practice.Advance(static_cast<double>(m_clock.elapsed()) / 1000); });
+    m_deletion.setInterval(DeletionIntervalMs);
+    connect(&m_deletion, &QTimer::timeout, this, &Program::DeleteGone);
 }
 
 Program::~Program()
@@ -54,8 +50,37 @@ Program::~Program()
     delete m_builder;
     delete m_setup;
     delete m_splash;
-    // Windows let go of last may still wait for their deletion; they must not outlive the state that they borrow.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (std::unique_ptr<QWidget>& gone : m_gone) // in the order of their closing
+        gone.reset();
+}
+
+/// Shows a window in front of the others, with the keyboard.
+static void BringUp(QWidget& window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+/// Hides a window for good and hears no more of it; it is deleted when nothing of it can be under way.
+template <class Window> void Program::LetGo(Window*& window)
+{
+    Window* const gone = std::exchange(window, nullptr);
+    if (gone == nullptr)
+        return;
+    gone->hide();
+    gone->disconnect(this);
+    m_gone.emplace_back(gone);
+    m_deletion.start();
+}
+
+void Program::DeleteGone()
+{
+    if (thread()->loopLevel() > m_outermostLoop)
+        return;
+    m_deletion.stop();
+    for (std::unique_ptr<QWidget>& gone : std::exchange(m_gone, {}))
+        gone.reset(); // in the order of their closing: the radar writes to the chat
 }
 
 void Program::End()
@@ -74,6 +99,7 @@ void Program::Start()
 
 void Program::AfterStartupChecks(StartupDecision decision)
 {
+    m_outermostLoop = thread()->loopLevel();
     LetGo(m_splash);
     if (decision == StartupDecision::SetUpAfterUpdateMessage)
         m_boxes.Inform(UpdateDatabaseMessage);
@@ -100,8 +126,15 @@ void Program::OpenBuilder()
     LetGo(m_setup);
     m_builder = new BuilderWindow(m_state, m_boxes);
     connect(m_builder, &BuilderWindow::Finished, this, &Program::OpenChooser);
+    connect(m_builder, &BuilderWindow::SetUpAgainRequested, this, &Program::SetUpAgain);
     connect(m_builder, &BuilderWindow::Ended, this, &Program::End);
     m_builder->show();
+}
+
+void Program::SetUpAgain()
+{
+    LetGo(m_builder);
+    OpenSetup();
 }
 
 void Program::OpenChooser()
@@ -110,7 +143,7 @@ void Program::OpenChooser()
     m_chooser = new ChooserWindow(m_state, m_boxes);
     connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
     connect(m_chooser, &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
-    m_chooser->show();
+    BringUp(*m_chooser);
 }
 
 void Program::AfterChooser(ChooserNext next)
@@ -139,9 +172,21 @@ void Program::OpenConnection()
         m_state.Area.ClearTables();
         End();
     });
-    m_connection->show();
+    BringUp(*m_connection);
     if (m_script.Practice)
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
+}
+
+/// The radar in the middle of the screen, and the chat in its lower right corner.
+static void PlaceRadar(QWidget& radar, QWidget& chat)
+{
+    constexpr int FrameHeight = 40; // of a window's frame, which is not known before it is shown
+    const QRect screen = radar.screen()->availableGeometry();
+    radar.resize(radar.size().boundedTo(screen.size() - QSize(0, FrameHeight)));
+    QRect place = radar.geometry();
+    place.moveCenter(screen.center());
+    radar.move(place.topLeft());
+    chat.move(place.bottomRight() - QPoint(chat.width(), chat.height()));
 }
 
 void Program::OpenRadar()
@@ -149,9 +194,8 @@ void Program::OpenRadar()
     m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes);
     m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording);
     ConnectRadarMenus();
+    PlaceRadar(*m_main, *m_chat);
     m_main->show();
-    const QRect radar = m_main->frameGeometry();
-    m_chat->move(radar.right() - m_chat->width(), radar.bottom() - m_chat->height());
     m_chat->show();
     LetGo(m_connection);
     m_boxes.RadarReached();
@@ -201,9 +245,7 @@ void Program::OpenOverRadar(std::unique_ptr<QWidget> window)
     m_main->TakeOver();
     m_overRadar = window.release();
     m_overRadar->setWindowFlag(Qt::Dialog);
-    m_overRadar->show();
-    m_overRadar->raise();
-    m_overRadar->activateWindow();
+    BringUp(*m_overRadar);
 }
 
 void Program::CloseOverRadar()
@@ -216,8 +258,10 @@ void Program::CloseOverRadar()
 void Program::AfterDisconnect()
 {
     LetGo(m_overRadar);
+    if (m_chooser != nullptr)
+        m_chooser->Abandon();
     LetGo(m_chooser);
-    LetGo(m_main); // its chat window outlives it by being deleted after it
+    LetGo(m_main);
     LetGo(m_chat);
     OpenConnection();
 }
@@ -227,7 +271,7 @@ void Program::CreateNewDatabase()
     m_main->TakeOver();
     if (CreateNewDatabaseFiles(m_state, m_boxes))
         End();
-    else
+    else if (m_main != nullptr) // the session may have ended while the question stood
         m_main->GiveBack();
 }
 

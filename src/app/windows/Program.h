@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <vector>
 
 namespace corvane {
 struct AppState;
@@ -39,6 +40,7 @@ private:
     void AfterStartupChecks(StartupDecision decision);
     void OpenSetup();
     void OpenBuilder();
+    void SetUpAgain();
     void OpenChooser();
     void AfterChooser(ChooserNext next);
     void OpenConnection();
@@ -52,6 +54,8 @@ private:
     void RunScriptInConnection();
     void FailScript(const char* why);
     static void End();
+    template <class Window> void LetGo(Window*& window);
+    void DeleteGone();
 
     AppState& m_state;
     SessionPeerFactory& m_factory;
@@ -62,7 +66,12 @@ private:
     QTimer m_practiceTimer;
     QElapsedTimer m_clock;
 
-    // A window is let go of only after the event that closed it: see LetGo in the source.
+    // A closed window may still be in the middle of something, a message box of its own included. It waits here until
+    // the event loop is back where it was when the first window closed.
+    std::vector<std::unique_ptr<QWidget>> m_gone;
+    QTimer m_deletion;
+    int m_outermostLoop = 0;
+
     SplashWindow* m_splash = nullptr;
     SetupWindow* m_setup = nullptr;
     BuilderWindow* m_builder = nullptr;

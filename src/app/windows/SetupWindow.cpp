@@ -21,7 +21,7 @@ SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
     for (int column = 1; column < m_folders->columnCount(); ++column)
         m_ui->Dir1->hideColumn(column);
     for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
-        if (volume.isReady() && !volume.isReadOnly())
+        if (volume.isReady()) // read-only ones too: a simulator's disk need not be written to
             m_ui->Drive1->addItem(QDir::toNativeSeparators(volume.rootPath()));
     connect(m_ui->Option1, &QRadioButton::clicked, this, [this] { m_setUp.OptionClicked(); });
     connect(m_ui->Drive1, &QComboBox::textActivated, this, &SetupWindow::ChooseDrive);

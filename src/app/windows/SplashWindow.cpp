@@ -12,6 +12,9 @@ SplashWindow::SplashWindow(AppState& state) : QWidget(nullptr, Qt::SplashScreen)
 {
     m_ui->setupUi(this);
     m_ui->Picture1->installEventFilter(this);
+    QFont title = m_ui->Label2->font();
+    title.setFamilies({title.family(), QStringLiteral("DejaVu Sans")}); // not whatever script hand the system offers
+    m_ui->Label2->setFont(title);
     state.Session.SessionJoined = false;
     state.Session.RadarOpen = false;
     m_timer1.setObjectName("Timer1");

@@ -31,6 +31,6 @@ protected:
 
 private:
     std::unique_ptr<Ui::Form8> m_ui;
-    QTimer m_timer1;
+    QTimer m_timer1{this};
 };
 } // namespace corvane

@@ -5,7 +5,9 @@
 #include "ui_ChooserWindow.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <thread>
 
 namespace corvane {
 ChooserWindow::ChooserWindow(AppState& state, MessageBoxes& boxes)
@@ -34,10 +36,15 @@ void ChooserWindow::OpenLists()
     SetEntries(*m_ui->Combo1, m_model.AirportEntries());
     SetEntries(*m_ui->Combo2, m_model.SectorEntries());
     m_busy = false;
+    if (m_abandoned) {
+        Leave(m_model.Close());
+        return;
+    }
     m_ui->Option1->setChecked(true);
     OptionChosen();
     if (!opened)
-        m_boxes.Warn(BoxText(opened.error()) + ". Create the database files again, or correct the folder and restart.");
+        m_boxes.Warn(BoxText(opened.error()) +
+                     ". Put the file right and open this window again, or create the database files again.");
     m_ui->Combo1->setFocus();
     emit Ready();
 }
@@ -56,8 +63,12 @@ void ChooserWindow::LoadChosenArea()
     m_busy = true;
     const Result<ChooserNext> next = m_model.Load(airport ? ControlMode::Airport : ControlMode::Sector, entry);
     m_busy = false;
-    if (!next)
-        m_boxes.Warn(BoxText(next.error()) + ". The area was not loaded; the previous one stays.");
+    if (m_abandoned)
+        Leave(m_model.Close());
+    else if (!next)
+        m_boxes.Warn(
+            BoxText(next.error()) +
+            ". The area was not loaded. Put the file right and try again, or create the database files again.");
     else if (*next != ChooserNext::Stay)
         Leave(*next);
 }
@@ -81,17 +92,28 @@ void ChooserWindow::closeEvent(QCloseEvent* event)
 {
     if (m_busy) {
         event->ignore();
-        return;
-    }
-    if (!m_left)
+        Abandon();
+        SetStatus("Please wait...");
+    } else if (!m_left) {
         Leave(m_model.Close());
+    }
 }
 
 void ChooserWindow::SetStatus(std::string_view status)
 {
     m_ui->Text2->setText(ToQString(status));
     m_ui->Text2->repaint();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // keeps the window painted
+}
+
+void ChooserWindow::RunLongWork(const std::function<void()>& work)
+{
+    QEventLoop waiting;
+    std::thread worker([&] {
+        work();
+        QMetaObject::invokeMethod(&waiting, &QEventLoop::quit, Qt::QueuedConnection);
+    });
+    waiting.exec();
+    worker.join(); // the loop also ends with the program
 }
 
 void ChooserWindow::SetProgress(int value, int maximum)

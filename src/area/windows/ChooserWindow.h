@@ -23,6 +23,8 @@ public:
 
     /// Picks the airport of an ICAO code in the list and presses the button. Returns whether the list has it.
     bool ChooseAirport(const std::string& icao);
+    /// Gives up what is being read or loaded; nothing is announced any more.
+    void Abandon() noexcept { m_abandoned = true; }
 
 signals:
     /// The lists are filled and the controls enabled.
@@ -37,6 +39,8 @@ private:
     void SetStatus(std::string_view status) override;
     void SetProgress(int value, int maximum) override;
     void SetControlsEnabled(bool enabled) override;
+    void RunLongWork(const std::function<void()>& work) override;
+    bool Abandoned() const override { return m_abandoned; }
 
     void OpenLists();
     void OptionChosen();
@@ -46,8 +50,9 @@ private:
     std::unique_ptr<Ui::Form5> m_ui;
     MessageBoxes& m_boxes;
     ChooserModel m_model;
-    QTimer m_timer1;
-    bool m_busy = false; ///< long work is under way: the window cannot be closed
+    QTimer m_timer1{this};
+    bool m_busy = false; ///< long work is under way: who closes the window leaves when its present step has ended
+    bool m_abandoned = false;
     bool m_left = false;
 };
 } // namespace corvane

@@ -41,8 +41,7 @@ void BuilderWindow::Prepare()
 {
     if (const Result<void> prepared = m_driver->Prepare([this](std::string_view status) { SetStatus(status); });
         !prepared) {
-        FailWith("Error - while preparing the database:  " + BoxText(prepared.error()) +
-                 "  . The program will shutdown.");
+        FailPreparation(prepared.error());
         return;
     }
     m_ui->ProgressBar1->setRange(0, static_cast<int>(m_driver->BglFileCount()) + 1);
@@ -89,7 +88,7 @@ void BuilderWindow::Finish()
     const Result<SettingsRecord> settings = m_driver->Finish();
     if (!settings) {
         FailWith("Error - while writing the database:  " + BoxText(settings.error()) +
-                 "  . The program will shutdown.");
+                 "  . Make room for it and start again. The program will shutdown.");
         return;
     }
     m_state.Settings = *settings;
@@ -103,6 +102,14 @@ void BuilderWindow::Finish()
     m_over = true;
     hide();
     emit Finished();
+}
+
+void BuilderWindow::FailPreparation(const Error& error)
+{
+    m_boxes.Warn(BoxText(error) + ". Please select your Flight Simulator's main path again.");
+    m_driver->Abandon();
+    m_over = true;
+    emit SetUpAgainRequested();
 }
 
 void BuilderWindow::FailWith(const std::string& text)
@@ -126,6 +133,8 @@ void BuilderWindow::closeEvent(QCloseEvent* event)
             m_readAllAirports.start();
         return;
     }
+    if (m_over) // the preparation failed behind the question
+        return;
     m_driver->Abandon();
     m_over = true;
     emit Ended();

@@ -27,6 +27,8 @@ public:
 signals:
     /// The database is complete; the area chooser is next.
     void Finished();
+    /// The simulator's folder no longer holds what the build needs; nothing is left, and it must be chosen again.
+    void SetUpAgainRequested();
     /// The build failed or was given up; nothing incomplete is left, and the program ends.
     void Ended();
 
@@ -38,6 +40,7 @@ private:
     void StartScan();
     void ScanOneFile();
     void Finish();
+    void FailPreparation(const Error& error);
     void FailWith(const std::string& text);
     void SetStatus(std::string_view status);
     void ShowTimeLeft(std::int64_t done);
@@ -46,8 +49,8 @@ private:
     AppState& m_state;
     MessageBoxes& m_boxes;
     std::unique_ptr<BuildDriver> m_driver;
-    QTimer m_readSceneriesPaths;
-    QTimer m_readAllAirports;
+    QTimer m_readSceneriesPaths{this};
+    QTimer m_readAllAirports{this};
     QElapsedTimer m_scanning;
     bool m_over = false;
 };

@@ -40,6 +40,6 @@ private:
     const PlayerTable& m_players;
     MessageBoxes& m_boxes;
     ChatLog m_log;
-    QTimer m_timer1;
+    QTimer m_timer1{this};
 };
 } // namespace corvane

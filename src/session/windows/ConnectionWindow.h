@@ -46,7 +46,7 @@ private:
 
     std::unique_ptr<Ui::Form2> m_ui;
     Connection m_connection;
-    QTimer m_timer1;
-    QTimer m_timer2;
+    QTimer m_timer1{this};
+    QTimer m_timer2{this};
 };
 } // namespace corvane
