@@ -45,8 +45,9 @@ int RunCommandLine(int argc, const char* const* argv, const Console& console)
     app.set_version_flag("--version", std::string("corvane-cli " CORVANE_VERSION));
     app.require_subcommand(1);
     CommandWork work;
-    for (const auto add : {AddBuildCommand, AddDumpCommand, AddAreaCommand, AddScopeCommand, AddCalcCommand,
-                           AddMessageCommand, AddDemoWorldCommand, AddImportCommand})
+    for (const auto add :
+         {AddBuildCommand, AddDumpCommand, AddAreaCommand, AddScopeCommand, AddCalcCommand, AddMessageCommand,
+          AddSessionsCommand, AddHostCommand, AddJoinCommand, AddDemoWorldCommand, AddImportCommand})
         add(app, console, work);
     try {
         app.parse(argc, argv);

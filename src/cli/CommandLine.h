@@ -9,6 +9,7 @@ struct Console {
     std::ostream& Out;
     std::ostream& Notices;
     bool NoticesOnTerminal = false; ///< a progress bar is drawn only on a terminal
+    int LiveInput = -1;             ///< descriptor of the input that is followed while it is written; below 0: none
 };
 
 /// Runs one corvane-cli command line. Returns the exit status: 0 done, 1 the work failed, 2 the arguments are wrong.

@@ -34,7 +34,10 @@ void AddBuildCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddCalcCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddDemoWorldCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddDumpCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddImportCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddMessageCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddScopeCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddSessionsCommand(CLI::App& app, const Console& console, CommandWork& work);
 } // namespace corvane

@@ -1,5 +1,6 @@
 #include "cli/AreaOptions.h"
 #include "cli/Commands.h"
+#include "cli/NumberList.h"
 #include "cli/RecordJson.h"
 #include "cli/ScopePng.h"
 #include "core/File.h"
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <ostream>
 
@@ -48,34 +48,6 @@ struct ScopePicture {
     static constexpr std::int32_t OwnId = 1; ///< the id by which a players file names the controller's own entry
 };
 } // namespace
-
-/// Numbers separated by a character; nothing unless there are exactly count of them.
-static std::optional<std::vector<double>> ParseNumbers(std::string_view text, char separator, std::size_t count)
-{
-    std::vector<double> numbers;
-    for (;;) {
-        const std::string_view part = text.substr(0, text.find(separator));
-        double number = 0;
-        const auto parsed = std::from_chars(part.data(), part.data() + part.size(), number);
-        if (parsed.ec != std::errc() || parsed.ptr != part.data() + part.size())
-            return std::nullopt;
-        numbers.push_back(number);
-        if (part.size() == text.size())
-            break;
-        text.remove_prefix(part.size() + 1);
-    }
-    if (numbers.size() != count)
-        return std::nullopt;
-    return numbers;
-}
-
-static CLI::Validator Numbers(char separator, std::size_t count, const char* form)
-{
-    return {[=](std::string& text) {
-                return ParseNumbers(text, separator, count) ? std::string() : "must have the form " + std::string(form);
-            },
-            form};
-}
 
 /// WIDTHxHEIGHT in pixels, within what a picture may reasonably take.
 static CLI::Validator PictureSize()

@@ -6,5 +6,6 @@
 int main(int argc, char** argv)
 {
     std::ios::sync_with_stdio(false);
-    return corvane::RunCommandLine(argc, argv, {std::cin, std::cout, std::cerr, isatty(STDERR_FILENO) != 0});
+    return corvane::RunCommandLine(argc, argv,
+                                   {std::cin, std::cout, std::cerr, isatty(STDERR_FILENO) != 0, STDIN_FILENO});
 }

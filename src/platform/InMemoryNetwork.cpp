@@ -151,7 +151,7 @@ std::optional<Error> InMemoryPeer::InSession(const char* operation, std::string_
 {
     if (auto refusal = InSession(operation))
         return refusal;
-    if (m_session->InstanceGuid() != sessionGuid)
+    if (!sessionGuid.empty() && m_session->InstanceGuid() != sessionGuid)
         return Fail(operation, "the open session is not " + std::string(sessionGuid));
     return std::nullopt;
 }

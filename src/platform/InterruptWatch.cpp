@@ -1,15 +1,20 @@
 #include "platform/InterruptWatch.h"
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <ctime>
 
 namespace corvane {
+/// With SIGPIPE nobody reads the output any more: the write fails, and the work can end in order.
+static constexpr std::array Watched{SIGINT, SIGTERM, SIGPIPE};
+
 static sigset_t WatchedSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
+    for (const int signal : Watched)
+        sigaddset(&signals, signal);
     return signals;
 }
 
@@ -32,6 +37,8 @@ InterruptWatch::~InterruptWatch()
 bool InterruptWatch::Interrupted() const noexcept
 {
     sigset_t pending;
-    return sigpending(&pending) == 0 && (sigismember(&pending, SIGINT) == 1 || sigismember(&pending, SIGTERM) == 1);
+    if (sigpending(&pending) != 0)
+        return false;
+    return std::ranges::any_of(Watched, [&pending](int signal) { return sigismember(&pending, signal) == 1; });
 }
 } // namespace corvane

@@ -64,7 +64,8 @@ struct ReceivedMessage {
 /// A member's end of a multiplayer session: the operations of the session protocol under its documented names.
 ///
 /// All calls are synchronous and made on one thread. Any of them may fail (the session is gone, the connection was
-/// cancelled); the Error's What names the operation. Destroying the object leaves whatever session it is in.
+/// cancelled); the Error's What names the operation. An empty session GUID means the session that is open. Destroying
+/// the object leaves whatever session it is in.
 class SessionPeer {
 public:
     virtual ~SessionPeer() = default;

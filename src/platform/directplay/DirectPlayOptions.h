@@ -3,6 +3,7 @@
 #include "platform/directplay/Protocol.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -13,8 +14,14 @@ struct DirectPlayOptions {
     std::uint16_t FirstPort = 2300; ///< the peer takes its own ports from this range
     std::uint16_t LastPort = 2400;
     std::string HostAddress; ///< name or address that sessions are looked for at; empty: broadcast
+    /// Asks the user for HostAddress, on the program's thread, when sessions are looked for and none is set; nothing
+    /// leaves the operation, which then fails.
+    std::function<std::optional<std::string>()> AskHostAddress;
     std::string BroadcastAddress = "255.255.255.255";
     std::string ApplicationGuid; ///< of sessions that this peer creates; empty: none
+    /// A session that others cannot look for, because the enumeration port is taken, is not created. Otherwise machines
+    /// that know it can still come in.
+    bool MustBeFound = false;
     directplay::PeerTimers Timers;
     directplay::Millis Reconnect{5000}; ///< a machine is gone when it cannot be reached for this long, twice
     directplay::Millis Linger{1000};    ///< Close() takes no longer

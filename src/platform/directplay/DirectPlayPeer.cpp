@@ -63,19 +63,28 @@ Result<void> DirectPlayPeer::InitializeConnection(std::string_view address)
     if (host.empty())
         host = m_options.HostAddress;
     m_hostIp.reset();
-    if (!host.empty()) {
-        const auto& waiting = m_options.WhileWaiting;
-        const auto ip = directplay::ResolveHost(host, m_options.Timers.Request, [&] { return !waiting || waiting(); });
-        if (!ip)
-            return Because(Operation, ip.error());
-        m_hostIp = *ip;
-    }
+    m_hostAsked = !host.empty() || !m_options.AskHostAddress;
+    if (auto found = FindHost(host, Operation); !found)
+        return found;
     if (m_network)
         return {};
     auto network = directplay::PeerNetwork::Start(m_options);
     if (!network)
         return Because(Operation, network.error());
     m_network = std::move(*network);
+    return {};
+}
+
+/// Where to look for sessions; an empty host means everywhere.
+Result<void> DirectPlayPeer::FindHost(const std::string& host, const char* operation)
+{
+    if (host.empty())
+        return {};
+    const auto& waiting = m_options.WhileWaiting;
+    const auto ip = directplay::ResolveHost(host, m_options.Timers.Request, [&] { return !waiting || waiting(); });
+    if (!ip)
+        return Because(operation, ip.error());
+    m_hostIp = *ip;
     return {};
 }
 
@@ -129,6 +138,13 @@ Result<std::vector<SessionEntry>> DirectPlayPeer::GetDPEnumSessions(const Sessio
     const auto application = directplay::ParseGuid(data.ApplicationGuid);
     if (!data.ApplicationGuid.empty() && !application)
         return Fail(Operation, "\"" + data.ApplicationGuid + "\" is no application id");
+    if (!std::exchange(m_hostAsked, true)) {
+        const auto host = m_options.AskHostAddress();
+        if (!host)
+            return Fail(Operation, "was left");
+        if (auto known = FindHost(*host, Operation); !known)
+            return known.error();
+    }
     directplay::EnumerateRequest request;
     request.Application = application.value_or(directplay::Guid{});
     request.Flags = flags;
@@ -171,7 +187,13 @@ Result<void> DirectPlayPeer::Open(const SessionEntry& session, std::uint32_t fla
         directplay::HostRequest request = ToHostRequest(session);
         request.Application = directplay::ParseGuid(m_options.ApplicationGuid).value_or(directplay::Guid{});
         const auto done = Request(Operation, [&](PeerMachine& machine, Millis now) { machine.Host(request, now); });
-        return done ? Result<void>() : done.error();
+        if (!done)
+            return done.error();
+        const auto address = EnumerationAddress();
+        if (address || !m_options.MustBeFound)
+            return {};
+        m_network->Leave();
+        return Because(Operation, address.error());
     }
     const auto instance = directplay::ParseGuid(session.InstanceGuid);
     if (!instance)

@@ -31,7 +31,8 @@ public:
     /// Takes the peer's own ports, and finds the host's address when one is to be asked.
     Result<void> InitializeConnection(std::string_view address) override;
     Result<SessionData> CreateSessionData() override;
-    /// timeoutMs 0: the protocol's time. The call takes that long.
+    /// timeoutMs 0: the protocol's time, or until a host that is asked by its address has answered. Otherwise the call
+    /// takes that long. The first call asks for the host's address where the options say how.
     Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
                                                         std::uint32_t flags) override;
     Result<void> Open(const SessionEntry& session, std::uint32_t flags) override;
@@ -70,11 +71,13 @@ public:
 private:
     [[nodiscard]] Result<std::shared_ptr<const directplay::Roster>> RequireSession(const char* operation) const;
     Result<void> RequireNetwork(const char* operation) const;
+    Result<void> FindHost(const std::string& host, const char* operation);
     Result<directplay::WireId> Request(const char* operation, const directplay::PeerNetwork::Work& start);
 
     DirectPlayOptions m_options;
     std::unique_ptr<directplay::PeerNetwork> m_network;
     std::optional<std::uint32_t> m_hostIp; ///< to look for sessions at; none: broadcast
+    bool m_hostAsked = false;              ///< the user has said where to look
 };
 
 /// Makes peers with the options it holds; a change holds for peers made afterwards.

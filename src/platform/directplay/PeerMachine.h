@@ -72,7 +72,7 @@ struct EnumerateRequest {
     std::optional<std::u16string> Password;
     std::optional<SocketAddress> Host; ///< its enumeration address; none: broadcast
     SocketAddress Broadcast;
-    Millis Time{0}; ///< 0: the protocol's
+    Millis Time{0}; ///< 0: the protocol's, or until a host that is asked by its address has answered
 };
 
 struct HostRequest {
@@ -324,6 +324,7 @@ private:
     std::vector<Repeat> m_repeats;
     std::vector<FoundSession> m_found;
     std::optional<SocketAddress> m_enumerationStream;
+    bool m_endsWithAnswers = false; ///< the enumeration need not last its whole time
 
     Phase m_phase = Phase::Idle;
     std::string m_lossReason;

@@ -15,6 +15,7 @@ void PeerMachine::Enumerate(const EnumerateRequest& request, Millis now)
     const Bytes message =
         EncodeMessage(EnumSessions{request.Application, request.Password, flags}, m_config.StreamPort);
     const SocketAddress to = request.Host.value_or(request.Broadcast);
+    m_endsWithAnswers = request.Host && request.Time.count() <= 0;
     m_output.SendDatagram(to, message);
     // Datagrams get lost; a host that was asked twice is listed once.
     m_repeats = {{now + m_config.Timers.FirstRepeat, to, message}, {now + m_config.Timers.SecondRepeat, to, message}};
@@ -24,7 +25,7 @@ void PeerMachine::Enumerate(const EnumerateRequest& request, Millis now)
     }
 }
 
-bool PeerMachine::Handle(const Origin& origin, const EnumSessionsReply& message, Millis /*now*/)
+bool PeerMachine::Handle(const Origin& origin, const EnumSessionsReply& message, Millis now)
 {
     if (m_request.Kind != RequestKind::Enumerate || origin.StatedPort == 0)
         return Drop(DropReason::Stranger);
@@ -33,12 +34,15 @@ bool PeerMachine::Handle(const Origin& origin, const EnumSessionsReply& message,
     const FoundSession found{message.Description, message.Name, host};
     const auto known = std::ranges::find_if(
         m_found, [&](const FoundSession& one) { return one.Description.Instance == message.Description.Instance; });
-    if (known != m_found.end())
+    const bool isNew = known == m_found.end();
+    if (!isNew)
         *known = found;
     else if (m_found.size() < MaxSessionsListed)
         m_found.push_back(found);
     else
         return Drop(DropReason::Flooding);
+    if (m_endsWithAnswers && isNew)
+        m_request.Deadline = std::min(m_request.Deadline, now + m_config.Timers.Settle);
     return false;
 }
 

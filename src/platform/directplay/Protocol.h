@@ -144,6 +144,7 @@ inline constexpr unsigned MaxAnswersPerSecond = 10; ///< to strangers, for each 
 /// Timers and the values that the wire does not fix. The defaults are the protocol's.
 struct PeerTimers {
     Millis Enumeration{5000};
+    Millis Settle{500}; ///< a host that was asked by its address has said all, once nothing new came for this long
     Millis FirstRepeat{1000};
     Millis SecondRepeat{2500};
     Millis Request{5000};

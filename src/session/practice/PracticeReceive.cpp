@@ -58,8 +58,6 @@ bool PracticeSession::HasRoom() const
 
 void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& message)
 {
-    if (&member == m_host && m_hostTap)
-        m_hostTap(message);
     const auto header = DecodeHeader(message.Content);
     if (!header || message.From == 0) // malformed, or the transport's own
         return;

@@ -2,7 +2,6 @@
 
 #include "session/practice/PracticeMember.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -57,9 +56,6 @@ public:
     /// The entry under which others find the session.
     [[nodiscard]] const SessionEntry& Entry() const noexcept { return m_entry; }
 
-    /// Called with every message that the hosting member receives, before it is answered.
-    void SetHostTap(std::function<void(const ReceivedMessage&)> tap) { m_hostTap = std::move(tap); }
-
 private:
     PracticeSession(SessionPeerFactory& factory, PracticeScene scene, const MagVarGrid& grid, PracticeOptions options);
 
@@ -108,7 +104,6 @@ private:
 
     std::vector<std::unique_ptr<PracticeMember>> m_members; ///< in order of joining
     PracticeMember* m_host = nullptr;
-    std::function<void(const ReceivedMessage&)> m_hostTap;
 
     std::optional<double> m_clockS; ///< lived up to here
     double m_hostingS = 0;          ///< since the present host took over

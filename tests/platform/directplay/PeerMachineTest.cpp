@@ -31,11 +31,39 @@ TEST(Enumeration, FindsASessionByBroadcastAndDirectly)
     EnumerateRequest directed;
     directed.Host = {session.Host().Ip, SimulatedEnumerationPort};
     asker.Machine.Enumerate(directed, session.Network.Now);
-    session.Network.Pass(Millis{4750});
-    EXPECT_THAT(asker.Machine.Found(), SizeIs(1));
     asker.Done.reset();
+    session.Network.Pass(Millis{450});
+    EXPECT_THAT(asker.Machine.Found(), SizeIs(1));
+    EXPECT_FALSE(asker.Done); // another session on that machine may still answer
     session.Network.Pass(Millis{250});
-    EXPECT_TRUE(asker.Done && *asker.Done); // at five seconds, no sooner
+    EXPECT_TRUE(asker.Done && *asker.Done);
+}
+
+TEST(Enumeration, TakesItsWholeTimeWhereMoreAnswersMayCome)
+{
+    SimulatedSession session;
+    auto& asker = session.Network.Add();
+    struct {
+        std::optional<SocketAddress> Host;
+        Millis Time;
+        Millis Expected;
+    } const cases[] = {
+        {{}, Millis{0}, Millis{5000}}, // everybody on the network is asked
+        {SocketAddress{session.Host().Ip, SimulatedEnumerationPort}, Millis{2000}, Millis{2000}},
+        {SocketAddress{0x7F000063, SimulatedEnumerationPort}, Millis{0}, Millis{5000}}, // nobody is there
+    };
+    for (const auto& wanted : cases) {
+        EnumerateRequest request;
+        request.Host = wanted.Host;
+        request.Broadcast = {0xFFFFFFFF, SimulatedEnumerationPort};
+        request.Time = wanted.Time;
+        asker.Done.reset();
+        asker.Machine.Enumerate(request, session.Network.Now);
+        session.Network.Pass(wanted.Expected - Millis{250});
+        EXPECT_FALSE(asker.Done);
+        session.Network.Pass(Millis{250});
+        EXPECT_TRUE(asker.Done && *asker.Done);
+    }
 }
 
 TEST(Enumeration, TakesRepliesOnTheConnectionThatAsked)

@@ -195,10 +195,7 @@ TEST_F(PracticeSessions, KeepTheHostForTheFirstHourByDefault)
 TEST_F(PracticeSessions, LiveOnAsPlayersOfOnePeer)
 {
     Create({.Pilots = 5, .HostName = "Instructor", .PeerForEach = false, .HostStaysS = -1});
-    int heard = 0;
-    Practice->SetHostTap([&heard](const ReceivedMessage& message) { heard += message.From != 0 ? 1 : 0; });
     Live(5);
-    EXPECT_GT(heard, 10);
     ASSERT_TRUE(Join());
     Live(65);
     EXPECT_EQ(Atc->Players.PlayerCount(), Practice->Members().size() + 1);

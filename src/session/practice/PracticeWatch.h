@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/MagVarGrid.h"
+#include "session/follow/FollowedPump.h"
+#include "session/practice/PracticeSession.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace corvane {
+/// Follows a practice session from its host's place, and tells its events as a member who joined it would. What the
+/// hosting member says itself is among them.
+///
+/// Whatever others send, malformed or not, only a lost transport ends it.
+class PracticeWatch final : public SessionPeerFactory {
+public:
+    PracticeWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, SessionEvents& events);
+
+    /// Makes the peers of the session to be watched, all players of which share one.
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    /// The session that was made with this factory begins to be followed, at a time on a clock that never goes back.
+    void Begin(const PracticeSession& session, std::int64_t nowMs);
+    /// Tells what has happened up to a time on that clock. An Error says how the session was lost.
+    Result<void> Tick(std::int64_t nowMs);
+
+    [[nodiscard]] const PlayerTable& Players() const noexcept { return m_players; }
+
+private:
+    struct Overheard;
+    class HostingPeer;
+    class WatchingPeer;
+
+    SessionPeerFactory& m_factory;
+    SessionEvents& m_events;
+    std::shared_ptr<Overheard> m_overheard;
+    SessionState m_session;
+    PlayerTable m_players;
+    FollowedPump m_pump;
+};
+} // namespace corvane
