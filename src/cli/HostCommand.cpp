@@ -62,6 +62,7 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     practice.MaxPlayers = options.MaxPlayers;
     practice.MigrateHost = !options.NoMigrate;
     practice.PeerForEach = false;
+    practice.ComeAndGo = false; // as many pilots as were asked for, under the names that scripts have seen
     practice.HostStaysS = -1;
     if (options.Pilots == 0)
         practice.HostName = "Host";

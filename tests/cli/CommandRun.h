@@ -14,7 +14,8 @@ struct CommandRun {
     std::string Notices;
 };
 
-inline CommandRun RunCli(std::vector<std::string> arguments, const std::string& input = {})
+/// liveInput  descriptor of the input that host and join follow
+inline CommandRun RunCli(const std::vector<std::string>& arguments, const std::string& input = {}, int liveInput = -1)
 {
     std::istringstream in(input);
     std::ostringstream out;
@@ -22,7 +23,7 @@ inline CommandRun RunCli(std::vector<std::string> arguments, const std::string& 
     std::vector<const char*> argv = {"corvane-cli"};
     for (const std::string& argument : arguments)
         argv.push_back(argument.c_str());
-    const int status = RunCommandLine(static_cast<int>(argv.size()), argv.data(), {in, out, notices, false});
+    const int status = RunCommandLine(static_cast<int>(argv.size()), argv.data(), {in, out, notices, false, liveInput});
     return {status, out.str(), notices.str()};
 }
 } // namespace corvane

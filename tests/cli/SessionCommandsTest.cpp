@@ -1,0 +1,166 @@
+#include "cli/RecordJson.h"
+#include "tests/cli/CommandRun.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <future>
+#include <unistd.h>
+
+namespace corvane {
+namespace {
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::SizeIs;
+
+std::vector<Json> Lines(const std::string& out)
+{
+    std::vector<Json> lines;
+    std::istringstream in(out);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(Json::parse(line));
+    return lines;
+}
+
+std::vector<Json> Events(const std::string& out, const std::string& event)
+{
+    auto lines = Lines(out);
+    std::erase_if(lines, [&event](const Json& line) { return line["event"] != event; });
+    return lines;
+}
+
+std::vector<std::string> Texts(const std::vector<Json>& events, const char* member)
+{
+    std::vector<std::string> texts;
+    for (const Json& event : events)
+        texts.push_back(event[member]);
+    return texts;
+}
+
+std::vector<std::string> PlayerNames(const std::vector<Json>& events)
+{
+    std::vector<std::string> names;
+    for (const Json& event : events)
+        names.push_back(event["Player"]["Name"]);
+    return names;
+}
+
+/// Machines of this test alone, whatever other tests run meanwhile: loopback addresses made from the process id.
+std::string Machine(int number)
+{
+    const auto id = static_cast<unsigned>(getpid());
+    return "127." + std::to_string(1 + id / 250 % 250) + "." + std::to_string(1 + id % 250) + "." +
+           std::to_string(number);
+}
+
+std::vector<std::string> Joined(int machine, std::vector<std::string> more)
+{
+    std::vector<std::string> arguments{"join", "--address", Machine(1), "--bind", Machine(machine)};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return arguments;
+}
+
+std::future<CommandRun> HostFor(const char* seconds, std::vector<std::string> more)
+{
+    std::vector<std::string> arguments{"host", "--bind", Machine(1), "--for", seconds};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    auto host = std::async(std::launch::async, [arguments] { return RunCli(arguments); });
+    for (int tries = 0; tries < 20; ++tries) // until it answers
+        if (!RunCli({"sessions", "--address", Machine(1), "--bind", Machine(9), "--timeout", "0.2"}).Out.empty())
+            break;
+    return host;
+}
+
+TEST(SessionCommands, FollowOneAnother)
+{
+    auto host = HostFor("8", {"--name", "Abend", "--pilots", "3", "--max-players", "6"});
+    const CommandRun listed = RunCli({"sessions", "--address", Machine(1), "--bind", Machine(9), "--timeout", "0.3"});
+    ASSERT_THAT(Lines(listed.Out), SizeIs(1));
+    const Json session = Lines(listed.Out).front();
+    EXPECT_EQ(session["Name"], "Abend");
+    EXPECT_EQ(session["CurrentPlayers"], 3);
+    EXPECT_EQ(session["MaxPlayers"], 6);
+    EXPECT_EQ(session["Flags"], 68);
+
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    const std::string typed = "gr\xC3\xBC\xC3\x9F Gott\r\nsecond";
+    ASSERT_EQ(write(pipe[1], typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
+    close(pipe[1]); // the second line ends with the input
+    const CommandRun joined = RunCli(Joined(2, {"--nickname", "Tower", "--for", "5"}), {}, pipe[0]);
+    close(pipe[0]);
+    EXPECT_EQ(joined.Status, 0) << joined.Notices;
+    EXPECT_THAT(Texts(Events(joined.Out, "notice"), "Text"), testing::ElementsAre("Connected to FS session!"));
+    ASSERT_THAT(Events(joined.Out, "joined"), SizeIs(1));
+    EXPECT_EQ(Events(joined.Out, "joined")[0]["Session"], "Abend");
+    const auto own = Events(joined.Out, "joined")[0]["OwnPlayerId"];
+    EXPECT_EQ(Events(joined.Out, "player-added")[0]["Player"]["PlayerId"], own);
+    EXPECT_THAT(Events(joined.Out, "player-added"), SizeIs(4));
+    EXPECT_THAT(Events(joined.Out, "player-updated").size(), testing::Gt(5U));
+    const std::vector<std::string> said{"gr\xC3\xBC\xC3\x9F Gott", "second"};
+    EXPECT_EQ(Texts(Events(joined.Out, "chat"), "Text"), said);
+    EXPECT_THAT(Events(joined.Out, "disconnected"), SizeIs(1));
+
+    const CommandRun hosted = host.get();
+    EXPECT_EQ(hosted.Status, 0) << hosted.Notices;
+    EXPECT_EQ(Lines(hosted.Out).front()["address"], Machine(1));
+    EXPECT_EQ(Lines(hosted.Out).front()["port"], 47624);
+    EXPECT_EQ(Texts(Events(hosted.Out, "chat"), "Text"), said);
+    EXPECT_THAT(PlayerNames(Events(hosted.Out, "player-added")),
+                IsSupersetOf(PlayerNames(Events(joined.Out, "player-added"))));
+    EXPECT_EQ(PlayerNames(Events(hosted.Out, "player-removed")), std::vector<std::string>{"**Tower"});
+    EXPECT_EQ(Lines(hosted.Out).back()["event"], "disconnected");
+}
+
+TEST(SessionCommands, TellARefusalInTheProgramsWords)
+{
+    auto host = HostFor("9", {"--name", "Locked", "--pilots", "1", "--max-players", "2", "--password", "sesame"});
+    const CommandRun wrong = RunCli(Joined(2, {"--password", "open"}));
+    EXPECT_EQ(wrong.Status, 1);
+    EXPECT_THAT(Texts(Events(wrong.Out, "notice"), "Text"),
+                testing::ElementsAre("Failed to join game. Try to locate session again."));
+    EXPECT_EQ(Events(wrong.Out, "notice")[0]["Icon"], "warning");
+    EXPECT_THAT(wrong.Notices, HasSubstr("corvane-cli: join: "));
+    const CommandRun second = RunCli({"host", "--name", "Again", "--bind", Machine(1), "--for", "5"});
+    EXPECT_EQ(second.Status, 1);
+    EXPECT_THAT(second.Out, IsEmpty());
+    EXPECT_THAT(second.Notices, HasSubstr(Machine(1) + ":47624"));
+    EXPECT_EQ(host.get().Status, 0);
+}
+
+TEST(SessionCommands, EndWithStatusOneWhenTheSessionIsLost)
+{
+    auto host = HostFor("4", {"--name", "Short", "--pilots", "1", "--no-migrate"});
+    const CommandRun joined = RunCli(Joined(2, {}));
+    EXPECT_EQ(joined.Status, 1);
+    EXPECT_EQ(Lines(joined.Out).back()["event"], "disconnected");
+    EXPECT_THAT(Texts(Events(joined.Out, "notice"), "Text").back(), HasSubstr("closes multiplayer session."));
+    EXPECT_EQ(host.get().Status, 0);
+}
+
+TEST(SessionCommands, RefuseWrongArguments)
+{
+    const std::vector<std::string> wrong[] = {
+        {"host"}, // nameless
+        {"host", "--name", "A", "--port", "0"},
+        {"host", "--name", "A", "--port", "65536"},
+        {"host", "--name", "A", "--ports", "2300"},
+        {"host", "--name", "A", "--ports", "2400-2300"},
+        {"host", "--name", "A", "--ports", "0-70000"},
+        {"host", "--name", "A", "--bind", "nowhere"},
+        {"host", "--name", "A", "--max-players", "0"},
+        {"host", "--name", "A", "--pilots", "-1"},
+        {"host", "--name", "A", "--around", "91,0"},
+        {"host", "--name", "A", "--around", "47"},
+        {"host", "--name", "A", "--for", "-1"},
+        {"join", "--broadcast", "x"},
+        {"sessions", "--timeout", "0"},
+        {"sessions", "--timeout", "soon"},
+    };
+    for (const auto& arguments : wrong)
+        EXPECT_EQ(RunCli(arguments).Status, 2) << arguments.back();
+}
+} // namespace
+} // namespace corvane
