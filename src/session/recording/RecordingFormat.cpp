@@ -27,9 +27,8 @@ Bytes EncodeRecordingHead(const RecordingHead& head)
     fields.WriteI32(head.OwnPlayerId);
     fields.WriteText16(Shortened(head.OwnName));
 
-    Bytes out;
+    Bytes out(RecordingMagic.begin(), RecordingMagic.end());
     ByteWriter writer(out);
-    writer.WriteText(RecordingMagic);
     writer.WriteU16(RecordingVersion);
     writer.WriteU16(static_cast<std::uint16_t>(description.size())); // three short texts: far below the limit
     writer.WriteBytes(description);
