@@ -4,7 +4,8 @@
 add_library(corvane_options INTERFACE)
 target_include_directories(corvane_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
 target_compile_options(corvane_options INTERFACE
-  -Wall -Wextra -Wconversion -Wshadow -Werror -ffp-contract=off -fno-math-errno)
+  -Wall -Wextra -Wconversion -Wshadow -Werror -ffp-contract=off -fno-math-errno
+  "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=") # no program names the folder that it was built in
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 takes additions of short strings for overlapping copies in optimised builds.
   target_compile_options(corvane_options INTERFACE -Wno-restrict)

@@ -12,6 +12,7 @@
 #include "core/NumberText.h"
 #include "core/PathLookup.h"
 #include "core/Rounding.h"
+#include "platform/os/Folders.h"
 
 #include <algorithm>
 #include <array>
@@ -351,7 +352,7 @@ static void LimitAirports(WorldData& world, std::size_t limit)
 
 fs::path DefaultDataFolder()
 {
-    return CORVANE_DATA_FOLDER;
+    return SharedFolder("corvane");
 }
 
 Result<DemoWorldCounts> WriteDemoWorld(const DemoWorldOptions& options, const WorldProgressCallback& progress)

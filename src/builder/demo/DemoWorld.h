@@ -30,7 +30,7 @@ struct DemoWorldCounts {
     bool operator==(const DemoWorldCounts&) const = default;
 };
 
-/// Where the project's own tables lie: the source tree that the program was built from.
+/// Where the project's own tables lie: in the folder share/corvane that belongs to the program.
 std::filesystem::path DefaultDataFolder();
 
 /// Writes a demonstration world: OutDir/fs2002, a simulator folder with scenery.cfg, magdec.bgl and some hundred
