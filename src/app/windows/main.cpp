@@ -1,6 +1,7 @@
 #include "app/AppState.h"
 #include "app/PracticeHost.h"
 #include "app/StartupChecks.h"
+#include "app/UserFolders.h"
 #include "app/windows/Program.h"
 #include "app/windows/ScriptedStart.h"
 #include "core/Text.h"
@@ -9,6 +10,7 @@
 #include "platform/CompositePeerFactory.h"
 #include "platform/InMemoryNetwork.h"
 #include "platform/RecordedSessionProvider.h"
+#include "platform/os/Folders.h"
 #include "session/recording/PlaybackClock.h"
 #include "session/recording/RecordingPeer.h"
 #include "session/recording/SessionRecorder.h"
@@ -19,7 +21,22 @@
 #include <QDateTime>
 #include <QDir>
 
+#include <cstdlib>
+#include <iostream>
+
 using namespace corvane;
+
+/// The folder of the settings and the database; ends the program where it cannot be made.
+static std::filesystem::path OwnFolder(bool demonstration)
+{
+    const std::filesystem::path folder = UserDataFolder("corvane");
+    const auto prepared =
+        demonstration && !folder.empty() ? PrepareDemonstration(folder / "demo") : PrepareUserFolder(folder);
+    if (prepared)
+        return *prepared;
+    std::cerr << "corvane: " << prepared.error().Text() << '\n';
+    std::exit(1);
+}
 
 static ScriptedStart ReadArguments(const QApplication& application, AppState& state)
 {
@@ -40,15 +57,28 @@ static ScriptedStart ReadArguments(const QApplication& application, AppState& st
                                         "FILE");
     const QCommandLineOption firstStart("first-start", "Deletes the settings and database files first: the program "
                                                        "begins as on its first day.");
-    parser.addOptions({appFolder, airport, practice, screenshot, firstStart});
+    const QCommandLineOption userFolder("user-folder",
+                                        "Takes the user's own folder for --app-folder, and makes it where "
+                                        "needed.");
+    const QCommandLineOption demo("demo",
+                                  "Opens the demonstration world, which it makes in the user's own folder, with "
+                                  "practice traffic.");
+    parser.addOptions({appFolder, airport, practice, screenshot, firstStart, userFolder, demo});
     parser.process(application);
 
     state.AppFolder = AppFolderFromText(ToText(parser.value(appFolder)));
+    if (parser.isSet(userFolder) || parser.isSet(demo))
+        state.AppFolder = OwnFolder(parser.isSet(demo));
     ScriptedStart script;
     script.Airport = ToUpper(ToText(parser.value(airport)));
     script.Practice = parser.isSet(practice);
     script.Screenshot = parser.value(screenshot);
     script.FirstStart = parser.isSet(firstStart);
+    if (parser.isSet(demo)) {
+        script.Practice = true;
+        if (script.Airport.empty())
+            script.Airport = "KSEA";
+    }
     return script;
 }
 

@@ -1,0 +1,51 @@
+#include "app/UserFolders.h"
+
+#include "builder/BuildDriver.h"
+#include "builder/demo/DemoWorld.h"
+#include "core/File.h"
+#include "core/PathLookup.h"
+#include "core/Settings.h"
+
+#include <memory>
+#include <system_error>
+
+namespace corvane {
+static Result<SettingsRecord> BuildAll(BuildDriver& driver)
+{
+    if (const Result<void> prepared = driver.Prepare(); !prepared)
+        return prepared.error();
+    for (;;) {
+        const Result<BuildProgress> progress = driver.ScanNext();
+        if (!progress)
+            return progress.error();
+        if (progress->Done)
+            return driver.Finish();
+    }
+}
+
+Result<std::filesystem::path> PrepareUserFolder(const std::filesystem::path& folder)
+{
+    if (folder.empty())
+        return Fail("user's folder", "the system names none");
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error)
+        return Fail(FullName(folder), error.message());
+    return folder;
+}
+
+Result<std::filesystem::path> PrepareDemonstration(const std::filesystem::path& folder)
+{
+    Result<std::filesystem::path> prepared = PrepareUserFolder(folder);
+    if (!prepared || FileExists(folder / SettingsFileName))
+        return prepared;
+    if (const auto written = WriteDemoWorld({folder, DefaultDataFolder(), 0}); !written)
+        return written.error();
+    const auto driver = std::make_unique<BuildDriver>(folder, TextFromPath(folder / "fs2002"), Fs2002Version);
+    const Result<SettingsRecord> built = BuildAll(*driver);
+    if (built)
+        return folder;
+    driver->Abandon();
+    return built.error();
+}
+} // namespace corvane
