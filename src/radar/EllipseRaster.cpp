@@ -96,8 +96,9 @@ namespace {
 /// inclined by 45 degrees.
 template <class Sector> class OutlineWalk {
 public:
-    OutlineWalk(PixelImage& image, const DrawState& state, const EllipseShape& shape, const Sector& sector) noexcept
-        : m_image(image), m_pen(image, state), m_shape(shape), m_sector(sector)
+    OutlineWalk(PixelImage& image, const DrawState& state, const EllipseShape& shape, const Sector& sector,
+                double scale) noexcept
+        : m_image(image), m_pen(image, state, scale), m_shape(shape), m_sector(sector)
     {
         const double diagonal = std::hypot(shape.RadiusX, shape.RadiusY);
         m_flat = shape.RadiusX * (shape.RadiusX / diagonal);
@@ -164,20 +165,21 @@ static void FillEllipse(PixelImage& image, const EllipseShape& shape, Color colo
     }
 }
 
-void RasterEllipse(PixelImage& image, const DrawState& state, ScopePoint corner1, ScopePoint corner2) noexcept
+void RasterEllipse(PixelImage& image, const DrawState& state, ScopePoint corner1, ScopePoint corner2,
+                   double scale) noexcept
 {
     if (corner1.X == corner2.X || corner1.Y == corner2.Y) {
-        RasterLine(image, state, corner1, corner2);
+        RasterLine(image, state, corner1, corner2, scale);
         return;
     }
     const EllipseShape shape = Inscribed(corner1, corner2);
     if (state.FillSolid)
         FillEllipse(image, shape, state.FillColor);
-    OutlineWalk(image, state, shape, WholeTurn{}).Draw();
+    OutlineWalk(image, state, shape, WholeTurn{}, scale).Draw();
 }
 
 void RasterArc(PixelImage& image, const DrawState& state, ScopePoint corner1, ScopePoint corner2, ScopePoint start,
-               ScopePoint end) noexcept
+               ScopePoint end, double scale) noexcept
 {
     if (corner1.X == corner2.X || corner1.Y == corner2.Y)
         return;
@@ -186,6 +188,6 @@ void RasterArc(PixelImage& image, const DrawState& state, ScopePoint corner1, Sc
         return Direction{through.X - shape.CenterX, shape.CenterY - through.Y};
     };
     const RadialSector sector(radial(start), radial(end));
-    OutlineWalk(image, state, shape, sector).Draw();
+    OutlineWalk(image, state, shape, sector, scale).Draw();
 }
 } // namespace corvane

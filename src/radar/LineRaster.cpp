@@ -84,9 +84,9 @@ template <bool Steep> static void DrawSteps(PixelPen& pen, const SteppedLine& li
     }
 }
 
-void RasterLine(PixelImage& image, const DrawState& state, ScopePoint from, ScopePoint to) noexcept
+void RasterLine(PixelImage& image, const DrawState& state, ScopePoint from, ScopePoint to, double scale) noexcept
 {
-    PixelPen pen(image, state);
+    PixelPen pen(image, state, scale);
     const std::int64_t dx = std::int64_t{to.X} - from.X;
     const std::int64_t dy = std::int64_t{to.Y} - from.Y;
     if (std::abs(dx) >= std::abs(dy)) {

@@ -3,26 +3,36 @@
 #include "radar/EllipseRaster.h"
 #include "radar/LineRaster.h"
 
+#include <cmath>
+
 namespace corvane {
+ScopePoint PaintedSurface::OnImage(ScopePoint at) const noexcept
+{
+    if (m_scale == 1)
+        return at;
+    return {RoundTo<std::int32_t>(std::floor((at.X + 0.5) * m_scale)),
+            RoundTo<std::int32_t>(std::floor((at.Y + 0.5) * m_scale))};
+}
+
 void PaintedSurface::Line(ScopePoint from, ScopePoint to)
 {
-    RasterLine(m_image, State, from, to);
+    RasterLine(m_image, State, OnImage(from), OnImage(to), m_scale);
 }
 
 void PaintedSurface::Ellipse(ScopePoint corner1, ScopePoint corner2)
 {
-    RasterEllipse(m_image, State, corner1, corner2);
+    RasterEllipse(m_image, State, OnImage(corner1), OnImage(corner2), m_scale);
 }
 
 void PaintedSurface::Arc(ScopePoint corner1, ScopePoint corner2, ScopePoint start, ScopePoint end)
 {
-    RasterArc(m_image, State, corner1, corner2, start, end);
+    RasterArc(m_image, State, OnImage(corner1), OnImage(corner2), OnImage(start), OnImage(end), m_scale);
 }
 
 void PaintedSurface::SetPixel(ScopePoint at, Color color)
 {
-    if (at.X >= 0 && at.X < m_image.Width() && at.Y >= 0 && at.Y < m_image.Height())
-        m_image.Row(at.Y)[at.X] = PixelImage::PixelOf(color);
+    const DrawState pen{color};
+    RasterLine(m_image, pen, OnImage(at), OnImage(at), m_scale);
 }
 
 /// All four bytes of a pixel times part / 255, rounded, two bytes at a time.
@@ -54,8 +64,9 @@ void PaintedSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left
     }
 }
 
-void PaintedSurface::TextOut(ScopePoint topLeft, std::string_view text)
+void PaintedSurface::TextOut(ScopePoint at, std::string_view text)
 {
+    const ScopePoint topLeft = {RoundTo<std::int32_t>(at.X * m_scale), RoundTo<std::int32_t>(at.Y * m_scale)};
     std::int64_t pen = topLeft.X;
     const std::int64_t tallest = 4 * std::int64_t{m_font.LineHeight}; // accents may rise above the line
     if (topLeft.Y >= m_image.Height() + tallest || topLeft.Y <= -tallest)

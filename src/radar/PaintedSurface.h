@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Rounding.h"
 #include "radar/PixelImage.h"
 #include "radar/ScopeFont.h"
 #include "radar/Surface.h"
@@ -7,21 +8,35 @@
 namespace corvane {
 /// A surface of pixels: sharp lines of whole pixels as on a radar screen, no allocation, and no pixel off the image,
 /// however far out the coordinates lie. Image and font are borrowed; the image may be resized between drawings.
+///
+/// On a dense screen one pixel of the surface is several of the image, or one and a half: everything is drawn so many
+/// times as large, and as sharp as the image allows. The font must be of that size too.
 class PaintedSurface final : public Surface {
 public:
-    PaintedSurface(PixelImage& image, const ScopeFont& font) noexcept : m_image(image), m_font(font) {}
+    PaintedSurface(PixelImage& image, const ScopeFont& font, double scale = 1) noexcept
+        : m_image(image), m_font(font), m_scale(scale)
+    {
+    }
+    /// Pixels of the image to one of the surface, 1 or more.
+    void SetScale(double scale) noexcept { m_scale = scale; }
 
     void Line(ScopePoint from, ScopePoint to) override;
     void Ellipse(ScopePoint corner1, ScopePoint corner2) override;
     void Arc(ScopePoint corner1, ScopePoint corner2, ScopePoint start, ScopePoint end) override;
     void SetPixel(ScopePoint at, Color color) override;
     void TextOut(ScopePoint topLeft, std::string_view text) override;
-    [[nodiscard]] std::int32_t TextHeight() const override { return m_font.LineHeight; }
+    [[nodiscard]] std::int32_t TextHeight() const override
+    {
+        return RoundTo<std::int32_t>(m_font.LineHeight / m_scale);
+    }
 
 private:
+    /// The image's pixel in the middle of one of the surface.
+    [[nodiscard]] ScopePoint OnImage(ScopePoint at) const noexcept;
     void BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left, std::int64_t top);
 
     PixelImage& m_image;
     const ScopeFont& m_font;
+    double m_scale;
 };
 } // namespace corvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Rounding.h"
 #include "radar/PixelImage.h"
 #include "radar/Surface.h"
 
@@ -8,15 +9,18 @@
 namespace corvane {
 /// Puts the pixels of an outline on an image: one pixel a step, or a round stamp for wider pens. Places off the image
 /// are left out. Dashes are 18 pixels with gaps of 6, dots 3 with gaps of 3; only pens of width 1 break their lines.
+/// Widths and dashes are so many times as large as the scale says.
 class PixelPen {
 public:
-    PixelPen(PixelImage& image, const DrawState& state) noexcept
-        : m_image(image), m_pixel(PixelImage::PixelOf(state.PenColor)), m_width(std::max(state.PenWidth, 1))
+    PixelPen(PixelImage& image, const DrawState& state, double scale) noexcept
+        : m_image(image),
+          m_pixel(PixelImage::PixelOf(state.PenColor)),
+          m_width(std::max(RoundTo<std::int32_t>(state.PenWidth * scale), 1))
     {
-        if (m_width > 1 || state.Style == PenStyle::Solid)
+        if (state.PenWidth > 1 || state.Style == PenStyle::Solid)
             return;
-        m_dash = state.Style == PenStyle::Dash ? 18 : 3;
-        m_period = state.Style == PenStyle::Dash ? 24 : 6;
+        m_dash = RoundTo<std::int32_t>((state.Style == PenStyle::Dash ? 18 : 3) * scale);
+        m_period = RoundTo<std::int32_t>((state.Style == PenStyle::Dash ? 24 : 6) * scale);
     }
 
     /// How far outside the image a place may lie and still touch it.

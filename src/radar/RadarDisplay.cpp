@@ -23,6 +23,12 @@ void RadarDisplay::Resize(std::int32_t widthPx, std::int32_t heightPx)
     RedrawAll();
 }
 
+void RadarDisplay::SetScale(double scale)
+{
+    m_painter.SetScale(scale);
+    MapIsStale();
+}
+
 void RadarDisplay::ZoomIn()
 {
     corvane::ZoomIn(m_view);

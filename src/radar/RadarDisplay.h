@@ -32,6 +32,8 @@ public:
     void Load(std::int32_t widthPx, std::int32_t heightPx);
     /// Keeps the rectangle of degrees and stretches it to the new size.
     void Resize(std::int32_t widthPx, std::int32_t heightPx);
+    /// The screen has so many pixels to one of the scope, 1 or more; the font's size must follow.
+    void SetScale(double scale);
     void ZoomIn();
     void ZoomOut();
     void Recenter(double lon, double lat);

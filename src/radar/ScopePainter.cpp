@@ -1,13 +1,16 @@
 #include "radar/ScopePainter.h"
 
+#include "core/Rounding.h"
 #include "radar/MapLayers.h"
 
 namespace corvane {
 void ScopePainter::DrawMap(const MapScene& scene)
 {
     const PixelImage& picture = m_scope.Image();
-    if (picture.Width() != scene.View.ScopeWidthPx || picture.Height() != scene.View.ScopeHeightPx)
-        m_scope.Resize(scene.View.ScopeWidthPx, scene.View.ScopeHeightPx);
+    const auto width = RoundTo<std::int32_t>(scene.View.ScopeWidthPx * m_scale);
+    const auto height = RoundTo<std::int32_t>(scene.View.ScopeHeightPx * m_scale);
+    if (picture.Width() != width || picture.Height() != height)
+        m_scope.Resize(width, height);
     m_scope.SetPicture(nullptr);
     m_surface.RestoreDefaults();
     DrawMapLayers(m_surface, scene);

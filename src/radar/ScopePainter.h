@@ -12,10 +12,16 @@ class ScopePainter {
 public:
     /// The font is borrowed.
     explicit ScopePainter(const ScopeFont& font) noexcept : m_surface(m_scope.Image(), font) {}
+    /// Pixels of the picture to one of the scope, 1 or more; the next DrawMap follows it.
+    void SetScale(double scale) noexcept
+    {
+        m_scale = scale;
+        m_surface.SetScale(scale);
+    }
     ScopePainter(const ScopePainter&) = delete; // the surface draws on this object's own picture
     ScopePainter& operator=(const ScopePainter&) = delete;
 
-    /// Clears the scope to the size of the scene's view, draws the map layers and takes their snapshot.
+    /// Clears the scope to the size of the scene's view times the scale, draws the map layers and takes their snapshot.
     void DrawMap(const MapScene& scene);
     /// Takes everything off the scope but the map.
     void RestoreMap() noexcept { m_scope.SetPicture(&m_map); }
@@ -28,5 +34,6 @@ private:
     PictureBox m_scope;
     PixelImage m_map; ///< the snapshot: map layers without targets
     PaintedSurface m_surface;
+    double m_scale = 1;
 };
 } // namespace corvane

@@ -78,6 +78,16 @@ TEST_F(PaintedScope, TargetsComeAndGoOverTheMap)
     EXPECT_EQ(painter.Picture(), PixelImage(120, 90));
 }
 
+TEST_F(PaintedScope, HasTheScreensPixels)
+{
+    ScopePainter painter(Font);
+    painter.SetScale(1.5);
+    painter.DrawMap(Scene());
+    EXPECT_EQ(painter.Picture().Width(), 450);
+    EXPECT_EQ(painter.Picture().Height(), 300);
+    EXPECT_EQ(painter.Picture().At(225, 150), PixelImage::PixelOf({0, 0, 255})) << "the station in the middle";
+}
+
 TEST_F(PaintedScope, ReplayPaintsTheSamePicture)
 {
     ScopePainter painter(Font);

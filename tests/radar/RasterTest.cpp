@@ -1,5 +1,6 @@
 #include "radar/EllipseRaster.h"
 #include "radar/LineRaster.h"
+#include "radar/PaintedSurface.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -70,6 +71,22 @@ TEST(RasterLine, DashesAndDotsCountPixelsFromItsStart)
     const std::string dash = std::string(18, '#') + "......";
     EXPECT_EQ(Rows(image)[0], dash + dash + std::string(12, '#'));
     EXPECT_EQ(Rows(image)[1], "...###...###" + std::string(48, '.'));
+}
+
+TEST(PaintedSurface, IsDrawnLargerOnADenseScreen)
+{
+    const ScopeFont noCharacters;
+    PixelImage image(24, 8);
+    PaintedSurface surface(image, noCharacters, 2);
+    surface.State.Style = PenStyle::Dot;
+    surface.Line({0, 0}, {11, 0}); // three pixels, three pixels' gap; each two by two now
+    surface.State.Style = PenStyle::Solid;
+    surface.Line({1, 2}, {3, 2});
+    surface.SetPixel({11, 3}, ScopeGreen);
+    const std::string dots = "#######.....#######.....";
+    EXPECT_THAT(Rows(image),
+                ElementsAre(dots, dots, std::string(24, '.'), std::string(24, '.'), "..######................",
+                            "..######................", "......................##", "......................##"));
 }
 
 TEST(RasterLine, ReachesAcrossTheWholeNumberRange)

@@ -33,8 +33,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
     ConnectControls();
-    const ScopePoint size = m_ui->Picture1->SizePx();
-    m_display.Load(size.X, size.Y);
+    m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
     m_ui->Picture1->SetDisplay(&m_display);
     UpdateScope();
     MakeTimer(m_timer1, "Timer1", PumpIntervalMs, &MainWindow::PumpTick);
@@ -64,9 +63,13 @@ void MainWindow::ConnectControls()
     connect(m_ui->Picture1, &ScopeWidget::LeftPressed, &m_timer2, &QTimer::stop);
     connect(m_ui->Picture1, &ScopeWidget::LeftReleased, &m_timer2, qOverload<>(&QTimer::start));
     connect(m_ui->Picture1, &ScopeWidget::Resized, this, [this] {
-        const ScopePoint size = m_ui->Picture1->SizePx();
-        m_display.Resize(size.X, size.Y);
+        m_display.Resize(m_ui->Picture1->width(), m_ui->Picture1->height());
         UpdateScope();
+    });
+    connect(m_ui->Picture1, &ScopeWidget::DensityChanged, this, [this] {
+        const double density = m_ui->Picture1->devicePixelRatioF();
+        m_font = MakeScopeFont(ScopeQFont(density));
+        m_display.SetScale(density);
     });
     connect(m_ui->load_all_db_files, &QAction::triggered, this, &MainWindow::ChooserRequested);
     connect(m_ui->create_new_db1, &QAction::triggered, this, &MainWindow::NewDatabaseRequested);
@@ -132,9 +135,9 @@ void MainWindow::ShowPanelLabel()
         return;
     label.adjustSize();
     const QRect scope = m_ui->Picture1->rect();
-    const QPoint at = m_ui->Picture1->WidgetPosition(m_display.PanelPosition());
-    label.move(std::clamp(at.x(), 0, std::max(scope.width() - label.width(), 0)),
-               std::clamp(at.y(), 0, std::max(scope.height() - label.height(), 0)));
+    const ScopePoint at = m_display.PanelPosition();
+    label.move(std::clamp(at.X, 0, std::max(scope.width() - label.width(), 0)),
+               std::clamp(at.Y, 0, std::max(scope.height() - label.height(), 0)));
     label.raise();
 }
 

@@ -189,6 +189,14 @@ static void PlaceRadar(QWidget& radar, QWidget& chat)
     chat.move(place.bottomRight() - QPoint(chat.width(), chat.height()));
 }
 
+/// A window that works in the radar's place: above its middle, clear of the chat.
+static void PlaceOver(const QWidget& radar, QWidget& window)
+{
+    constexpr int BelowTheMenus = 50;
+    window.adjustSize();
+    window.move(radar.x() + (radar.width() - window.width()) / 2, radar.y() + BelowTheMenus);
+}
+
 void Program::OpenRadar()
 {
     m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes);
@@ -212,6 +220,7 @@ void Program::ConnectRadarMenus()
     connect(m_main, &MainWindow::ChooserRequested, this, [this] {
         m_main->TakeOver();
         OpenChooser();
+        PlaceOver(*m_main, *m_chooser);
     });
     connect(m_main, &MainWindow::AboutRequested, this, [this] {
         auto window = std::make_unique<AboutWindow>();
@@ -245,6 +254,7 @@ void Program::OpenOverRadar(std::unique_ptr<QWidget> window)
     m_main->TakeOver();
     m_overRadar = window.release();
     m_overRadar->setWindowFlag(Qt::Dialog);
+    PlaceOver(*m_main, *m_overRadar);
     BringUp(*m_overRadar);
 }
 

@@ -3,6 +3,7 @@
 #include "app/StartupChecks.h"
 #include "app/UserFolders.h"
 #include "app/windows/Program.h"
+#include "app/windows/RadarEmblem.h"
 #include "app/windows/ScriptedStart.h"
 #include "core/Text.h"
 #include "core/windows/QtMessageBoxes.h"
@@ -87,6 +88,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName("Corvane");
     QApplication::setApplicationVersion(CORVANE_VERSION);
+    QApplication::setWindowIcon(RadarIcon());
     QApplication::setQuitOnLastWindowClosed(false); // windows follow one another; the flow says when it ends
 
     InMemoryNetwork network; // outlives the state, whose peer is on it

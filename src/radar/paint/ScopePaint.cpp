@@ -1,16 +1,17 @@
 #include "radar/paint/ScopePaint.h"
 
+#include "core/Rounding.h"
 #include "core/Text.h"
 
 #include <QFontMetrics>
 #include <QPainter>
 
 namespace corvane {
-QFont ScopeQFont()
+QFont ScopeQFont(double scale)
 {
     constexpr int PixelSize = 11; // 8 points at 96 dots per inch
     QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(PixelSize);
+    font.setPixelSize(RoundTo<std::int32_t>(PixelSize * scale));
     font.setStyleHint(QFont::SansSerif);
     font.setHintingPreference(QFont::PreferFullHinting);
     font.setKerning(false);

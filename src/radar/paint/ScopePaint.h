@@ -8,7 +8,8 @@
 
 namespace corvane {
 /// The scope's typeface: small, hinted, with characters at whole pixels, the same size on every display.
-QFont ScopeQFont();
+/// scale  of the screen: pixels to one of the scope
+QFont ScopeQFont(double scale = 1);
 
 /// Draws the characters of a font once. Needs a running QGuiApplication.
 ScopeFont MakeScopeFont(const QFont& font);

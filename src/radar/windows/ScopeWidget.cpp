@@ -23,21 +23,10 @@ void ScopeWidget::SetDisplay(RadarDisplay* display)
     update();
 }
 
-ScopePoint ScopeWidget::SizePx() const
+/// The widget's pixel under the pointer.
+static ScopePoint PixelAt(const QPointF& position)
 {
-    return {RoundTo<std::int32_t>(width() * devicePixelRatioF()),
-            RoundTo<std::int32_t>(height() * devicePixelRatioF())};
-}
-
-QPoint ScopeWidget::WidgetPosition(ScopePoint at) const
-{
-    return {RoundTo<std::int32_t>(at.X / devicePixelRatioF()), RoundTo<std::int32_t>(at.Y / devicePixelRatioF())};
-}
-
-ScopePoint ScopeWidget::PixelAt(const QPointF& position) const
-{
-    return {RoundTo<std::int32_t>(position.x() * devicePixelRatioF()),
-            RoundTo<std::int32_t>(position.y() * devicePixelRatioF())};
+    return {RoundTo<std::int32_t>(position.x()), RoundTo<std::int32_t>(position.y())};
 }
 
 void ScopeWidget::paintEvent(QPaintEvent* /*event*/)
@@ -46,6 +35,10 @@ void ScopeWidget::paintEvent(QPaintEvent* /*event*/)
     if (m_display == nullptr) {
         painter.fillRect(rect(), Qt::black);
         return;
+    }
+    if (m_density != devicePixelRatioF()) {
+        m_density = devicePixelRatioF();
+        emit DensityChanged();
     }
     m_display->Draw();
     QImage picture = BorrowAsQImage(m_display->Picture());

@@ -9,8 +9,8 @@ class QImage;
 namespace corvane {
 class RadarDisplay;
 
-/// The scope in a window: shows a radar display's picture pixel by pixel, whatever the density of the screen, and hands
-/// it the pointer. Before it has a display it is black.
+/// The scope in a window: shows a radar display's picture, which has the screen's own pixels however dense they are,
+/// and hands it the pointer in pixels of the widget. Before it has a display it is black.
 class ScopeWidget final : public QWidget {
     Q_OBJECT
 
@@ -19,10 +19,6 @@ public:
 
     /// Borrowed; null for none.
     void SetDisplay(RadarDisplay* display);
-    /// The widget's size in pixels of the screen.
-    [[nodiscard]] ScopePoint SizePx() const;
-    /// The place in the widget of a pixel of the scope.
-    [[nodiscard]] QPoint WidgetPosition(ScopePoint at) const;
 
 signals:
     void PointerMoved();
@@ -31,6 +27,8 @@ signals:
     /// The wheel turned: notches away from the user are positive.
     void WheelTurned(int notches);
     void Resized();
+    /// The widget has come to a screen of another density.
+    void DensityChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -41,9 +39,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    [[nodiscard]] ScopePoint PixelAt(const QPointF& position) const;
-
     RadarDisplay* m_display = nullptr;
+    double m_density = 1;
     int m_wheelDelta = 0; ///< turned so far towards the next notch
 };
 } // namespace corvane

@@ -20,7 +20,7 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { m_connection.LocateSession(); });
     connect(m_ui->Command2, &QPushButton::clicked, this, &ConnectionWindow::JoinClicked);
     connect(m_ui->Command3, &QPushButton::clicked, this, [this] { m_connection.Exit(); });
-    connect(m_ui->List1, &QListWidget::currentRowChanged, this, &ConnectionWindow::TypeChosen);
+    connect(m_ui->List1, &QListWidget::itemSelectionChanged, this, &ConnectionWindow::TypeChosen);
     connect(m_ui->List1, &QListWidget::itemActivated, m_ui->Command1, &QPushButton::click);
     connect(m_ui->List2, &QListWidget::itemActivated, m_ui->Command2, &QPushButton::click);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command2, &QPushButton::click);
@@ -29,17 +29,24 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
 
 ConnectionWindow::~ConnectionWindow() = default;
 
-void ConnectionWindow::TypeChosen(int row)
+/// The selected row. The current one will not do: a list makes its first row current when the keyboard comes to it.
+static std::optional<std::size_t> SelectedRow(const QListWidget& list)
 {
-    if (row >= 0)
-        m_connection.ConnectionTypeChosen(static_cast<std::size_t>(row));
+    const auto selected = list.selectedItems();
+    if (selected.isEmpty())
+        return std::nullopt;
+    return static_cast<std::size_t>(list.row(selected.front()));
+}
+
+void ConnectionWindow::TypeChosen()
+{
+    if (const auto row = SelectedRow(*m_ui->List1))
+        m_connection.ConnectionTypeChosen(*row);
 }
 
 void ConnectionWindow::JoinClicked()
 {
-    const int row = m_ui->List2->currentRow();
-    const auto selected = row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
-    m_connection.JoinSession(selected, ToText(m_ui->Text1->text()));
+    m_connection.JoinSession(SelectedRow(*m_ui->List2), ToText(m_ui->Text1->text()));
 }
 
 bool ConnectionWindow::JoinFirstSession(const QString& connectionName)

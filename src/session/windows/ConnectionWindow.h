@@ -41,7 +41,7 @@ private:
     void OpenRadar() override;
     void EndProgram() override;
 
-    void TypeChosen(int row);
+    void TypeChosen();
     void JoinClicked();
 
     std::unique_ptr<Ui::Form2> m_ui;

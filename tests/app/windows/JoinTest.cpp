@@ -41,6 +41,9 @@ TEST_F(JoinTest, WithoutSessionAndNicknameBothAreAskedFor)
     EXPECT_EQ(Status(), "Disconnected");
     Click(m_window, "Command1");
     EXPECT_EQ(m_shown.Last(), "Please select one type of connection.");
+    In<QListWidget>(m_window, "List1").setFocus(); // the keyboard comes to the list: nothing is chosen yet
+    Click(m_window, "Command1");
+    EXPECT_EQ(m_shown.Last(), "Please select one type of connection.");
     EXPECT_EQ(m_shown.Icons.back(), MessageIcon::Information);
 }
 

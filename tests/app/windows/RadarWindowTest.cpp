@@ -21,6 +21,8 @@ protected:
     {
         ProgramTest::SetUp();
         m_radar = StartInRadar();
+        m_radar->resize(1000, 700); // whatever the screen
+        QCoreApplication::processEvents();
         ASSERT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
         In<QTimer>(m_radar, "Timer1").stop(); // nobody moves any more
         for (PlayerRecord& player : m_state.Players.Players())
@@ -39,13 +41,18 @@ protected:
             return;
         }
     }
-    QRgb PixelAt(ScopePoint at) { return Picture(m_radar).pixel(at.X, at.Y); }
+    /// The colour of a pixel of the widget, which has several pixels on a dense screen.
+    static QRgb ColorAt(const QImage& picture, int x, int y)
+    {
+        return picture.pixel(qRound(x * picture.devicePixelRatio()), qRound(y * picture.devicePixelRatio()));
+    }
+    QRgb PixelAt(ScopePoint at) { return ColorAt(Picture(m_radar), at.X, at.Y); }
     bool ShowsIn(const QRect& part, QRgb color)
     {
         const QImage picture = Picture(m_radar);
         for (int y = part.top(); y <= part.bottom(); ++y)
             for (int x = part.left(); x <= part.right(); ++x)
-                if (picture.pixel(x, y) == color)
+                if (ColorAt(picture, x, y) == color)
                     return true;
         return false;
     }
@@ -80,7 +87,7 @@ TEST_F(RadarWindowTest, DraggingMeasures)
         const QImage picture = Picture(m_radar);
         int lit = 0;
         for (int step = 0; step <= to.x() - from.x(); ++step)
-            lit += step % 6 < 3 && picture.pixel(from.x() + step, from.y()) == Green ? 1 : 0;
+            lit += step % 6 < 3 && ColorAt(picture, from.x() + step, from.y()) == Green ? 1 : 0;
         return lit;
     };
     const QRect readout(360, 300, 200, 20);
