@@ -53,7 +53,7 @@ void AppendRecord(Bytes& out, const RecordView& record);
 /// A name as a record's payload and back.
 inline ByteSpan PayloadOf(std::string_view name) noexcept
 {
-    return ByteSpan(reinterpret_cast<const std::uint8_t*>(name.data()), name.size());
+    return {reinterpret_cast<const std::uint8_t*>(name.data()), name.size()};
 }
 inline std::string_view NameIn(ByteSpan payload) noexcept
 {
