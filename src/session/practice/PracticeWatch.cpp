@@ -128,14 +128,19 @@ Result<std::unique_ptr<SessionPeer>> PracticeWatch::DirectPlayCreate(std::string
 void PracticeWatch::Begin(const PracticeSession& session, std::int64_t nowMs)
 {
     const PracticeMember& host = *session.Host();
-    const MessageType announce = host.IsPilot() ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce;
-    m_session.SessionPeer = std::make_unique<WatchingPeer>(host.SharePeer(), m_overheard, announce);
-    m_session.SessionGuid = session.Entry().InstanceGuid;
-    m_session.SessionMaxPlayers = session.Entry().MaxPlayers;
-    m_session.OwnPlayerId = host.Id();
+    Begin({host.SharePeer(), host.Id(), host.Name(), host.IsPilot(), session.Entry()}, nowMs);
+}
+
+void PracticeWatch::Begin(const WatchedHost& host, std::int64_t nowMs)
+{
+    const MessageType announce = host.IsPilot ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce;
+    m_session.SessionPeer = std::make_unique<WatchingPeer>(host.Peer, m_overheard, announce);
+    m_session.SessionGuid = host.Session.InstanceGuid;
+    m_session.SessionMaxPlayers = host.Session.MaxPlayers;
+    m_session.OwnPlayerId = host.Id;
     m_session.SessionJoined = true;
-    m_events.Joined(host.Id(), session.Entry().Name);
-    m_players.Append(host.Name(), host.Id(), host.IsPilot() ? PilotRole : ObserverRole);
+    m_events.Joined(host.Id, host.Session.Name);
+    m_players.Append(host.Name, host.Id, host.IsPilot ? PilotRole : ObserverRole);
     m_events.PlayerAdded(m_players.Players().front());
     m_pump.Start(nowMs);
 }

@@ -6,10 +6,20 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 namespace corvane {
-/// Follows a practice session from its host's place, and tells its events as a member who joined it would. What the
-/// hosting member says itself is among them.
+/// The member that hosts a session, and the session.
+struct WatchedHost {
+    std::shared_ptr<SessionPeer> Peer;
+    PlayerId Id = 0;
+    std::string Name;
+    bool IsPilot = true; ///< or an observer
+    SessionEntry Session;
+};
+
+/// Follows a session that this program hosts, such as a practice session, from its host's place, and tells its events
+/// as a member who joined it would. What the hosting member says itself is among them.
 ///
 /// Whatever others send, malformed or not, only a lost transport ends it.
 class PracticeWatch final : public SessionPeerFactory {
@@ -20,6 +30,7 @@ public:
     Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
     /// The session that was made with this factory begins to be followed, at a time on a clock that never goes back.
     void Begin(const PracticeSession& session, std::int64_t nowMs);
+    void Begin(const WatchedHost& host, std::int64_t nowMs);
     /// Tells what has happened up to a time on that clock. An Error says how the session was lost.
     Result<void> Tick(std::int64_t nowMs);
 
