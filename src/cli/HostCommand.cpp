@@ -9,7 +9,10 @@
 #include "core/Text.h"
 #include "platform/directplay/DirectPlayPeer.h"
 #include "session/practice/PracticeWatch.h"
+#include "session/recording/ReplaySession.h"
 
+#include <functional>
+#include <ostream>
 #include <thread>
 
 namespace corvane {
@@ -19,13 +22,24 @@ struct HostOptions {
     DirectPlayOptions Network;
     std::string Name;
     std::string Password;
-    std::int32_t MaxPlayers = 8;
+    std::optional<std::int32_t> MaxPlayers;
     int Pilots = 5;
     std::string Around = "47.449,-122.309";
     std::uint64_t Seed = 1;
     std::optional<double> ForS;
     bool NoMigrate = false;
+    std::string Replay; ///< the recording whose members appear instead of simulated pilots
+    int Speed = 1;
 };
+
+/// A session that is being hosted, whatever its members do.
+struct Hosted {
+    WatchedHost Host;
+    std::function<Result<void>()> Advance;
+    std::function<void()> End;
+};
+/// Makes a session with the factory's peers; the clock goes on with the run.
+using MakeHosted = std::function<Result<Hosted>(SessionPeerFactory& factory, const MillisecondClock& now)>;
 } // namespace
 
 /// The airports and navaids around a place; without a database there are none, and the pilots fly from place to place.
@@ -51,6 +65,8 @@ static Result<PracticeScene> LoadScene(const HostOptions& options)
     return PracticeScene(area.AreaAirports, area.AreaVors, area.AreaNdbs, center);
 }
 
+static constexpr std::int32_t DefaultMaxPlayers = 8;
+
 static PracticeOptions ToPracticeOptions(const HostOptions& options)
 {
     PracticeOptions practice;
@@ -59,7 +75,7 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     practice.Observers = 0;
     practice.SessionName = Utf8ToWindows1252(options.Name);
     practice.Password = Utf8ToWindows1252(options.Password);
-    practice.MaxPlayers = options.MaxPlayers;
+    practice.MaxPlayers = options.MaxPlayers.value_or(DefaultMaxPlayers);
     practice.MigrateHost = !options.NoMigrate;
     practice.PeerForEach = false;
     practice.ComeAndGo = false; // as many pilots as were asked for, under the names that scripts have seen
@@ -69,11 +85,12 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     return practice;
 }
 
-static Result<void> Run(PracticeSession& practice, PracticeWatch& watch, const EndOfRun& end)
+static Result<void> Run(const Hosted& hosted, PracticeWatch& watch, const EndOfRun& end)
 {
     constexpr std::chrono::milliseconds Pause(10);
     while (!end.HasCome()) {
-        practice.Advance(static_cast<double>(end.ElapsedMs()) / 1000);
+        if (const Result<void> going = hosted.Advance(); !going)
+            return going;
         if (const Result<void> going = watch.Tick(end.ElapsedMs()); !going)
             return going;
         std::this_thread::sleep_for(Pause);
@@ -81,7 +98,29 @@ static Result<void> Run(PracticeSession& practice, PracticeWatch& watch, const E
     return {};
 }
 
-static Result<void> Host(const HostOptions& options, const Console& console)
+/// Hosts a session to the end of the run, and prints what happens there.
+static Result<void> Serve(const HostOptions& options, const Console& console, const MakeHosted& make)
+{
+    const auto grid = LoadMagVarGrid(options.Folders);
+    if (!grid)
+        return grid.error();
+    const EndOfRun end(options.ForS);
+    DirectPlayProvider provider(options.Network);
+    provider.Options.MustBeFound = true;
+    EventLines events(console.Out, end);
+    PracticeWatch watch(provider, **grid, events);
+    const auto hosted = make(watch, [&end] { return end.ElapsedMs(); });
+    if (!hosted)
+        return Fail("host", hosted.error().Text());
+    events.Listening(options.Network.BindAddress, options.Network.EnumerationPort);
+    watch.Begin(hosted->Host, end.ElapsedMs());
+    const Result<void> ran = Run(*hosted, watch, end);
+    hosted->End();
+    events.Disconnected(ran ? end.Reason() : ran.error().Text());
+    return ran ? ran : Fail("host", ran.error().Text());
+}
+
+static Result<void> HostPractice(const HostOptions& options, const Console& console)
 {
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
@@ -89,20 +128,44 @@ static Result<void> Host(const HostOptions& options, const Console& console)
     auto scene = LoadScene(options);
     if (!scene)
         return scene.error();
-    const EndOfRun end(options.ForS);
-    DirectPlayProvider provider(options.Network);
-    provider.Options.MustBeFound = true;
-    EventLines events(console.Out, end);
-    PracticeWatch watch(provider, **grid, events);
-    const auto practice = PracticeSession::Create(watch, *std::move(scene), **grid, ToPracticeOptions(options));
-    if (!practice)
-        return Fail("host", practice.error().Text());
-    events.Listening(options.Network.BindAddress, options.Network.EnumerationPort);
-    watch.Begin(**practice, end.ElapsedMs());
-    const Result<void> ran = Run(**practice, watch, end);
-    (*practice)->End();
-    events.Disconnected(ran ? end.Reason() : ran.error().Text());
-    return ran ? ran : Fail("host", ran.error().Text());
+    return Serve(options, console, [&](SessionPeerFactory& factory, const MillisecondClock& now) -> Result<Hosted> {
+        auto created = PracticeSession::Create(factory, *std::move(scene), **grid, ToPracticeOptions(options));
+        if (!created)
+            return created.error();
+        const std::shared_ptr<PracticeSession> session = *std::move(created);
+        const PracticeMember& host = *session->Host();
+        return Hosted{{host.SharePeer(), host.Id(), host.Name(), host.IsPilot(), session->Entry()},
+                      [session, now]() -> Result<void> {
+                          session->Advance(static_cast<double>(now()) / 1000);
+                          return {};
+                      },
+                      [session] { session->End(); }};
+    });
+}
+
+static Result<void> HostRecording(const HostOptions& options, const Console& console)
+{
+    auto read = ReadRecording(options.Replay);
+    if (!read)
+        return read.error();
+    if (read->LeftOut)
+        console.Notices << "corvane-cli: " << read->LeftOut->Text() << '\n';
+    const auto recording = std::make_shared<const Recording>(*std::move(read));
+    return Serve(options, console, [&](SessionPeerFactory& factory, const MillisecondClock& now) -> Result<Hosted> {
+        const auto clock = std::make_shared<PlaybackClock>(now);
+        clock->SetSpeed(options.Speed);
+        auto created = ReplaySession::Create(factory, recording, *clock,
+                                             {.SessionName = Utf8ToWindows1252(options.Name),
+                                              .Password = Utf8ToWindows1252(options.Password),
+                                              .MaxPlayers = options.MaxPlayers.value_or(0),
+                                              .MigrateHost = !options.NoMigrate});
+        if (!created)
+            return created.error();
+        const std::shared_ptr<ReplaySession> session = *std::move(created);
+        return Hosted{{session->Peer(), session->HostId(), session->HostName(), true, session->Entry()},
+                      [session, clock] { return session->Advance(); },
+                      [session] { session->End(); }};
+    });
 }
 
 /// A place on the earth.
@@ -120,27 +183,45 @@ static CLI::Validator Place()
 void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
 {
     constexpr int MostMembers = 1000;
-    CLI::App* const command =
-        app.add_subcommand("host", "Hosts a practice session with simulated pilots, and prints what happens there");
+    CLI::App* const command = app.add_subcommand(
+        "host",
+        "Hosts a practice session with simulated pilots, or one that was recorded, and prints what happens there");
     const auto options = std::make_shared<HostOptions>();
     options->Network.BindAddress = "127.0.0.1";
-    command->add_option("--name", options->Name, "Name of the session")->type_name("TEXT")->required();
+    CLI::Option_group* const session = command->add_option_group("Session", "What is hosted");
+    session->add_option("--name", options->Name, "Name of the session; else the recorded one's")->type_name("TEXT");
+    CLI::Option* const replay =
+        session->add_option("--replay", options->Replay, "A recording whose members appear instead of simulated pilots")
+            ->type_name("FILE");
+    session->require_option(1, 0);
+    command->add_option("--speed", options->Speed, "How many times as fast the recording plays")
+        ->check(CLI::Range(PlaybackClock::MinSpeed, PlaybackClock::MaxSpeed))
+        ->needs(replay)
+        ->capture_default_str();
     AddPeerOptions(*command, options->Network);
     command->add_option("--password", options->Password, "Asked of whoever joins")->type_name("TEXT");
-    command->add_option("--max-players", options->MaxPlayers, "Most members, simulated ones included")
+    command->add_option("--max-players", options->MaxPlayers, "Most members, simulated or recorded ones included")
         ->check(CLI::Range(1, MostMembers))
-        ->capture_default_str();
+        ->default_str(std::to_string(DefaultMaxPlayers));
     command->add_option("--pilots", options->Pilots, "Simulated pilots; a place stays free for a controller")
         ->check(CLI::Range(0, MostMembers))
+        ->excludes(replay)
         ->capture_default_str();
     command->add_option("--around", options->Around, "Where they fly")
         ->check(Place())
+        ->excludes(replay)
         ->type_name("")
         ->capture_default_str();
     AddAppFolderOption(*command, options->Folders);
-    command->add_option("--seed", options->Seed, "The same seed gives the same pilots")->capture_default_str();
+    command->add_option("--seed", options->Seed, "The same seed gives the same pilots")
+        ->excludes(replay)
+        ->capture_default_str();
     AddForOption(*command, options->ForS);
     command->add_flag("--no-migrate", options->NoMigrate, "The session ends with its host");
-    command->callback([options, &console, &work] { work = [options, &console] { return Host(*options, console); }; });
+    command->callback([options, &console, &work] {
+        work = [options, &console] {
+            return options->Replay.empty() ? HostPractice(*options, console) : HostRecording(*options, console);
+        };
+    });
 }
 } // namespace corvane

@@ -6,6 +6,7 @@
 #include "platform/InputLines.h"
 #include "platform/directplay/DirectPlayPeer.h"
 #include "session/follow/SessionFollower.h"
+#include "session/recording/RecordingPeer.h"
 
 #include <thread>
 
@@ -16,6 +17,36 @@ struct JoinOptions {
     DirectPlayOptions Network;
     FollowOptions Follow; ///< texts as given, in UTF-8
     std::optional<double> ForS;
+    std::string Record; ///< file to which the session is recorded; empty: none
+};
+
+/// Records a session from the moment of being admitted.
+class JoinedRecording {
+public:
+    JoinedRecording(std::string file, SessionEvents& events) : m_file(std::move(file)), m_events(events) {}
+
+    [[nodiscard]] SessionRecorder& Recorder() noexcept { return m_recorder; }
+    /// An Error says why the recording cannot begin. One that stops later is told of, and the session goes on.
+    Result<void> Tick(bool joined)
+    {
+        if (joined && !m_file.empty() && !m_begun) {
+            m_begun = true;
+            return m_recorder.Start(m_file);
+        }
+        if (auto failure = m_recorder.TakeFailure()) {
+            m_events.Notice(MessageIcon::Warning, BoxText(*failure));
+            m_outcome = *std::move(failure);
+        }
+        return {};
+    }
+    [[nodiscard]] const Result<void>& Outcome() const noexcept { return m_outcome; }
+
+private:
+    std::string m_file;
+    SessionEvents& m_events;
+    SessionRecorder m_recorder{SteadyMilliseconds()};
+    bool m_begun = false;
+    Result<void> m_outcome;
 };
 } // namespace
 
@@ -38,7 +69,8 @@ static void SayInput(InputLines& input, SessionFollower& follower)
     }
 }
 
-static Result<void> Follow(SessionFollower& follower, const EndOfRun& end, const Console& console)
+static Result<void> Follow(SessionFollower& follower, JoinedRecording& recording, const EndOfRun& end,
+                           const Console& console)
 {
     constexpr std::chrono::milliseconds Pause(HandshakeIntervalMs);
     const Result<void> joined = follower.Join();
@@ -48,12 +80,16 @@ static Result<void> Follow(SessionFollower& follower, const EndOfRun& end, const
     while (!end.HasCome()) {
         if (const Result<void> going = follower.Tick(end.ElapsedMs()); !going)
             return going;
+        if (const Result<void> recorded = recording.Tick(follower.IsJoined()); !recorded) {
+            follower.Leave(recorded.error().Text());
+            return recorded;
+        }
         if (follower.IsJoined())
             SayInput(input, follower);
         std::this_thread::sleep_for(Pause);
     }
     follower.Leave(end.Reason());
-    return {};
+    return recording.Outcome();
 }
 
 static Result<void> Join(const JoinOptions& options, const Console& console)
@@ -65,8 +101,10 @@ static Result<void> Join(const JoinOptions& options, const Console& console)
     DirectPlayProvider provider(options.Network);
     provider.Options.WhileWaiting = [&end] { return !end.HasCome(); };
     EventLines events(console.Out, end);
-    SessionFollower follower(provider, **grid, events, ToWindows1252(options.Follow));
-    const Result<void> followed = Follow(follower, end, console);
+    JoinedRecording recording(options.Record, events);
+    RecordingPeerFactory factory(provider, recording.Recorder());
+    SessionFollower follower(factory, **grid, events, ToWindows1252(options.Follow));
+    const Result<void> followed = Follow(follower, recording, end, console);
     return followed ? followed : Fail("join", followed.error().Text());
 }
 
@@ -84,6 +122,8 @@ void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->capture_default_str();
     command->add_option("--password", options->Follow.Password, "Of the session, should it require one")
         ->type_name("TEXT");
+    command->add_option("--record", options->Record, "Records the session to a file, replacing one of that name")
+        ->type_name("FILE");
     AddAppFolderOption(*command, options->Folders);
     AddForOption(*command, options->ForS);
     command->callback([options, &console, &work] { work = [options, &console] { return Join(*options, console); }; });

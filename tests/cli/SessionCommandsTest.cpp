@@ -1,5 +1,6 @@
 #include "cli/RecordJson.h"
 #include "tests/cli/CommandRun.h"
+#include "tests/core/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -140,6 +141,55 @@ TEST(SessionCommands, EndWithStatusOneWhenTheSessionIsLost)
     EXPECT_EQ(host.get().Status, 0);
 }
 
+TEST(SessionCommands, RecordAndReplay)
+{
+    const TemporaryFolder folder;
+    const std::string file = (folder.Path() / "abend.cvr").string();
+    auto host = HostFor("7", {"--name", "Abend", "--pilots", "3"});
+    const CommandRun recorded = RunCli(Joined(2, {"--nickname", "Tower", "--for", "4", "--record", file}));
+    EXPECT_EQ(recorded.Status, 0) << recorded.Notices;
+    const auto pilots = PlayerNames(Events(recorded.Out, "player-added"));
+    ASSERT_THAT(pilots, SizeIs(4)); // and the recorder itself, first
+    EXPECT_EQ(host.get().Status, 0);
+
+    auto replay = HostFor("7", {"--replay", file, "--speed", "2"});
+    const CommandRun watched = RunCli(Joined(3, {"--nickname", "Viewer", "--for", "4"}));
+    EXPECT_EQ(watched.Status, 0) << watched.Notices;
+    EXPECT_EQ(Events(watched.Out, "joined")[0]["Session"], "Abend");
+    EXPECT_THAT(PlayerNames(Events(watched.Out, "player-added")), IsSupersetOf(pilots));
+    const CommandRun replayed = replay.get();
+    EXPECT_EQ(replayed.Status, 0) << replayed.Notices;
+    EXPECT_THAT(PlayerNames(Events(replayed.Out, "player-added")), IsSupersetOf(pilots));
+    EXPECT_THAT(Events(replayed.Out, "player-updated").size(), testing::Gt(3U)) << "they fly";
+
+    std::filesystem::resize_file(file, std::filesystem::file_size(file) - 1);
+    const CommandRun cut = RunCli({"host", "--replay", file, "--bind", Machine(1), "--for", "0"});
+    EXPECT_EQ(cut.Status, 0);
+    EXPECT_THAT(cut.Notices, HasSubstr("abend.cvr: the record at byte "));
+}
+
+TEST(SessionCommands, SayWhichRecordingCannotBeReadOrWritten)
+{
+    const TemporaryFolder folder;
+    const auto other = folder.Write("other.cvr", std::string("something else"));
+    for (const auto& [file, why] :
+         {std::pair{other, "is not a recorded session"}, std::pair{folder.Path() / "missing.cvr", "missing.cvr: "},
+          std::pair{folder.Path(), "is not a file"}}) {
+        const CommandRun run = RunCli({"host", "--replay", file.string(), "--bind", Machine(1), "--for", "0"});
+        EXPECT_EQ(run.Status, 1) << file;
+        EXPECT_THAT(run.Out, IsEmpty());
+        EXPECT_THAT(run.Notices, HasSubstr(file.string() + ": "));
+        EXPECT_THAT(run.Notices, HasSubstr(why));
+    }
+    auto host = HostFor("4", {"--name", "Abend", "--pilots", "1"});
+    const std::string nowhere = (folder.Path() / "no" / "abend.cvr").string();
+    const CommandRun joined = RunCli(Joined(2, {"--for", "20", "--record", nowhere}));
+    EXPECT_EQ(joined.Status, 1);
+    EXPECT_THAT(joined.Notices, HasSubstr(nowhere + ": "));
+    EXPECT_EQ(Lines(joined.Out).back()["event"], "disconnected") << "it leaves the session as it should";
+    EXPECT_EQ(host.get().Status, 0);
+}
+
 TEST(SessionCommands, RefuseWrongArguments)
 {
     const std::vector<std::string> wrong[] = {
@@ -155,6 +205,12 @@ TEST(SessionCommands, RefuseWrongArguments)
         {"host", "--name", "A", "--around", "91,0"},
         {"host", "--name", "A", "--around", "47"},
         {"host", "--name", "A", "--for", "-1"},
+        {"host", "--name", "A", "--speed", "2"}, // of what?
+        {"host", "--replay", "A", "--speed", "0"},
+        {"host", "--replay", "A", "--speed", "61"},
+        {"host", "--replay", "A", "--pilots", "2"},
+        {"host", "--replay", "A", "--around", "47,8"},
+        {"host", "--replay", "A", "--seed", "2"},
         {"join", "--broadcast", "x"},
         {"sessions", "--timeout", "0"},
         {"sessions", "--timeout", "soon"},
