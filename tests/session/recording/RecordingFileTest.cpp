@@ -122,13 +122,6 @@ struct BadFile {
     const char* Why;
 };
 
-void SignHead(Bytes& head)
-{
-    head.resize(head.size() - RecordChecksumSize);
-    const std::uint32_t checksum = Crc32(head);
-    ByteWriter(head).WriteU32(checksum);
-}
-
 Bytes WithHead(const std::function<void(RecordingHead&)>& change)
 {
     RecordingHead head = SampleHead();
@@ -138,9 +131,11 @@ Bytes WithHead(const std::function<void(RecordingHead&)>& change)
 
 Bytes WithHeadByte(std::size_t at, std::uint8_t value)
 {
-    Bytes head = EncodeRecordingHead(SampleHead());
+    const Bytes whole = EncodeRecordingHead(SampleHead());
+    Bytes head(whole.begin(), whole.end() - RecordChecksumSize);
     head[at] = value;
-    SignHead(head);
+    const std::uint32_t checksum = Crc32(head);
+    ByteWriter(head).WriteU32(checksum);
     return head;
 }
 
