@@ -3,6 +3,7 @@
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
 #include "core/RecordCodec.h"
+#include "platform/os/Files.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -37,7 +38,7 @@ Result<void> DatabaseWriter::Open()
     for (std::size_t i = 0; i < m_outputs.size(); ++i) {
         Output& output = m_outputs[i];
         output.Name = names[i];
-        output.File.reset(std::fopen(PartPath(output).string().c_str(), "wb"));
+        output.File.reset(OpenForWriting(PartPath(output)));
         if (!output.File)
             Fail(output, SystemReason());
         else

@@ -4,7 +4,7 @@
 #include "cli/RecordJson.h"
 #include "core/NumberText.h"
 #include "core/Rounding.h"
-#include "platform/InterruptWatch.h"
+#include "platform/os/InterruptWatch.h"
 
 #include <ostream>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Commands.h"
-#include "platform/InterruptWatch.h"
+#include "platform/os/InterruptWatch.h"
 #include "platform/directplay/DirectPlayOptions.h"
 
 #include <chrono>

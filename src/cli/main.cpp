@@ -1,11 +1,12 @@
 #include "cli/CommandLine.h"
+#include "platform/os/StandardStreams.h"
 
 #include <iostream>
-#include <unistd.h>
+
+using namespace corvane;
 
 int main(int argc, char** argv)
 {
     std::ios::sync_with_stdio(false);
-    return corvane::RunCommandLine(argc, argv,
-                                   {std::cin, std::cout, std::cerr, isatty(STDERR_FILENO) != 0, STDIN_FILENO});
+    return RunCommandLine(argc, argv, {std::cin, std::cout, std::cerr, IsTerminal(StandardError), StandardInput});
 }

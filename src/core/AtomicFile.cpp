@@ -1,6 +1,7 @@
 #include "core/AtomicFile.h"
 
 #include "core/File.h"
+#include "platform/os/Files.h"
 
 #include <cerrno>
 #include <system_error>
@@ -27,7 +28,7 @@ void AtomicFile::FailWith(std::string why)
 
 Result<void> AtomicFile::Open()
 {
-    m_file.reset(std::fopen(m_temporary.string().c_str(), "wb"));
+    m_file.reset(OpenForWriting(m_temporary));
     if (m_file)
         m_created = true;
     else

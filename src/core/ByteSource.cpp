@@ -2,6 +2,7 @@
 
 #include "core/File.h"
 #include "core/OpenFile.h"
+#include "platform/os/Files.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -66,7 +67,7 @@ Result<void> FileSource::Fill(std::uint64_t offset, std::size_t count)
 {
     m_filled = 0; // a failure leaves an empty buffer
     m_start = offset;
-    if (m_readTo != offset && std::fseek(m_file.get(), static_cast<long>(offset), SEEK_SET) != 0)
+    if (m_readTo != offset && !SeekTo(m_file.get(), offset))
         return Fail(m_name, std::generic_category().message(errno));
     m_buffer.resize(std::max(count, m_buffer.size()));
     m_filled = std::fread(m_buffer.data(), 1, count, m_file.get());

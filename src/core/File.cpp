@@ -2,6 +2,7 @@
 
 #include "core/AtomicFile.h"
 #include "core/OpenFile.h"
+#include "platform/os/Files.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -31,7 +32,7 @@ Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path)
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (error)
         return Fail(FullName(path), error.message());
-    FileHandle file(std::fopen(path.string().c_str(), "rb"));
+    FileHandle file(OpenForReading(path));
     if (!file)
         return Fail(FullName(path), SystemReason(errno));
     static_cast<void>(std::setvbuf(file.get(), nullptr, _IONBF, 0)); // one large read needs no buffer

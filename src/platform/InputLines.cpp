@@ -1,9 +1,8 @@
 #include "platform/InputLines.h"
 
+#include "platform/os/StandardStreams.h"
+
 #include <array>
-#include <cerrno>
-#include <poll.h>
-#include <unistd.h>
 
 namespace corvane {
 /// Reads no more than the longest line, so that input which comes faster than it is taken waits where it is.
@@ -11,14 +10,11 @@ void InputLines::ReadWhatWaits()
 {
     std::array<char, 4096> buffer{};
     while (!m_ended && m_waiting.size() < LongestLine) {
-        pollfd waiting{.fd = m_descriptor, .events = POLLIN, .revents = 0};
-        if (poll(&waiting, 1, 0) <= 0)
+        const std::optional<std::size_t> count = ReadWaiting(m_descriptor, buffer);
+        if (!count)
             return;
-        const ssize_t count = read(m_descriptor, buffer.data(), buffer.size());
-        if (count < 0 && (errno == EAGAIN || errno == EINTR))
-            return;
-        m_ended = count <= 0;
-        m_waiting.append(buffer.data(), m_ended ? 0 : static_cast<std::size_t>(count));
+        m_ended = *count == 0;
+        m_waiting.append(buffer.data(), *count);
     }
 }
 

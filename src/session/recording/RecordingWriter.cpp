@@ -1,6 +1,7 @@
 #include "session/recording/RecordingWriter.h"
 
 #include "core/File.h"
+#include "platform/os/Files.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -14,7 +15,7 @@ static Error SystemFailure(const std::filesystem::path& path)
 
 Result<RecordingWriter> RecordingWriter::Create(const std::filesystem::path& file, const RecordingHead& head)
 {
-    FileHandle handle(std::fopen(file.string().c_str(), "wb"));
+    FileHandle handle(OpenForWriting(file));
     if (!handle)
         return SystemFailure(file);
     static_cast<void>(std::setvbuf(handle.get(), nullptr, _IONBF, 0)); // a buffer would be lost in a crash

@@ -1,4 +1,4 @@
-#include "platform/InterruptWatch.h"
+#include "platform/os/InterruptWatch.h"
 
 #include <algorithm>
 #include <array>
