@@ -10,6 +10,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # GCC 12 takes additions of short strings for overlapping copies in optimised builds.
   target_compile_options(corvane_options INTERFACE -Wno-restrict)
 endif()
+if(WIN32)
+  # Windows 10, and no macros named min and max.
+  target_compile_definitions(corvane_options INTERFACE _WIN32_WINNT=0x0A00 NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
 if(CORVANE_SANITIZE)
   target_compile_options(corvane_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
