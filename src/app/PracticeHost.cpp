@@ -1,25 +1,48 @@
 #include "app/PracticeHost.h"
 
 namespace corvane {
+void PracticeHost::End()
+{
+    if (m_session)
+        m_session->End();
+    m_session.reset();
+}
+
 Result<void> PracticeHost::HostOver(const AreaModel& area)
 {
     if (m_session && !m_session->IsOver() && m_areaName == area.AreaName)
         return {};
-    if (m_session)
-        m_session->End();
-    m_session.reset();
+    End();
     PracticeOptions options;
     options.Seed = m_seed;
-    options.Address = m_connectionAddress;
+    options.Address = m_transport.ConnectionAddress();
     options.SessionName = PracticeSessionName(area.AreaName);
+    if (m_transport.OnNetwork()) { // one machine, which others rely on
+        options.PeerForEach = false;
+        options.HostStaysS = -1;
+    }
     const LatLon center{area.AreaCenterLat, area.AreaCenterLon};
     auto session = PracticeSession::Create(
-        m_factory, PracticeScene(area.AreaAirports, area.AreaVors, area.AreaNdbs, center), m_variation, options);
+        m_transport, PracticeScene(area.AreaAirports, area.AreaVors, area.AreaNdbs, center), m_variation, options);
     if (!session)
         return session.error();
     m_session = *std::move(session);
     m_areaName = area.AreaName;
     return {};
+}
+
+Result<void> PracticeHost::ServeAt(std::string_view address, const AreaModel& area)
+{
+    End();
+    m_address = address;
+    m_transport.ServeAt(m_address);
+    Result<void> hosted = HostOver(area);
+    if (hosted || m_address.empty())
+        return hosted;
+    m_address.clear();
+    m_transport.ServeAt({});
+    static_cast<void>(HostOver(area)); // what keeps it from the network is the news
+    return hosted;
 }
 
 void PracticeHost::Advance(double nowS)

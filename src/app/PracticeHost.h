@@ -4,34 +4,40 @@
 #include "core/MagVarGrid.h"
 #include "core/Result.h"
 #include "session/practice/PracticeSession.h"
+#include "session/practice/PracticeTransport.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace corvane {
 /// Keeps one practice session going over the loaded area, so that the connection window has it to offer.
 class PracticeHost {
 public:
-    /// factory            makes the simulated members' peers; it and the grid must outlive the host
-    /// connectionAddress  of the connection type on which the session is offered
-    PracticeHost(SessionPeerFactory& factory, std::string connectionAddress, const MagVarGrid& variation,
-                 std::uint64_t seed) noexcept
-        : m_factory(factory), m_connectionAddress(std::move(connectionAddress)), m_variation(variation), m_seed(seed)
+    /// transport  it and the grid must outlive the host
+    PracticeHost(PracticeTransport& transport, const MagVarGrid& variation, std::uint64_t seed) noexcept
+        : m_transport(transport), m_variation(variation), m_seed(seed)
     {
     }
 
     /// Makes a session over an area, unless one over it goes on. A failure leaves none.
     Result<void> HostOver(const AreaModel& area);
+    /// Makes the session anew under an address of this machine, where other machines can join it; an empty address
+    /// takes it back into memory. A failure leaves one in memory.
+    Result<void> ServeAt(std::string_view address, const AreaModel& area);
+    /// Where other machines can join the session; empty while they cannot.
+    [[nodiscard]] const std::string& ServedAt() const noexcept { return m_address; }
     /// Lives on to a time on a clock in seconds.
     void Advance(double nowS);
 
 private:
-    SessionPeerFactory& m_factory;
-    std::string m_connectionAddress;
+    void End();
+
+    PracticeTransport& m_transport;
     const MagVarGrid& m_variation;
     std::uint64_t m_seed;
+    std::string m_address;
     std::string m_areaName;
     std::unique_ptr<PracticeSession> m_session;
 };

@@ -59,6 +59,8 @@ void Connection::Reset()
 void Connection::FailWith(Failure failure, const Error& error)
 {
     m_lastError = error;
+    if (m_exitWanted)
+        return Reset();
     switch (failure) {
     case Failure::Enumeration: m_boxes.Inform("Error, canceled connection. Try to locate session again."); break;
     case Failure::Initialization:
@@ -78,7 +80,17 @@ void Connection::LocateSession()
 {
     if (m_busy)
         return;
-    const BusyFlag busy(m_busy);
+    {
+        const BusyFlag busy(m_busy);
+        m_session.LeaveOperation = false;
+        FindSessions();
+    }
+    if (m_exitWanted)
+        End();
+}
+
+void Connection::FindSessions()
+{
     StopTalking();
     const Result<void> created = CreateSessionObjects(m_factory, m_session);
     m_view.SetListsEnabled(false);
@@ -138,7 +150,17 @@ void Connection::JoinSession(std::optional<std::size_t> selected, std::string_vi
 {
     if (m_busy)
         return;
-    const BusyFlag busy(m_busy);
+    {
+        const BusyFlag busy(m_busy);
+        m_session.LeaveOperation = false;
+        OpenSession(selected, nickname);
+    }
+    if (m_exitWanted)
+        End();
+}
+
+void Connection::OpenSession(std::optional<std::size_t> selected, std::string_view nickname)
+{
     const bool listed = selected && *selected < m_session.SessionList.size();
     if (!listed || nickname.empty())
         return RefuseSelection(listed, !nickname.empty());
@@ -297,8 +319,16 @@ void Connection::RetryTick()
 
 void Connection::Exit()
 {
-    if (m_busy || m_joinAccepted)
+    if (m_joinAccepted)
         return;
+    if (!m_busy)
+        return End();
+    m_exitWanted = m_state == ConnectionState::Looking || m_state == ConnectionState::Connecting;
+    LeaveOperation();
+}
+
+void Connection::End()
+{
     StopTalking();
     m_view.SetStatus("Please Wait...");
     m_view.EndProgram();

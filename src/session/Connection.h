@@ -63,8 +63,12 @@ public:
     void HandshakeTick();
     /// Asks the host again. A failure is one of joining: the session has gone.
     void RetryTick();
-    /// The user leaves the window. Does nothing once the host has accepted: the radar window is closing it then.
+    /// The user leaves the window, and the operation under way with it. Does nothing once the host has accepted: the
+    /// radar window is closing it then.
     void Exit();
+    /// Leaves the operation under way, which then fails. Where the transport waits, it asks
+    /// SessionState::LeaveOperation.
+    void LeaveOperation() noexcept { m_session.LeaveOperation = m_busy; }
 
     [[nodiscard]] ConnectionState State() const noexcept { return m_state; }
     /// What was behind the failure message shown last.
@@ -73,7 +77,9 @@ public:
 private:
     enum class Failure : std::uint8_t { Enumeration, Initialization, Listing, Joining, PlayerCreation };
 
+    void FindSessions();
     void Locate();
+    void OpenSession(std::optional<std::size_t> selected, std::string_view nickname);
     void Join(SessionEntry entry, std::string_view nickname);
     void RefuseSelection(bool selected, bool named);
     Result<void> CreateOwnPlayer(std::string_view nickname);
@@ -83,6 +89,7 @@ private:
     void Refused();
     void Open();
     void StopTalking();
+    void End();
     void Reset();
     void FailWith(Failure failure, const Error& error);
 
@@ -96,5 +103,6 @@ private:
     std::optional<Error> m_lastError;
     bool m_joinAccepted = false;
     bool m_busy = false;
+    bool m_exitWanted = false; ///< as soon as the operation under way has ended
 };
 } // namespace corvane

@@ -21,6 +21,7 @@ struct SessionState {
     PlayerId OwnPlayerId = 0;   ///< below 1: no own player
     bool SessionJoined = false; ///< the host has admitted this program
     bool RadarOpen = false;
+    bool LeaveOperation = false; ///< the user does not want to wait for the operation under way any longer
 
     [[nodiscard]] bool HasOwnPlayer() const noexcept { return SessionPeer && OwnPlayerId >= 1; }
 };

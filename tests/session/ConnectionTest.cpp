@@ -61,8 +61,10 @@ protected:
     InMemoryNetwork Network;
     std::string FailingOperation;
     int FailingCall = 1;
+    std::function<bool(std::string_view)> OnOperation; ///< whether it fails
     InMemoryProvider Factory{Network, [this](std::string_view operation, int call) {
-                                 return operation == FailingOperation && call == FailingCall;
+                                 return (operation == FailingOperation && call == FailingCall) ||
+                                        (OnOperation && OnOperation(operation));
                              }};
     Member HostMember{Network};
     SessionState Session;
@@ -361,6 +363,32 @@ TEST_F(ConnectionTest, TimersFindNothingToDoBehindAnOpenBox)
     EXPECT_THAT(HostMember.Received(), IsEmpty());
     EXPECT_EQ(View.Ends, 0);
     ExpectIdle();
+}
+
+TEST_F(ConnectionTest, AnOperationUnderWayIsLeft)
+{
+    struct {
+        bool Exits;
+        std::vector<std::string> Shown;
+        int Ends;
+    } const cases[] = {
+        {false, {"i: Error, canceled connection. Try to locate session again."}, 0},
+        {true, {}, 1}, // who wants to go is not told that it failed
+    };
+    for (const auto& left : cases) {
+        Boxes.Shown.clear();
+        View.Ends = 0;
+        OnOperation = [&](std::string_view operation) {
+            if (operation != "GetDPEnumSessions")
+                return false;
+            left.Exits ? Subject.Exit() : Subject.LeaveOperation();
+            return Session.LeaveOperation; // as a transport that waits does
+        };
+        Locate();
+        EXPECT_EQ(Boxes.Shown, left.Shown);
+        EXPECT_EQ(View.Ends, left.Ends);
+        EXPECT_EQ(Subject.State(), ConnectionState::Idle);
+    }
 }
 
 TEST_F(ConnectionTest, LeavingWhileWaiting)

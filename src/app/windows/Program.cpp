@@ -172,6 +172,9 @@ void Program::OpenConnection()
         m_state.Area.ClearTables();
         End();
     });
+    m_connection->OfferHosting(ToQString(InMemoryProvider::ConnectionName));
+    m_connection->ShowHosting(ToQString(m_practice.ServedAt()));
+    connect(m_connection, &ConnectionWindow::HostingWanted, this, &Program::ServePractice);
     BringUp(*m_connection);
     if (m_script.Practice)
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
@@ -195,6 +198,13 @@ static void PlaceOver(const QWidget& radar, QWidget& window)
     constexpr int BelowTheMenus = 50;
     window.adjustSize();
     window.move(radar.x() + (radar.width() - window.width()) / 2, radar.y() + BelowTheMenus);
+}
+
+void Program::ServePractice(const QString& address)
+{
+    if (const Result<void> served = m_practice.ServeAt(ToText(address), m_state.Area); !served)
+        m_boxes.Warn(BoxText(served.error()));
+    m_connection->ShowHosting(ToQString(m_practice.ServedAt()));
 }
 
 void Program::OpenRadar()

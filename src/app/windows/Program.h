@@ -44,6 +44,7 @@ private:
     void OpenChooser();
     void AfterChooser(ChooserNext next);
     void OpenConnection();
+    void ServePractice(const QString& address);
     void OpenRadar();
     void AfterDisconnect();
     void OpenOverRadar(std::unique_ptr<QWidget> window);

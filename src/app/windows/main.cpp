@@ -2,6 +2,7 @@
 #include "app/PracticeHost.h"
 #include "app/StartupChecks.h"
 #include "app/UserFolders.h"
+#include "app/windows/HostAddressPrompt.h"
 #include "app/windows/Program.h"
 #include "app/windows/RadarEmblem.h"
 #include "app/windows/ScriptedStart.h"
@@ -11,6 +12,7 @@
 #include "platform/CompositePeerFactory.h"
 #include "platform/InMemoryNetwork.h"
 #include "platform/RecordedSessionProvider.h"
+#include "platform/directplay/PracticeProvider.h"
 #include "platform/os/Folders.h"
 #include "session/recording/PlaybackClock.h"
 #include "session/recording/RecordingPeer.h"
@@ -37,6 +39,20 @@ static std::filesystem::path OwnFolder(bool demonstration)
         return *prepared;
     std::cerr << "corvane: " << prepared.error().Text() << '\n';
     std::exit(1);
+}
+
+/// How the program's own peers use the network.
+static DirectPlayOptions NetworkOptions(const SessionState& session)
+{
+    DirectPlayOptions options;
+    options.AskHostAddress = AskHostAddress;
+    options.WhileWaiting = [&session] {
+        // Only the connection window waits; the radar's timers must not run inside one of its own operations.
+        if (!session.SessionJoined)
+            QCoreApplication::processEvents();
+        return !session.LeaveOperation;
+    };
+    return options;
 }
 
 static ScriptedStart ReadArguments(const QApplication& application, AppState& state)
@@ -92,17 +108,18 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false); // windows follow one another; the flow says when it ends
 
     InMemoryNetwork network; // outlives the state, whose peer is on it
-    InMemoryProvider practiceProvider(network);
+    const auto state = std::make_unique<AppState>();
+    DirectPlayProvider networkProvider(NetworkOptions(state->Session));
+    PracticeProvider practiceProvider(network);
     QtMessageBoxes shown;
     QtRecordingDialogs dialogs;
     PlaybackClock playback(SteadyMilliseconds());
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);
-    CompositePeerFactory connections({&practiceProvider, &recordedProvider});
+    CompositePeerFactory connections({&networkProvider, &practiceProvider, &recordedProvider});
     SessionRecorder recorder(SteadyMilliseconds());
     RecordingPeerFactory factory(connections, recorder);
-    const auto state = std::make_unique<AppState>();
     const ScriptedStart script = ReadArguments(application, *state);
-    PracticeHost practice(practiceProvider, std::string(InMemoryProvider::ConnectionAddress), state->MagVar,
+    PracticeHost practice(practiceProvider, state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
     ScriptedBoxes boxes(shown, script);
     Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs});

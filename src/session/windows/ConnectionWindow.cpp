@@ -4,6 +4,7 @@
 #include "ui_ConnectionWindow.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 
 namespace corvane {
 ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players,
@@ -21,6 +22,7 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
     connect(m_ui->Command2, &QPushButton::clicked, this, &ConnectionWindow::JoinClicked);
     connect(m_ui->Command3, &QPushButton::clicked, this, [this] { m_connection.Exit(); });
     connect(m_ui->List1, &QListWidget::itemSelectionChanged, this, &ConnectionWindow::TypeChosen);
+    connect(m_ui->Check1, &QCheckBox::clicked, this, &ConnectionWindow::HostingClicked);
     connect(m_ui->List1, &QListWidget::itemActivated, m_ui->Command1, &QPushButton::click);
     connect(m_ui->List2, &QListWidget::itemActivated, m_ui->Command2, &QPushButton::click);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command2, &QPushButton::click);
@@ -42,6 +44,36 @@ void ConnectionWindow::TypeChosen()
 {
     if (const auto row = SelectedRow(*m_ui->List1))
         m_connection.ConnectionTypeChosen(*row);
+    EnableHosting();
+}
+
+void ConnectionWindow::OfferHosting(const QString& connectionName)
+{
+    m_hostedType = connectionName;
+    EnableHosting();
+}
+
+void ConnectionWindow::ShowHosting(const QString& address)
+{
+    m_ui->Check1->setChecked(!address.isEmpty());
+    if (!address.isEmpty())
+        m_ui->Text2->setText(address);
+    EnableHosting();
+}
+
+void ConnectionWindow::EnableHosting()
+{
+    const auto selected = m_ui->List1->selectedItems();
+    const bool offered = !selected.isEmpty() && selected.front()->text() == m_hostedType && m_ui->List1->isEnabled();
+    m_ui->Check1->setEnabled(offered);
+    m_ui->Label6->setEnabled(offered);
+    m_ui->Text2->setEnabled(offered && !m_ui->Check1->isChecked());
+}
+
+void ConnectionWindow::HostingClicked(bool on)
+{
+    TypeChosen(); // what was located is a session that ends now
+    emit HostingWanted(on ? m_ui->Text2->text().trimmed() : QString());
 }
 
 void ConnectionWindow::JoinClicked()
@@ -87,6 +119,7 @@ void ConnectionWindow::SetListsEnabled(bool enabled)
 {
     m_ui->List1->setEnabled(enabled);
     m_ui->Command1->setEnabled(enabled);
+    EnableHosting();
 }
 
 void ConnectionWindow::SetTimers(bool running)
@@ -103,6 +136,14 @@ void ConnectionWindow::OpenRadar()
 void ConnectionWindow::EndProgram()
 {
     emit ExitRequested();
+}
+
+void ConnectionWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        m_connection.LeaveOperation();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void ConnectionWindow::closeEvent(QCloseEvent* event)

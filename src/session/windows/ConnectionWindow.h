@@ -24,12 +24,20 @@ public:
     /// joins the first. Returns whether the type and a session are there.
     bool JoinFirstSession(const QString& connectionName);
 
+    /// Offers hosting on the network for the connection type of this name.
+    void OfferHosting(const QString& connectionName);
+    /// Shows at which address the session is hosted; an empty one: it is not.
+    void ShowHosting(const QString& address);
+
 signals:
     /// The host has accepted. The window stays until the radar window has opened.
     void Joined();
     void ExitRequested();
+    /// The user wants the session hosted at an address of this machine, or, where it is empty, not on the network.
+    void HostingWanted(const QString& address);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -42,11 +50,14 @@ private:
     void EndProgram() override;
 
     void TypeChosen();
+    void HostingClicked(bool on);
+    void EnableHosting();
     void JoinClicked();
 
     std::unique_ptr<Ui::Form2> m_ui;
     Connection m_connection;
     QTimer m_timer1{this};
     QTimer m_timer2{this};
+    QString m_hostedType; ///< the connection type that can be hosted on the network
 };
 } // namespace corvane

@@ -4,7 +4,7 @@
 #include "app/windows/Program.h"
 #include "core/MessageBoxes.h"
 #include "platform/CompositePeerFactory.h"
-#include "platform/InMemoryNetwork.h"
+#include "platform/directplay/PracticeProvider.h"
 #include "platform/RecordedSessionProvider.h"
 #include "radar/ScopeView.h"
 #include "session/recording/PlaybackClock.h"
@@ -115,7 +115,7 @@ protected:
 
     const TemporaryFolder m_folder;
     InMemoryNetwork m_network; // outlives the state, whose peer is on it
-    InMemoryProvider m_provider{m_network};
+    PracticeProvider m_provider{m_network};
     AnsweredBoxes m_shown;
     AnsweredDialogs m_dialogs;
     std::int64_t m_nowMs = 0; ///< for recordings; the rest lives by the real clock
@@ -125,7 +125,7 @@ protected:
     SessionRecorder m_recorder{[this] { return m_nowMs; }};
     RecordingPeerFactory m_factory{m_connections, m_recorder};
     AppState m_state;
-    PracticeHost m_practice{m_provider, std::string(InMemoryProvider::ConnectionAddress), m_state.MagVar, 7};
+    PracticeHost m_practice{m_provider, m_state.MagVar, 7};
     ScriptedStart m_script;
     std::unique_ptr<ScriptedBoxes> m_boxes;
     std::unique_ptr<Program> m_program;

@@ -1,0 +1,102 @@
+#include "tests/app/windows/ProgramFixture.h"
+
+#include <QCheckBox>
+
+#include <unistd.h>
+
+// The practice session on the network: hosted from the connection window, and joined from another machine.
+
+namespace corvane {
+namespace {
+/// An address of this machine that no other test uses at the same time.
+std::string LoopbackAddress(int number)
+{
+    const auto id = static_cast<unsigned>(getpid());
+    return "127." + std::to_string(1 + id / 250 % 250) + "." + std::to_string(1 + id % 250) + "." +
+           std::to_string(number);
+}
+
+DirectPlayOptions OtherMachine()
+{
+    DirectPlayOptions options;
+    options.BindAddress = LoopbackAddress(2);
+    options.HostAddress = LoopbackAddress(1);
+    options.Timers.Enumeration = directplay::Millis{400};
+    return options;
+}
+
+class HostingTest : public ProgramTest {
+protected:
+    void SetUp() override
+    {
+        ProgramTest::SetUp();
+        m_window = StartInConnection();
+        In<QListWidget>(m_window, "List1").setCurrentRow(0);
+    }
+    QCheckBox& Option() { return In<QCheckBox>(m_window, "Check1"); }
+    QLineEdit& AddressBox() { return In<QLineEdit>(m_window, "Text2"); }
+
+    QWidget* m_window = nullptr;
+};
+
+TEST_F(HostingTest, IsOfferedForThePracticeSessionAloneAndIsOffAtFirst)
+{
+    EXPECT_TRUE(Option().isEnabled());
+    EXPECT_FALSE(Option().isChecked());
+    EXPECT_EQ(AddressBox().text(), "127.0.0.1");
+    In<QListWidget>(m_window, "List1").setCurrentRow(1);
+    EXPECT_FALSE(Option().isEnabled());
+    EXPECT_FALSE(AddressBox().isEnabled());
+    EXPECT_TRUE(m_practice.ServedAt().empty());
+}
+
+TEST_F(HostingTest, LetsAnotherMachineIntoTheSessionThatTheControllerJoins)
+{
+    AddressBox().setText(QString::fromStdString(LoopbackAddress(1)));
+    Option().click();
+    ASSERT_TRUE(m_shown.Texts.empty()) << m_shown.Last();
+    EXPECT_EQ(m_practice.ServedAt(), LoopbackAddress(1));
+    EXPECT_FALSE(AddressBox().isEnabled());
+
+    DirectPlayPeer visitor(OtherMachine());
+    ASSERT_TRUE(visitor.InitializeConnection(DirectPlayConnectionAddress));
+    const auto sessions = visitor.GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    ASSERT_TRUE(sessions && sessions->size() == 1);
+    ASSERT_TRUE(visitor.Open(sessions->front(), OpenJoin));
+    ASSERT_TRUE(visitor.CreatePlayer("Visitor", "Player", 0, 0));
+
+    ASSERT_TRUE(Locate(m_window, "Practice"));
+    Click(m_window, "Command2");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_state.Session.RadarOpen; }, 5000));
+    const auto members = m_state.Session.SessionPeer->GetDPEnumPlayers({}, 0);
+    ASSERT_TRUE(members);
+    EXPECT_THAT(*members, testing::Contains(testing::Field(&SessionMember::ShortName, "Visitor")));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_state.Players.PlayerCount() > 3; }, 5000));
+}
+
+TEST_F(HostingTest, StaysInMemoryWhereTheAddressIsNotThisMachines)
+{
+    for (const char* address : {"192.0.2.1", "nowhere"}) {
+        AddressBox().setText(address);
+        Option().click();
+        EXPECT_NE(m_shown.Last().find(address), std::string::npos) << m_shown.Last();
+        EXPECT_FALSE(Option().isChecked());
+        EXPECT_TRUE(AddressBox().isEnabled());
+    }
+    EXPECT_TRUE(Locate(m_window, "Practice")); // in memory
+}
+
+TEST_F(HostingTest, ComesBackIntoMemoryWhenSwitchedOff)
+{
+    AddressBox().setText(QString::fromStdString(LoopbackAddress(1)));
+    Option().click();
+    Option().click();
+    EXPECT_TRUE(m_practice.ServedAt().empty());
+    DirectPlayPeer visitor(OtherMachine());
+    ASSERT_TRUE(visitor.InitializeConnection(DirectPlayConnectionAddress));
+    const auto sessions = visitor.GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    EXPECT_TRUE(sessions && sessions->empty());
+    EXPECT_TRUE(Locate(m_window, "Practice"));
+}
+} // namespace
+} // namespace corvane
