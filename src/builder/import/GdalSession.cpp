@@ -4,6 +4,7 @@
 #include "core/Geodesy.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cpl_error.h>
 #include <gdal_priv.h>
@@ -63,18 +64,19 @@ static Result<DatasetHandle> OpenLocalFile(const std::filesystem::path& path, un
 
 Result<DatasetHandle> OpenVectorFile(const std::filesystem::path& path)
 {
-    constexpr const char* Drivers[] = {"ESRI Shapefile", "GeoJSON", "GeoJSONSeq", "TopoJSON",     "GPKG",
-                                       "FlatGeobuf",     "KML",     "GPX",        "MapInfo File", nullptr};
-    return OpenLocalFile(path, GDAL_OF_VECTOR, Drivers,
+    constexpr std::array Drivers = {
+        "ESRI Shapefile", "GeoJSON", "GeoJSONSeq", "TopoJSON",     "GPKG",
+        "FlatGeobuf",     "KML",     "GPX",        "MapInfo File", static_cast<const char*>(nullptr)};
+    return OpenLocalFile(path, GDAL_OF_VECTOR, Drivers.data(),
                          "is no map that can be read: a shapefile, GeoJSON or GPKG file");
 }
 
 Result<DatasetHandle> OpenRasterFile(const std::filesystem::path& path)
 {
-    constexpr const char* Drivers[] = {"GTiff",   "SRTMHGT", "DTED", "AAIGrid", "EHdr",
-                                       "USGSDEM", "HFA",     "ENVI", nullptr};
+    constexpr std::array Drivers = {
+        "GTiff", "SRTMHGT", "DTED", "AAIGrid", "EHdr", "USGSDEM", "HFA", "ENVI", static_cast<const char*>(nullptr)};
     return OpenLocalFile(
-        path, GDAL_OF_RASTER, Drivers,
+        path, GDAL_OF_RASTER, Drivers.data(),
         "is no elevation grid that can be read: a GeoTIFF file, or a whole HGT file named like N47E008.hgt");
 }
 
@@ -88,7 +90,7 @@ ToWgs84::~ToWgs84() = default;
 
 Result<ToWgs84> ToWgs84::From(const OGRSpatialReference* system, const std::string& fileName)
 {
-    if (system == nullptr || system->IsEmpty() != 0)
+    if (system == nullptr || system->IsEmpty())
         return ToWgs84(nullptr);
     OGRSpatialReference wgs84;
     wgs84.importFromEPSG(4326);

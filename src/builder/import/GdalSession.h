@@ -40,8 +40,8 @@ class ToWgs84 {
 public:
     /// system  may be null: degrees of WGS 84
     static Result<ToWgs84> From(const OGRSpatialReference* system, const std::string& fileName);
-    ToWgs84(ToWgs84&&) noexcept;
-    ToWgs84& operator=(ToWgs84&&) noexcept;
+    ToWgs84(ToWgs84&& other) noexcept;
+    ToWgs84& operator=(ToWgs84&& other) noexcept;
     ToWgs84(const ToWgs84&) = delete;
     ToWgs84& operator=(const ToWgs84&) = delete;
     ~ToWgs84();

@@ -61,7 +61,7 @@ Result<void> OutlineReader::ReadFile(const std::filesystem::path& path, FileProg
         return Fail(m_file, "has no layer of that name");
     for (std::size_t i = 0; i < layers.size(); ++i) {
         progress.Part(i, layers.size());
-        if (const Result<void> read = ReadLayer(*layers[i], progress); !read)
+        if (Result<void> read = ReadLayer(*layers[i], progress); !read)
             return read;
     }
     if (m_counts.Lines == before)
