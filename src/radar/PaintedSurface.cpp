@@ -4,6 +4,7 @@
 #include "radar/LineRaster.h"
 
 #include <cmath>
+#include <span>
 
 namespace corvane {
 ScopePoint PaintedSurface::OnImage(ScopePoint at) const noexcept
@@ -46,21 +47,42 @@ static std::uint32_t PartOf(std::uint32_t pixel, std::uint32_t part) noexcept
     return scaled(pixel & EvenBytes) | scaled(pixel >> 8 & EvenBytes) << 8;
 }
 
+void PaintedSurface::MixInk()
+{
+    const std::uint32_t pixel = PixelImage::PixelOf(State.PenColor);
+    if (m_ink.Pixel == pixel)
+        return;
+    m_ink.Pixel = pixel;
+    for (std::uint32_t coverage = 0; coverage < m_ink.Parts.size(); ++coverage) {
+        m_ink.Parts[coverage] = PartOf(pixel, coverage);
+        m_ink.OnBlack[coverage] = m_ink.Parts[coverage] + PartOf(PixelImage::Black, 255U - coverage);
+    }
+}
+
 void PaintedSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left, std::int64_t top)
 {
-    const std::uint32_t ink = PixelImage::PixelOf(State.PenColor);
-    const auto firstX = std::max<std::int64_t>(0, -left);
-    const auto lastX = std::min<std::int64_t>(glyph.Width, m_image.Width() - left);
-    const auto firstY = std::max<std::int64_t>(0, -top);
-    const auto lastY = std::min<std::int64_t>(glyph.Height, m_image.Height() - top);
-    for (std::int64_t y = firstY; y < lastY; ++y) {
-        const std::uint8_t* coverage = m_font.Coverage.data() + glyph.Start + y * glyph.Width;
-        std::uint32_t* row = m_image.Row(static_cast<std::int32_t>(top + y));
-        for (std::int64_t x = firstX; x < lastX; ++x) {
-            std::uint32_t& pixel = row[left + x];
-            if (coverage[x] != 0)
-                pixel = PartOf(ink, coverage[x]) + PartOf(pixel, 255U - coverage[x]);
-        }
+    const std::span pixels(m_font.Inked.data() + glyph.Start, glyph.Count);
+    const std::int64_t width = m_image.Width();
+    const std::int64_t height = m_image.Height();
+    const auto blend = [this](std::uint32_t& pixel, std::uint32_t coverage) {
+        pixel = pixel == PixelImage::Black ? m_ink.OnBlack[coverage]
+                                           : m_ink.Parts[coverage] + PartOf(pixel, 255U - coverage);
+    };
+    if (left >= 0 && top >= 0 && left + glyph.Width <= width && top + glyph.Height <= height) {
+        std::uint32_t* const corner = m_image.Row(static_cast<std::int32_t>(top)) + left;
+        // Refreshing wipes the caches, and texts stand anywhere: what comes two cache lines on is fetched meanwhile.
+        constexpr std::int64_t Ahead = 32;
+        for (std::int64_t y = 0; y < glyph.Height; ++y)
+            __builtin_prefetch(corner + y * width + Ahead, 1);
+        for (const ScopeFont::InkedPixel& inked : pixels)
+            blend(corner[inked.Y * width + inked.X], inked.Coverage);
+        return;
+    }
+    for (const ScopeFont::InkedPixel& inked : pixels) { // across the image's edge
+        const std::int64_t x = left + inked.X;
+        const std::int64_t y = top + inked.Y;
+        if (x >= 0 && x < width && y >= 0 && y < height)
+            blend(m_image.Row(static_cast<std::int32_t>(y))[x], inked.Coverage);
     }
 }
 
@@ -71,6 +93,7 @@ void PaintedSurface::TextOut(ScopePoint at, std::string_view text)
     const std::int64_t tallest = 4 * std::int64_t{m_font.LineHeight}; // accents may rise above the line
     if (topLeft.Y >= m_image.Height() + tallest || topLeft.Y <= -tallest)
         return;
+    MixInk();
     for (const char character : text) {
         if (pen >= m_image.Width() + tallest)
             return;

@@ -5,6 +5,10 @@
 #include "radar/ScopeFont.h"
 #include "radar/Surface.h"
 
+#include <array>
+#include <cstdint>
+#include <string_view>
+
 namespace corvane {
 /// A surface of pixels: sharp lines of whole pixels as on a radar screen, no allocation, and no pixel off the image,
 /// however far out the coordinates lie. Image and font are borrowed; the image may be resized between drawings.
@@ -33,10 +37,19 @@ public:
 private:
     /// The image's pixel in the middle of one of the surface.
     [[nodiscard]] ScopePoint OnImage(ScopePoint at) const noexcept;
+    /// What a colour leaves of itself on a pixel by its coverage.
+    struct Ink {
+        std::uint32_t Pixel = 0; ///< of the colour; 0 before there is one
+        std::array<std::uint32_t, 256> Parts{};
+        std::array<std::uint32_t, 256> OnBlack{}; ///< the whole pixel, on the scope's background
+    };
+
+    void MixInk();
     void BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left, std::int64_t top);
 
     PixelImage& m_image;
     const ScopeFont& m_font;
     double m_scale;
+    Ink m_ink; ///< of the last text: nearly all are in one colour
 };
 } // namespace corvane

@@ -2,15 +2,40 @@
 
 #include "core/windows/QtText.h"
 
+#include <QAbstractListModel>
 #include <QComboBox>
 #include <QCompleter>
 #include <QLineEdit>
 #include <QListView>
-#include <QStringListModel>
 
 #include <algorithm>
 
 namespace corvane {
+namespace {
+/// Entries as a list model, each turned into a text when it is looked at: 25,000 at once would hold everything up.
+class EntryModel final : public QAbstractListModel {
+public:
+    EntryModel(const std::vector<std::string>& entries, QObject* parent)
+        : QAbstractListModel(parent), m_entries(entries)
+    {
+    }
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+    }
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override
+    {
+        const auto row = static_cast<std::size_t>(index.row());
+        if (!index.isValid() || row >= m_entries.size() || (role != Qt::DisplayRole && role != Qt::EditRole))
+            return {};
+        return ToQString(m_entries[row]);
+    }
+
+private:
+    const std::vector<std::string>& m_entries;
+};
+} // namespace
+
 void ShowPlaceholder(QComboBox& combo)
 {
     combo.lineEdit()->setPlaceholderText(combo.placeholderText());
@@ -18,11 +43,7 @@ void ShowPlaceholder(QComboBox& combo)
 
 void SetEntries(QComboBox& combo, const std::vector<std::string>& entries)
 {
-    QStringList texts;
-    texts.reserve(static_cast<qsizetype>(entries.size()));
-    for (const std::string& entry : entries)
-        texts.append(ToQString(entry));
-    auto* const model = new QStringListModel(texts, &combo);
+    auto* const model = new EntryModel(entries, &combo);
     auto* const list = new QListView(&combo);
     list->setUniformItemSizes(true); // measuring every entry would take seconds
     list->setLayoutMode(QListView::Batched);

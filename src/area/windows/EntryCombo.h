@@ -10,7 +10,8 @@ namespace corvane {
 /// Shows an editable combo box's placeholder text while it is empty, which Qt does for the others alone.
 void ShowPlaceholder(QComboBox& combo);
 
-/// Fills an editable combo box with 8-bit entries, quickly for tens of thousands, with type-ahead anywhere in the text.
+/// Fills an editable combo box with 8-bit entries, at once for tens of thousands, with type-ahead anywhere in the text.
+/// The vector is borrowed for as long as the combo box shows it; after a change it must be set again.
 void SetEntries(QComboBox& combo, const std::vector<std::string>& entries);
 
 /// The entry picked from the list, 8-bit text. Text that was typed is a pick only where it is an entry of the list.

@@ -53,10 +53,14 @@ static void AddGlyph(ScopeFont& scopeFont, ScopeFont::Glyph& glyph, const QFont&
     glyph.Top = inked.top() - margin;
     glyph.Width = inked.width();
     glyph.Height = inked.height();
-    glyph.Start = static_cast<std::uint32_t>(scopeFont.Coverage.size());
+    glyph.Start = static_cast<std::uint32_t>(scopeFont.Inked.size());
     for (int y = inked.top(); y <= inked.bottom(); ++y)
         for (int x = inked.left(); x <= inked.right(); ++x)
-            scopeFont.Coverage.push_back(static_cast<std::uint8_t>(qAlpha(picture.pixel(x, y))));
+            if (const int coverage = qAlpha(picture.pixel(x, y)); coverage != 0)
+                scopeFont.Inked.push_back({static_cast<std::uint16_t>(x - inked.left()),
+                                           static_cast<std::uint16_t>(y - inked.top()),
+                                           static_cast<std::uint8_t>(coverage)});
+    glyph.Count = static_cast<std::uint32_t>(scopeFont.Inked.size()) - glyph.Start;
 }
 
 ScopeFont MakeScopeFont(const QFont& font)

@@ -1,0 +1,426 @@
+#include "app/AppState.h"
+#include "app/StartupChecks.h"
+#include "app/windows/Program.h"
+#include "area/DatabaseLists.h"
+#include "area/windows/ChooserWindow.h"
+#include "builder/BuildDriver.h"
+#include "builder/demo/WorldSized.h"
+#include "core/DatabaseFiles.h"
+#include "core/Geodesy.h"
+#include "core/PathLookup.h"
+#include "platform/CompositePeerFactory.h"
+#include "platform/InMemoryNetwork.h"
+#include "radar/RadarDisplay.h"
+#include "radar/paint/ScopePaint.h"
+#include "radar/windows/ScopeWidget.h"
+#include "session/recording/PlaybackClock.h"
+#include "session/recording/RecordingDialogs.h"
+#include "session/recording/SessionRecorder.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEventLoop>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QTimer>
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What a person waits for at the windows, each beside its baseline:
+// - the area chooser's start over a database of 25,000 airports; at most three times reading its files as cat does
+// - a refresh of 1,000 targets at 1920 x 1080; at most half of the same picture painted by plain QPainter calls
+// - the longest time for which the window's thread hears nothing while a session runs and another area is loaded;
+//   at most one redraw of the scope
+
+namespace corvane {
+namespace {
+constexpr std::int32_t Width = 1920;
+constexpr std::int32_t Height = 1080;
+
+/// The application that windows and fonts need.
+class Desktop {
+public:
+    Desktop()
+    {
+        setenv("QT_QPA_PLATFORM", "offscreen", 0);
+        m_application = std::make_unique<QApplication>(m_argumentCount, m_arguments.data());
+        QApplication::setQuitOnLastWindowClosed(false);
+    }
+
+private:
+    std::string m_name = "windows_bench";
+    std::array<char*, 2> m_arguments{m_name.data(), nullptr};
+    int m_argumentCount = 1;
+    std::unique_ptr<QApplication> m_application;
+};
+
+/// A folder with a world-sized database; removed in the end.
+class World {
+public:
+    World() : m_folder(std::filesystem::temp_directory_path() / "corvane-windows-bench")
+    {
+        std::filesystem::remove_all(m_folder);
+        WorldSizedOptions options;
+        options.OutDir = m_folder;
+        options.AirportCount = 25000;
+        options.MapPoints = 1'000'000;
+        options.TerrainPoints = 1'000'000;
+        m_complete = WriteWorldSizedFolder(options) && Build();
+    }
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+    ~World() { std::filesystem::remove_all(m_folder); }
+
+    [[nodiscard]] bool Complete() const noexcept { return m_complete; }
+    [[nodiscard]] const std::filesystem::path& Folder() const noexcept { return m_folder; }
+    /// What the start reads: the settings, the database and the magnetic grid.
+    [[nodiscard]] std::vector<std::filesystem::path> Files() const
+    {
+        std::vector<std::filesystem::path> files;
+        for (const std::string_view name : DataFileNames())
+            files.push_back(m_folder / name);
+        files.push_back(m_folder / "fs2002" / "scenery" / "magdec.bgl");
+        return files;
+    }
+
+private:
+    [[nodiscard]] bool Build() const
+    {
+        BuildDriver driver(m_folder, TextFromPath(m_folder / "fs2002"), Fs2002Version);
+        if (!driver.Prepare())
+            return false;
+        while (true) {
+            const auto step = driver.ScanNext();
+            if (!step)
+                return false;
+            if (step->Done)
+                return driver.Finish().has_value();
+        }
+    }
+
+    std::filesystem::path m_folder;
+    bool m_complete = false;
+};
+
+/// Boxes that nobody reads.
+class SilentBoxes final : public MessageBoxes {
+public:
+    void Show(MessageIcon /*icon*/, std::string_view /*title*/, std::string_view text) override
+    {
+        std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
+    }
+    bool Confirm(std::string_view /*title*/, std::string_view /*text*/) override { return false; }
+    std::optional<std::string> AskText(std::string_view /*title*/, std::string_view /*prompt*/) override { return {}; }
+};
+
+class NoDialogs final : public RecordingDialogs {
+public:
+    std::optional<std::filesystem::path> AskWhereToRecord() override { return {}; }
+    std::optional<std::filesystem::path> AskWhatToPlay() override { return {}; }
+};
+
+void ReadTheFiles(benchmark::State& state)
+{
+    const World world;
+    std::vector<char> block(128 * 1024);
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        bytes = 0;
+        for (const std::filesystem::path& path : world.Files()) {
+            std::FILE* const file = std::fopen(path.c_str(), "rb");
+            if (file == nullptr)
+                continue;
+            std::setvbuf(file, nullptr, _IONBF, 0);
+            while (const std::size_t read = std::fread(block.data(), 1, block.size(), file))
+                bytes += read;
+            std::fclose(file);
+        }
+    }
+    state.counters["MB"] = static_cast<double>(bytes) / 1e6;
+}
+BENCHMARK(ReadTheFiles)->Unit(benchmark::kMillisecond);
+
+/// From the start-up checks to the chooser's filled lists, the waits by the clock left out.
+void StartToTheChooser(benchmark::State& state)
+{
+    const World world;
+    const Desktop desktop;
+    SilentBoxes boxes;
+    std::size_t airports = 0;
+    for (auto _ : state) {
+        auto app = std::make_unique<AppState>();
+        app->AppFolder = world.Folder();
+        if (RunStartupChecks(*app) != StartupDecision::Chooser) {
+            state.SkipWithError("the database is not complete");
+            break;
+        }
+        ChooserWindow chooser(*app, boxes);
+        QEventLoop waiting;
+        QObject::connect(&chooser, &ChooserWindow::Ready, &waiting, &QEventLoop::quit);
+        chooser.show();
+        chooser.findChild<QTimer*>("Timer1")->start(0);
+        waiting.exec();
+        airports = static_cast<std::size_t>(app->Settings.AirportCount);
+    }
+    state.counters["airports"] = static_cast<double>(airports);
+}
+BENCHMARK(StartToTheChooser)->Unit(benchmark::kMillisecond);
+
+/// A thousand pilots around an airport. Their headings are multiples of 45 degrees, whose lines have the same pixels by
+/// any rule.
+struct Traffic {
+    AreaModel Area;
+    MagVarGrid Grid;
+    DisplayFlags Flags;
+    SessionState Session;
+    PlayerTable Players;
+    ScopeFont Font = MakeScopeFont(ScopeQFont());
+    RadarDisplay Display{{Area, Grid, Flags, Session, Players}, Font};
+
+    Traffic()
+    {
+        std::mt19937 random(2002);
+        std::uniform_int_distribution<std::int32_t> x(1, Width - 1);
+        std::uniform_int_distribution<std::int32_t> y(1, Height - 1);
+        Display.Load(Width, Height);
+        for (int i = 0; i < 1000; ++i) {
+            Players.Append("N" + std::to_string(1000 + i), i + 10, PilotRole);
+            PlayerRecord& pilot = Players.Players().back();
+            const ScopeDegrees at = DegreesAtPixel(Display.View(), {x(random), y(random)});
+            pilot.Latitude = at.Y;
+            pilot.Longitude = at.X;
+            pilot.MagHeading = i % 8 * 45;
+            pilot.AltitudeFt = 1000 + 37 * i;
+            pilot.GroundSpeedKt = static_cast<std::int16_t>(100 + i % 400);
+        }
+        Display.Draw(); // the map and its snapshot
+    }
+    void Refresh()
+    {
+        Display.RefreshTargets();
+        Display.Draw();
+    }
+};
+
+/// The same scene as a program paints it that uses QPainter as it comes.
+class PlainPainting {
+public:
+    explicit PlainPainting(Traffic& traffic) : m_traffic(traffic), m_picture(Width, Height, QImage::Format_RGB32)
+    {
+        Traffic empty;
+        empty.Players.Empty();
+        empty.Display.RedrawAll();
+        empty.Display.Draw();
+        m_map = BorrowAsQImage(empty.Display.Picture()).copy();
+    }
+
+    void Refresh()
+    {
+        QPainter painter(&m_picture);
+        painter.drawImage(0, 0, m_map);
+        painter.setFont(m_font);
+        painter.setPen(QColor(0, 192, 0));
+        painter.setBrush(QColor(0, 192, 0));
+        for (const PlayerRecord& pilot : m_traffic.Players.Players())
+            DrawTarget(painter, pilot);
+    }
+    [[nodiscard]] const QImage& Picture() const { return m_picture; }
+
+private:
+    void DrawTarget(QPainter& painter, const PlayerRecord& pilot) const
+    {
+        const ScopePoint at = ProjectToScope(m_traffic.Display.View(), pilot.Latitude, pilot.Longitude);
+        const double heading = pilot.MagHeading * RadiansPerDegree;
+        painter.drawEllipse(at.X - 5, at.Y - 5, 10, 10);
+        painter.drawLine(at.X, at.Y, at.X + qRound(15 * std::sin(heading)), at.Y - qRound(15 * std::cos(heading)));
+        painter.drawLine(at.X, at.Y, at.X + 21, at.Y - 21);
+        const QFontMetrics metrics(m_font);
+        const QPoint text(at.X + 21, at.Y - 21 - 2 * metrics.height() + metrics.ascent());
+        painter.drawText(text, QStringLiteral("%1  Hdg: %2*  Alt: %3ft")
+                                   .arg(QString::fromStdString(pilot.Name))
+                                   .arg(pilot.MagHeading)
+                                   .arg(pilot.AltitudeFt));
+        painter.drawText(text + QPoint(0, metrics.height()),
+                         QStringLiteral("GS: %1kts  Min Alt: -None-").arg(pilot.GroundSpeedKt));
+    }
+
+    Traffic& m_traffic;
+    QFont m_font = ScopeQFont();
+    QImage m_map;
+    QImage m_picture;
+};
+
+void TargetsByPlainPainting(benchmark::State& state)
+{
+    const Desktop desktop;
+    Traffic traffic;
+    PlainPainting plain(traffic);
+    plain.Refresh();
+    traffic.Refresh();
+    if (plain.Picture() != BorrowAsQImage(traffic.Display.Picture()))
+        state.SkipWithError("the pictures are not equal");
+    for (auto _ : state)
+        plain.Refresh();
+}
+BENCHMARK(TargetsByPlainPainting)->Unit(benchmark::kMicrosecond);
+
+/// moving: every pilot has reported another altitude since the last refresh.
+void TargetRefresh(benchmark::State& state, bool moving)
+{
+    const Desktop desktop;
+    Traffic traffic;
+    for (auto _ : state) {
+        if (moving)
+            for (PlayerRecord& pilot : traffic.Players.Players())
+                pilot.AltitudeFt ^= 1;
+        traffic.Refresh();
+    }
+}
+BENCHMARK_CAPTURE(TargetRefresh, Resting, false)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(TargetRefresh, Moving, true)->Unit(benchmark::kMicrosecond);
+
+double MsOf(clockid_t clock)
+{
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+/// A stretch of time in milliseconds: by the wall's clock, which also runs while other programs have the processor, and
+/// by that of the thread's own work.
+struct Stretch {
+    double Wall = 0;
+    double Own = 0;
+
+    static Stretch Now() { return {MsOf(CLOCK_MONOTONIC), MsOf(CLOCK_THREAD_CPUTIME_ID)}; }
+    void RaiseTo(const Stretch& from, const Stretch& to)
+    {
+        Wall = std::max(Wall, to.Wall - from.Wall);
+        Own = std::max(Own, to.Own - from.Own);
+    }
+    void Report(benchmark::State& state, const std::string& name) const
+    {
+        state.counters[name + "_ms"] = Wall;
+        state.counters[name + "_own_ms"] = Own;
+    }
+};
+
+/// Notes the longest time between two events of the thread.
+class Heartbeat {
+public:
+    Heartbeat()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            const Stretch now = Stretch::Now();
+            m_longest.RaiseTo(m_last, now);
+            m_last = now;
+        });
+        m_timer.start(0);
+    }
+    [[nodiscard]] const Stretch& Longest() const { return m_longest; }
+
+private:
+    QTimer m_timer;
+    Stretch m_last = Stretch::Now();
+    Stretch m_longest;
+};
+
+QWidget* VisibleWindow(const char* name)
+{
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->objectName() == name && widget->isVisible())
+            return widget;
+    return nullptr;
+}
+
+void LiveFor(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+QWidget* WaitForWindow(const char* name)
+{
+    for (int tries = 0; VisibleWindow(name) == nullptr && tries < 300; ++tries)
+        LiveFor(100);
+    return VisibleWindow(name);
+}
+
+Stretch SlowestRedraw(QWidget& radar)
+{
+    auto& scope = *radar.findChild<ScopeWidget*>("Picture1");
+    auto& center = *radar.findChild<QWidget*>("Command2");
+    Stretch slowest;
+    for (int i = 0; i < 10; ++i) {
+        const Stretch before = Stretch::Now();
+        QMetaObject::invokeMethod(&center, "click");
+        scope.repaint();
+        slowest.RaiseTo(before, Stretch::Now());
+    }
+    return slowest;
+}
+
+/// A session over an area of the world-sized database, in which the person loads another.
+void LongestPauseInASession(benchmark::State& state)
+{
+    const World world;
+    const Desktop desktop;
+    InMemoryNetwork network;
+    InMemoryProvider provider(network);
+    CompositePeerFactory factory({&provider});
+    AppState app;
+    app.AppFolder = world.Folder();
+    PracticeHost practice(provider, std::string(InMemoryProvider::ConnectionAddress), app.MagVar, 7);
+    SilentBoxes shown;
+    ScriptedStart script;
+    const auto entries = ReadAirportList(world.Folder());
+    script.Airport = entries ? entries->front().substr(0, entries->front().find(' ')) : std::string();
+    script.Practice = true;
+    ScriptedBoxes boxes(shown, script);
+    NoDialogs dialogs;
+    PlaybackClock playback([] { return std::int64_t{0}; });
+    SessionRecorder recorder([] { return std::int64_t{0}; });
+    Program program(app, factory, practice, boxes, script, {recorder, playback, dialogs});
+    program.Start();
+    QWidget* const radar = WaitForWindow("Form1");
+    if (radar == nullptr) {
+        state.SkipWithError("the radar did not open");
+        return;
+    }
+    radar->resize(Width, Height);
+    LiveFor(3000);
+    const auto longestPause = [&](const std::string& name, int milliseconds) {
+        const Heartbeat heartbeat;
+        LiveFor(milliseconds);
+        heartbeat.Longest().Report(state, name);
+    };
+    for (auto _ : state) {
+        longestPause("session", 5000);
+        radar->findChild<QAction*>("load_all_db_files")->trigger(); // the window is made before the measuring begins
+        longestPause("lists", 3000);
+        auto* const chooser = qobject_cast<ChooserWindow*>(VisibleWindow("Form5"));
+        QTimer::singleShot(100, radar, [&] {
+            if (chooser == nullptr || !chooser->ChooseAirport((*entries)[entries->size() / 2].substr(0, 4)))
+                state.SkipWithError("no other airport");
+        });
+        longestPause("load", 3000);
+    }
+    SlowestRedraw(*radar).Report(state, "redraw");
+}
+BENCHMARK(LongestPauseInASession)->Iterations(1)->Unit(benchmark::kMillisecond);
+} // namespace
+} // namespace corvane
