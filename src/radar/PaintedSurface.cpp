@@ -86,19 +86,19 @@ void PaintedSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left
     }
 }
 
-void PaintedSurface::TextOut(ScopePoint at, std::string_view text)
+void PaintedSurface::TextOut(ScopePoint topLeft, std::string_view text)
 {
-    const ScopePoint topLeft = {RoundTo<std::int32_t>(at.X * m_scale), RoundTo<std::int32_t>(at.Y * m_scale)};
-    std::int64_t pen = topLeft.X;
+    std::int64_t pen = RoundTo<std::int32_t>(topLeft.X * m_scale);
+    const std::int64_t top = RoundTo<std::int32_t>(topLeft.Y * m_scale);
     const std::int64_t tallest = 4 * std::int64_t{m_font.LineHeight}; // accents may rise above the line
-    if (topLeft.Y >= m_image.Height() + tallest || topLeft.Y <= -tallest)
+    if (top >= m_image.Height() + tallest || top <= -tallest)
         return;
     MixInk();
     for (const char character : text) {
         if (pen >= m_image.Width() + tallest)
             return;
         const ScopeFont::Glyph& glyph = m_font.Glyphs[static_cast<unsigned char>(character)];
-        BlendGlyph(glyph, pen + glyph.Left, std::int64_t{topLeft.Y} + glyph.Top);
+        BlendGlyph(glyph, pen + glyph.Left, top + glyph.Top);
         pen += glyph.Advance;
     }
 }

@@ -5,6 +5,7 @@
 #include "ui_ChooserWindow.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QEventLoop>
 
 #include <thread>
@@ -110,7 +111,7 @@ void ChooserWindow::RunLongWork(const std::function<void()>& work)
     QEventLoop waiting;
     std::thread worker([&] {
         work();
-        QMetaObject::invokeMethod(&waiting, &QEventLoop::quit, Qt::QueuedConnection);
+        QCoreApplication::postEvent(&waiting, new QEvent(QEvent::Quit)); // which Qt deletes
     });
     waiting.exec();
     worker.join(); // the loop also ends with the program
