@@ -9,7 +9,7 @@
 #include "core/Geodesy.h"
 #include "core/PathLookup.h"
 #include "platform/CompositePeerFactory.h"
-#include "platform/InMemoryNetwork.h"
+#include "platform/directplay/PracticeProvider.h"
 #include "radar/RadarDisplay.h"
 #include "radar/paint/ScopePaint.h"
 #include "radar/windows/ScopeWidget.h"
@@ -380,11 +380,11 @@ void LongestPauseInASession(benchmark::State& state)
     const World world;
     const Desktop desktop;
     InMemoryNetwork network;
-    InMemoryProvider provider(network);
+    PracticeProvider provider(network);
     CompositePeerFactory factory({&provider});
     AppState app;
     app.AppFolder = world.Folder();
-    PracticeHost practice(provider, std::string(InMemoryProvider::ConnectionAddress), app.MagVar, 7);
+    PracticeHost practice(provider, app.MagVar, 7);
     SilentBoxes shown;
     ScriptedStart script;
     const auto entries = ReadAirportList(world.Folder());

@@ -23,6 +23,9 @@ if(CORVANE_FUZZ)
   target_compile_options(corvane_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# For code that runs too seldom to be worth the compiler's time: tests, and the reading of arguments.
+set(corvane_light_optimisation $<$<CONFIG:Release>:-O1>)
+
 # corvane_library(NAME SOURCES file... [DEPENDS target...])
 function(corvane_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
@@ -43,6 +46,7 @@ function(corvane_test name)
   cmake_parse_arguments(ARG "" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
   corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} GTest::gtest_main GTest::gmock)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
+  target_compile_options(${name} PRIVATE ${corvane_light_optimisation})
   gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()
