@@ -1,12 +1,12 @@
 # bash completion for corvane and corvane-cli: both are asked themselves, so that it fits every version.
 
 # The long options of a help text on standard input.
-_corvane_options() { command grep -oE '(^|[ ,])--[a-z][a-z-]*' | command tr -d ' ,'; }
+_corvane_options() { command grep -oE '(^|[ ,])--[a-z][a-z-]*' | command tr -d ' ,' | command sort -u; }
 
 _corvane() {
     local current=${COMP_WORDS[COMP_CWORD]}
     [[ $current == -* ]] || return
-    mapfile -t COMPREPLY < <(compgen -W "$(QT_QPA_PLATFORM=offscreen "$1" --help 2>/dev/null | _corvane_options)" \
+    mapfile -t COMPREPLY < <(compgen -W "$("$1" --help 2>/dev/null | _corvane_options)" \
         -- "$current")
 }
 
