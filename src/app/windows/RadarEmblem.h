@@ -6,9 +6,10 @@ class QPainter;
 class QRect;
 
 namespace corvane {
-/// The program's emblem, a radar's sweep over its rings on black, fitted into an area.
-void PaintRadarEmblem(QPainter& painter, const QRect& area);
-
-/// The emblem as the icon of the program's windows.
+/// The program's emblem, a radar's sweep over its rings, as the icon of its windows: the same pictures that the desktop
+/// shows in its menu.
 QIcon RadarIcon();
+
+/// The emblem on black, fitted into an area.
+void PaintRadarEmblem(QPainter& painter, const QRect& area);
 } // namespace corvane

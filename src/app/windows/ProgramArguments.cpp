@@ -1,0 +1,74 @@
+#include "app/windows/ProgramArguments.h"
+
+#include "app/AppState.h"
+#include "app/StartupChecks.h"
+#include "app/UserFolders.h"
+#include "app/windows/ScriptedStart.h"
+#include "core/Text.h"
+#include "core/windows/QtText.h"
+#include "platform/os/Folders.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace corvane {
+ProgramArguments::ProgramArguments()
+    : m_help(m_parser.addHelpOption()),
+      m_version(m_parser.addVersionOption()),
+      m_appFolder("app-folder", "Folder of the settings, database and map files; the working directory unless given.",
+                  "DIR", QDir::currentPath()),
+      m_airport("airport", "Chooses this airport's area.", "ICAO"),
+      m_practice("practice", "Joins the practice session."),
+      m_screenshot("screenshot", "Saves the radar window's picture once targets have moved, and ends.", "FILE"),
+      m_firstStart("first-start",
+                   "Deletes the settings and database files first: the program begins as on its first day."),
+      m_userFolder("user-folder", "Takes the user's own folder for --app-folder, and makes it where needed."),
+      m_demo("demo", "Opens the demonstration world, which it makes in the user's own folder, with practice traffic.")
+{
+    m_parser.setApplicationDescription("An air traffic control radar for multiplayer sessions of Microsoft Flight "
+                                       "Simulator 2002.");
+    m_parser.addOptions({m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_demo});
+}
+
+void ProgramArguments::AnswerWithoutDisplay(int& argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    m_parser.parse(QCoreApplication::arguments()); // what is wrong in them is told once the display has taken its own
+    if (m_parser.isSet(m_version))
+        m_parser.showVersion();
+    if (m_parser.isSet(m_help) || m_parser.isSet("help-all"))
+        m_parser.showHelp();
+}
+
+/// The folder of the settings and the database; ends the program where it cannot be made.
+static std::filesystem::path OwnFolder(bool demonstration)
+{
+    const std::filesystem::path folder = UserDataFolder("corvane");
+    const auto prepared =
+        demonstration && !folder.empty() ? PrepareDemonstration(folder / "demo") : PrepareUserFolder(folder);
+    if (prepared)
+        return *prepared;
+    std::cerr << "corvane: " << prepared.error().Text() << '\n';
+    std::exit(1);
+}
+
+ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppState& state)
+{
+    m_parser.process(application);
+    const bool demonstration = m_parser.isSet(m_demo);
+    state.AppFolder = AppFolderFromText(ToText(m_parser.value(m_appFolder)));
+    if (m_parser.isSet(m_userFolder) || demonstration)
+        state.AppFolder = OwnFolder(demonstration);
+    ScriptedStart script;
+    script.Airport = ToUpper(ToText(m_parser.value(m_airport)));
+    script.Practice = m_parser.isSet(m_practice) || demonstration;
+    script.Screenshot = m_parser.value(m_screenshot);
+    script.FirstStart = m_parser.isSet(m_firstStart);
+    if (demonstration && script.Airport.empty())
+        script.Airport = "KSEA";
+    return script;
+}
+} // namespace corvane
