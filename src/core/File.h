@@ -20,6 +20,7 @@ public:
     void Shorten(std::size_t size) noexcept { m_size = size; }
 
 private:
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): std::vector would clear the bytes
     std::unique_ptr<std::uint8_t[]> m_bytes;
     std::size_t m_size = 0;
 };

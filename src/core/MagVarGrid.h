@@ -35,7 +35,7 @@ public:
         const long long wholeLon = std::llrint(lon);
         const long long east = wholeLon < 0 ? wholeLon + 360 : wholeLon;
         const long long index = east * static_cast<long long>(Latitudes) + wholeLat + 90;
-        if (index < 0 || index >= static_cast<long long>(CellCount + 1))
+        if (index < 0 || index > static_cast<long long>(CellCount))
             return std::nullopt;
         return static_cast<int>(Values[static_cast<std::size_t>(index)] * (360.0 / 65536.0));
     }

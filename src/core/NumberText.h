@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <charconv>
 #include <concepts>
 #include <cstdint>
@@ -9,9 +10,9 @@ namespace corvane {
 /// Appends a whole number in plain decimal.
 template <std::integral T> void AppendNumber(std::string& text, T value)
 {
-    char digits[24];
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), value);
-    text.append(std::begin(digits), end.ptr);
+    std::array<char, 24> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    text.append(digits.data(), end.ptr);
 }
 
 /// Appends the shortest plain decimal text (no exponent) that reads back as the same double: 118.1, 270, 0.

@@ -63,8 +63,9 @@ constexpr bool BetweenEdges(const ScopeView& view, double lat, double lon) noexc
 {
     // without branches: over a large area's points they would be mispredicted more often than not
     const unsigned edgesNeeded = view.ViewWest > view.ViewEast ? 1 : 2;
-    const unsigned edgesMet = unsigned{lon > view.ViewWest} + unsigned{lon < view.ViewEast};
-    return (unsigned{lat < view.ViewNorth} & unsigned{lat > view.ViewSouth} & unsigned{edgesMet >= edgesNeeded}) != 0;
+    const auto asNumber = [](bool met) { return static_cast<unsigned>(met); };
+    const unsigned edgesMet = asNumber(lon > view.ViewWest) + asNumber(lon < view.ViewEast);
+    return (asNumber(lat < view.ViewNorth) & asNumber(lat > view.ViewSouth) & asNumber(edgesMet >= edgesNeeded)) != 0;
 }
 /// The pixel of a position that lies on earth and inside the scope; nothing for all others.
 inline std::optional<ScopePoint> VisiblePixel(const ScopeView& view, double lat, double lon) noexcept
