@@ -86,30 +86,33 @@ public:
         m_document = Json::parse(in, nullptr, false);
     }
 
-    /// The median over the repetitions; nothing where there is no such benchmark.
-    [[nodiscard]] std::optional<double> Median(const std::string& name) const
+    /// The least of all repetitions, which other work on the machine disturbs least; nothing where there is no such
+    /// benchmark.
+    [[nodiscard]] std::optional<double> Best(const std::string& name) const
     {
-        const auto colon = name.find(':');
-        const Json* result = Find(name.substr(0, colon));
-        if (result == nullptr)
+        if (!m_document.is_object() || !m_document.contains("benchmarks"))
             return std::nullopt;
-        if (colon == std::string::npos)
-            return ToNanoseconds(result->at("real_time"), result->at("time_unit"));
-        const auto counter = result->find(name.substr(colon + 1));
-        return counter == result->end() ? std::nullopt : std::optional<double>(*counter);
+        const auto colon = name.find(':');
+        std::optional<double> best;
+        for (const Json& result : m_document.at("benchmarks")) {
+            const auto value = Value(result, name.substr(0, colon), name.substr(std::min(colon, name.size() - 1) + 1));
+            if (value && (!best || *value < *best))
+                best = value;
+        }
+        return best;
     }
 
 private:
-    [[nodiscard]] const Json* Find(const std::string& name) const
+    /// What a result says of a benchmark: its time, or one of its counters.
+    static std::optional<double> Value(const Json& result, const std::string& name, const std::string& counter)
     {
-        if (!m_document.is_object() || !m_document.contains("benchmarks"))
-            return nullptr;
-        for (const Json& result : m_document.at("benchmarks")) {
-            const std::string run = result.value("run_name", "");
-            if (result.value("aggregate_name", "") == "median" && (run == name || run.starts_with(name + "/")))
-                return &result;
-        }
-        return nullptr;
+        const std::string run = result.value("run_name", "");
+        if (result.value("run_type", "") != "iteration" || (run != name && !run.starts_with(name + "/")))
+            return std::nullopt;
+        if (counter.empty())
+            return ToNanoseconds(result.at("real_time"), result.at("time_unit"));
+        const auto found = result.find(counter);
+        return found == result.end() ? std::nullopt : std::optional<double>(*found);
     }
 
     Json m_document;
@@ -133,8 +136,8 @@ bool PrintLine(const Promise& promise, const Results& results)
 {
     constexpr double OneSecond = 1e9;
     const bool againstASecond = promise.Baseline[0] == '\0';
-    const auto measured = results.Median(promise.Measured);
-    const auto baseline = againstASecond ? OneSecond : results.Median(promise.Baseline);
+    const auto measured = results.Best(promise.Measured);
+    const auto baseline = againstASecond ? OneSecond : results.Best(promise.Baseline);
     const std::string command = std::string("`./run-bench ") + promise.Program + "`";
     if (!measured || !baseline || *baseline <= 0) {
         std::printf("| %s | not measured | | | %g | | %s |\n", promise.What, promise.Limit, command.c_str());
