@@ -4,7 +4,7 @@
 #include "builder/demo/AirspaceScenery.h"
 #include "builder/demo/BglFileWriter.h"
 #include "builder/demo/FolderWriter.h"
-#include "builder/demo/RadioPlan.h"
+#include "builder/demo/RegionContent.h"
 #include "builder/demo/SceneryRegions.h"
 #include "builder/demo/WorldData.h"
 #include "builder/demo/WorldFiles.h"
@@ -34,18 +34,6 @@ static constexpr std::string_view WorldFolder = "Scenery/World/Scenery";
 static constexpr std::string_view BaseFolder = "Scenery";
 
 namespace {
-/// An airport with what was planned for it, by reference into the world's data.
-struct RankedAirport {
-    const AirportSource* Source;
-    const AirportRadio* Radio;
-    std::size_t Rank;
-};
-
-struct RegionContent {
-    std::vector<RankedAirport> Airports;
-    std::vector<const NavaidSource*> Navaids;
-};
-
 class DemoWorldWriter {
 public:
     DemoWorldWriter(const DemoWorldOptions& options, const WorldData& world, const WorldProgressCallback& progress);
@@ -86,18 +74,9 @@ DemoWorldWriter::DemoWorldWriter(const DemoWorldOptions& options, const WorldDat
       m_world(world),
       m_progress(progress),
       m_radio(PlanRadio(world.Airports)),
-      m_regions(SceneryRegions().size()),
+      m_regions(ContentByRegion(world, m_radio)),
       m_folder(options.OutDir)
 {
-    for (std::size_t rank = 0; rank < world.Airports.size(); ++rank) {
-        const AirportSource& airport = world.Airports[rank];
-        m_regions[RegionOf(airport.Icao, airport.Position.Lon)].Airports.push_back({&airport, &m_radio[rank], rank});
-    }
-    for (RegionContent& region : m_regions)
-        std::sort(region.Airports.begin(), region.Airports.end(),
-                  [](const RankedAirport& a, const RankedAirport& b) { return a.Source->Icao < b.Source->Icao; });
-    for (const NavaidSource& navaid : world.Navaids)
-        m_regions[RegionOf(navaid.Icao, navaid.Position.Lon)].Navaids.push_back(&navaid);
 }
 
 static std::size_t PartCount(std::size_t size, std::size_t perPart)

@@ -1,6 +1,7 @@
 #include "builder/demo/GroundPlan.h"
 
 #include "builder/demo/GroundNetwork.h"
+#include "builder/demo/RunwayFrame.h"
 #include "core/Geodesy.h"
 #include "core/NumberText.h"
 #include "core/Rounding.h"
@@ -14,7 +15,6 @@ namespace {
 using Node = GroundNetwork::Node;
 using NodeRun = GroundNetwork::NodeRun;
 
-constexpr double EndInsetM = 30;  ///< runway paths end this far inside the pavement
 constexpr double HoldShortM = 75; ///< from the centre line
 
 /// Measures of the apron and its taxiway in metres.
@@ -28,17 +28,6 @@ struct ApronMeasures {
 };
 constexpr ApronMeasures GateMeasures{180, 110, 190, 60, 65, 28};
 constexpr ApronMeasures SmallMeasures{150, 70, 120, 40, 45, 15};
-
-/// A runway's own axes: along it from the first end to the other, and across to the right.
-struct RunwayFrame {
-    GroundVector Center;
-    GroundVector Along;
-    GroundVector Right;
-    double Half = 0;
-
-    [[nodiscard]] GroundVector At(double along, double right) const { return Center + Along * along + Right * right; }
-    [[nodiscard]] GroundSegment CenterLine() const { return {At(-Half, 0), At(Half, 0)}; }
-};
 
 /// A place for the apron beside its runway.
 struct ApronSite {
@@ -94,32 +83,6 @@ private:
     int m_generalSpots = 0;
 };
 } // namespace
-
-static RunwayFrame FrameOf(const PlannedRunway& runway)
-{
-    constexpr double ShortestHalfM = 30;
-    const double heading = runway.TrueHeading * RadiansPerDegree;
-    const GroundVector along{std::sin(heading), std::cos(heading)};
-    return {runway.Center, along, {along.North, -along.East}, std::max(runway.LengthM / 2 - EndInsetM, ShortestHalfM)};
-}
-
-static std::vector<GroundSegment> CenterLines(const std::vector<RunwayFrame>& frames)
-{
-    std::vector<GroundSegment> lines;
-    lines.reserve(frames.size());
-    for (const RunwayFrame& frame : frames)
-        lines.push_back(frame.CenterLine());
-    return lines;
-}
-
-/// The runway that is long and near the reference point: the buildings stand there.
-static std::size_t MainRunway(const std::vector<RunwayFrame>& frames)
-{
-    const auto worth = [](const RunwayFrame& frame) { return 2 * frame.Half - Length(frame.Center); };
-    const auto best = std::max_element(frames.begin(), frames.end(),
-                                       [&](const RunwayFrame& a, const RunwayFrame& b) { return worth(a) < worth(b); });
-    return static_cast<std::size_t>(best - frames.begin());
-}
 
 GroundPlanner::GroundPlanner(std::vector<RunwayFrame> frames, const ApronStyle& style)
     : m_frames(std::move(frames)),
@@ -181,17 +144,6 @@ std::vector<double> GroundPlanner::LinkPlaces() const
     if (places.empty())
         places.push_back(m_apron.Middle);
     return places;
-}
-
-/// Where connectors leave the runway: at both ends and about every 700 m between.
-static std::vector<double> Stations(const RunwayFrame& frame)
-{
-    constexpr double ConnectorEveryM = 700;
-    const int parts = std::clamp(RoundTo<std::int32_t>(2 * frame.Half / ConnectorEveryM), 1, 6);
-    std::vector<double> stations;
-    for (int i = 0; i <= parts; ++i)
-        stations.push_back(-frame.Half + 2 * frame.Half * i / parts);
-    return stations;
 }
 
 /// The side with room for more of the taxiway; of equal ones that of the apron.

@@ -69,6 +69,8 @@ public:
     [[nodiscard]] directplay::PacketCounters Counters() const;
 
 private:
+    static Error Because(const char* operation, const Error& error);
+    static Result<void> CheckText(const char* operation, std::string_view text);
     [[nodiscard]] Result<std::shared_ptr<const directplay::Roster>> RequireSession(const char* operation) const;
     Result<void> RequireNetwork(const char* operation) const;
     Result<void> FindHost(const std::string& host, const char* operation);
