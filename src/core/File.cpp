@@ -21,7 +21,7 @@ std::string FullName(const std::filesystem::path& path)
     return absolute.empty() ? path.string() : absolute.lexically_normal().string();
 }
 
-Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path)
+Result<void> RequireRegularFile(const std::filesystem::path& path)
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
@@ -29,6 +29,14 @@ Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path)
         return Fail(FullName(path), error.message());
     if (!std::filesystem::is_regular_file(status))
         return Fail(FullName(path), "is not a file");
+    return {};
+}
+
+Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path)
+{
+    if (const Result<void> regular = RequireRegularFile(path); !regular)
+        return regular.error();
+    std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (error)
         return Fail(FullName(path), error.message());

@@ -18,6 +18,9 @@ struct OpenedFile {
     std::uint64_t Size = 0;
 };
 
+/// An Error for folders, pipes, devices and what is not there; it names the full path.
+Result<void> RequireRegularFile(const std::filesystem::path& path);
+
 /// Opens a regular file for reading; folders, pipes and devices are refused. Errors name the full path.
 Result<OpenedFile> OpenRegularFile(const std::filesystem::path& path);
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "core/File.h"
 #include "core/Geodesy.h"
+#include "core/OpenFile.h"
 
 #include <algorithm>
 #include <array>
@@ -48,12 +49,8 @@ void CloseDataset::operator()(GDALDataset* dataset) const noexcept
 static Result<DatasetHandle> OpenLocalFile(const std::filesystem::path& path, unsigned kind, const char* const* drivers,
                                            const char* otherwise)
 {
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (error)
-        return Fail(FullName(path), error.message());
-    if (!std::filesystem::is_regular_file(status))
-        return Fail(FullName(path), "is not a file");
+    if (const Result<void> regular = RequireRegularFile(path); !regular)
+        return regular.error();
     CPLErrorReset();
     DatasetHandle dataset(
         GDALDataset::Open(FullName(path).c_str(), kind | GDAL_OF_READONLY, drivers, nullptr, nullptr));

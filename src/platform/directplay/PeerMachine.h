@@ -251,7 +251,8 @@ private:
     void ReleaseReservation(WireId id);
     [[nodiscard]] SuperEnumPlayersReply MakeTable(bool withPassword) const;
 
-    // Players, groups and the session's description (PeerMachineTable.cpp)
+    // Players, groups and the session's description (PeerMachineTable.cpp; what this machine changes:
+    // PeerMachineOwn.cpp)
     bool Handle(const Origin& origin, const CreatePlayerMessage& message, Millis now);
     bool Handle(const Origin& origin, const CreatePlayerVerify& message, Millis now);
     bool Handle(const Origin& origin, const CreateGroupMessage& message, Millis now);
@@ -304,7 +305,7 @@ private:
     void OnDead(WireId machine, Millis now);
     void SendPing(const MachineEntry& machine, Millis now);
     [[nodiscard]] MachineEntry* OwnerOf(WireId id);
-    void AnswerUnknownPing(const Origin& origin, Millis now);
+    MachineEntry* PingedBy(const Origin& origin, WireId from, Millis now);
     void MachineGone(WireId id, Millis now);
     void Expel(WireId id, Millis now);
     void RemoveMachine(WireId id);

@@ -14,22 +14,24 @@ MachineEntry* PeerMachine::OwnerOf(WireId id)
     return m_table.FindMachine(id);
 }
 
-void PeerMachine::AnswerUnknownPing(const Origin& origin, Millis now)
+/// The machine that a ping or its answer says it is from. Null, and the packet counted as dropped, where the session
+/// has no such machine, which a host tells it.
+MachineEntry* PeerMachine::PingedBy(const Origin& origin, WireId from, Millis now)
 {
+    MachineEntry* machine = m_phase == Phase::Member ? OwnerOf(from) : nullptr;
+    if (machine != nullptr)
+        return machine;
     CountDrop(DropReason::Stranger);
-    if (Hosting() && m_strangers.Allow(origin.Remote.Ip, now))
+    if (m_phase == Phase::Member && Hosting() && m_strangers.Allow(origin.Remote.Ip, now))
         AnswerInKind(origin, YouAreDead{});
+    return nullptr;
 }
 
 bool PeerMachine::Handle(const Origin& origin, const Ping& message, Millis now)
 {
-    if (m_phase != Phase::Member)
-        return Drop(DropReason::Stranger);
-    MachineEntry* machine = OwnerOf(message.From);
-    if (machine == nullptr) {
-        AnswerUnknownPing(origin, now);
+    MachineEntry* machine = PingedBy(origin, message.From, now);
+    if (machine == nullptr)
         return false;
-    }
     if (!SpeaksFor(origin, *machine))
         return Drop(DropReason::Stranger);
     Heard(*machine, now);
@@ -43,13 +45,9 @@ bool PeerMachine::Handle(const Origin& origin, const Ping& message, Millis now)
 
 bool PeerMachine::Handle(const Origin& origin, const PingReply& message, Millis now)
 {
-    if (m_phase != Phase::Member)
-        return Drop(DropReason::Stranger);
-    MachineEntry* machine = OwnerOf(message.From);
-    if (machine == nullptr) {
-        AnswerUnknownPing(origin, now);
+    MachineEntry* machine = PingedBy(origin, message.From, now);
+    if (machine == nullptr)
         return false;
-    }
     if (machine->Id == m_ownId)
         return MemberAt(origin) != nullptr; // names the asker: its address has been credited already
     if (!SpeaksFor(origin, *machine))
