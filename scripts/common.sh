@@ -1,4 +1,4 @@
-# What ./run, ./test and ./fuzz share: the packages that the project needs, and building a preset.
+# What ./run, ./test, ./coverage and their like share: the packages that the project needs, and building a preset.
 # Sourced by bash scripts that stand in the project's folder.
 
 # Debian packages to build and run the program.
@@ -7,6 +7,8 @@ run_packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libasio-dev libcli11-
 # Those that the tests need besides.
 test_packages=(clang-14 libclang-rt-14-dev libgdal-dev xvfb dpkg-dev file desktop-file-utils appstream
   g++-mingw-w64-x86-64-posix)
+# For ./coverage.
+coverage_packages=(gcovr)
 
 say() { printf '%s\n' "$*" >&2; }
 
