@@ -52,7 +52,7 @@ static std::filesystem::path OwnFolder(bool demonstration)
     if (prepared)
         return *prepared;
     std::cerr << "corvane: " << prepared.error().Text() << '\n';
-    std::exit(1);
+    std::exit(1); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
 }
 
 ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppState& state)
