@@ -46,16 +46,17 @@ int main(int argc, char** argv)
     QApplication::setWindowIcon(RadarIcon());
     QApplication::setQuitOnLastWindowClosed(false); // windows follow one another; the flow says when it ends
 
-    InMemoryNetwork network; // outlives the state, whose peer is on it
-    const auto state = std::make_unique<AppState>();
-    DirectPlayProvider networkProvider(NetworkOptions(state->Session));
-    PracticeProvider practiceProvider(network);
+    // What the state's peer uses to its end, and so outlives the state.
+    InMemoryNetwork network;
     QtMessageBoxes shown;
     QtRecordingDialogs dialogs;
     PlaybackClock playback(SteadyMilliseconds());
+    SessionRecorder recorder(SteadyMilliseconds());
+    const auto state = std::make_unique<AppState>();
+    DirectPlayProvider networkProvider(NetworkOptions(state->Session));
+    PracticeProvider practiceProvider(network);
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);
     CompositePeerFactory connections({&networkProvider, &practiceProvider, &recordedProvider});
-    SessionRecorder recorder(SteadyMilliseconds());
     RecordingPeerFactory factory(connections, recorder);
     const ScriptedStart script = arguments.Read(application, *state);
     PracticeHost practice(practiceProvider, state->MagVar,
