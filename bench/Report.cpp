@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <optional>
+#include <regex>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -83,7 +85,10 @@ public:
     explicit Results(const std::filesystem::path& file)
     {
         std::ifstream in(file);
-        m_document = Json::parse(in, nullptr, false);
+        std::string text((std::istreambuf_iterator<char>(in)), {});
+        // The spread of a constant is written as a number that is none, which JSON does not know.
+        text = std::regex_replace(text, std::regex(": -?(nan|infinity|inf)", std::regex::icase), ": null");
+        m_document = Json::parse(text, nullptr, false);
     }
 
     /// The least of all repetitions, which other work on the machine disturbs least; nothing where there is no such
