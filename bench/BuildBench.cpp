@@ -57,16 +57,7 @@ private:
 
 Result<SettingsRecord> Build(const World& world)
 {
-    BuildDriver driver(world.App(), world.Fs().string(), Fs2002Version);
-    if (const Result<void> prepared = driver.Prepare(); !prepared)
-        return prepared.error();
-    while (true) {
-        const Result<BuildProgress> step = driver.ScanNext();
-        if (!step)
-            return step.error();
-        if (step->Done)
-            return driver.Finish();
-    }
+    return BuildDriver(world.App(), world.Fs().string(), Fs2002Version).Run();
 }
 
 void CopyWithCp(benchmark::State& state)

@@ -41,17 +41,8 @@ private:
     {
         if (const auto world = WriteDemoWorld({m_folder, DefaultDataFolder(), 0}); !world)
             return world.error();
-        BuildDriver driver(m_folder, (m_folder / "fs2002").string(), Fs2002Version);
-        if (const Result<void> prepared = driver.Prepare(); !prepared)
-            return prepared.error();
-        while (true) {
-            const Result<BuildProgress> step = driver.ScanNext();
-            if (!step)
-                return step.error();
-            if (step->Done)
-                break;
-        }
-        const Result<SettingsRecord> settings = driver.Finish();
+        const Result<SettingsRecord> settings =
+            BuildDriver(m_folder, (m_folder / "fs2002").string(), Fs2002Version).Run();
         if (!settings)
             return settings.error();
         m_counts = *settings;

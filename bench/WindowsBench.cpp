@@ -99,16 +99,7 @@ public:
 private:
     [[nodiscard]] bool Build() const
     {
-        BuildDriver driver(m_folder, TextFromPath(m_folder / "fs2002"), Fs2002Version);
-        if (!driver.Prepare())
-            return false;
-        while (true) {
-            const auto step = driver.ScanNext();
-            if (!step)
-                return false;
-            if (step->Done)
-                return driver.Finish().has_value();
-        }
+        return BuildDriver(m_folder, TextFromPath(m_folder / "fs2002"), Fs2002Version).Run().has_value();
     }
 
     std::filesystem::path m_folder;

@@ -10,19 +10,6 @@
 #include <system_error>
 
 namespace corvane {
-static Result<SettingsRecord> BuildAll(BuildDriver& driver)
-{
-    if (const Result<void> prepared = driver.Prepare(); !prepared)
-        return prepared.error();
-    for (;;) {
-        const Result<BuildProgress> progress = driver.ScanNext();
-        if (!progress)
-            return progress.error();
-        if (progress->Done)
-            return driver.Finish();
-    }
-}
-
 Result<std::filesystem::path> PrepareUserFolder(const std::filesystem::path& folder)
 {
     if (folder.empty())
@@ -42,7 +29,7 @@ Result<std::filesystem::path> PrepareDemonstration(const std::filesystem::path& 
     if (const auto written = WriteDemoWorld({folder, DefaultDataFolder(), 0}); !written)
         return written.error();
     const auto driver = std::make_unique<BuildDriver>(folder, TextFromPath(folder / "fs2002"), Fs2002Version);
-    const Result<SettingsRecord> built = BuildAll(*driver);
+    const Result<SettingsRecord> built = driver->Run();
     if (built)
         return folder;
     driver->Abandon();

@@ -119,6 +119,23 @@ Result<SettingsRecord> BuildDriver::Finish()
     return settings;
 }
 
+Result<SettingsRecord> BuildDriver::Run(const std::function<Result<void>(const BuildProgress&)>& afterFile)
+{
+    if (const Result<void> prepared = Prepare(); !prepared)
+        return prepared.error();
+    for (;;) {
+        const Result<BuildProgress> progress = ScanNext();
+        if (!progress)
+            return progress.error();
+        if (progress->Done)
+            return Finish();
+        if (!afterFile)
+            continue;
+        if (const Result<void> toldOf = afterFile(*progress); !toldOf)
+            return toldOf.error();
+    }
+}
+
 void BuildDriver::Abandon() noexcept
 {
     m_scanAhead.reset();

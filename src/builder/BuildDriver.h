@@ -30,7 +30,8 @@ inline constexpr std::string_view StatusSceneryCfg = "Scenery.cfg File";
 inline constexpr std::string_view StatusUpdatingSettings = "Updating Settings";
 inline constexpr std::string_view StatusDone = "Done";
 
-/// Builds the scenery database of a simulator folder, one file a step: Prepare, ScanNext until Done, Finish.
+/// Builds the scenery database of a simulator folder, one file a step: Prepare, ScanNext until Done, Finish; or all of
+/// that in one Run.
 ///
 /// The database files appear under their names, and the settings with the records' counts, only in Finish. After an
 /// Error of any step, or where the build is given up, Abandon leaves none of the five data files, so that the next
@@ -52,6 +53,10 @@ public:
 
     /// Completes the database files and writes the settings; returns what they hold.
     Result<SettingsRecord> Finish();
+
+    /// Prepares, scans every file, and finishes; returns what the settings hold.
+    /// afterFile  told how far the build is after each file; an Error of it ends the build
+    Result<SettingsRecord> Run(const std::function<Result<void>(const BuildProgress&)>& afterFile = {});
 
     /// Deletes the data files and what the build has written so far; the driver is of no more use.
     void Abandon() noexcept;

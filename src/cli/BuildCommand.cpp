@@ -13,19 +13,13 @@ namespace corvane {
 static Result<SettingsRecord> RunBuild(BuildDriver& driver, const Console& console)
 {
     const InterruptWatch watch;
-    if (const Result<void> prepared = driver.Prepare(); !prepared)
-        return prepared.error();
     ProgressBar bar(console.Notices, console.NoticesOnTerminal, "files");
-    for (;;) {
-        const Result<BuildProgress> progress = driver.ScanNext();
-        if (!progress)
-            return progress.error();
-        if (progress->Done)
-            return driver.Finish();
+    return driver.Run([&](const BuildProgress& progress) -> Result<void> {
         if (watch.Interrupted())
             return Fail("build", "interrupted; the database files have been removed");
-        bar.Show(progress->FilesDone, driver.BglFileCount(), Windows1252ToUtf8(progress->Title));
-    }
+        bar.Show(progress.FilesDone, driver.BglFileCount(), Windows1252ToUtf8(progress.Title));
+        return {};
+    });
 }
 
 /// The folder as the settings keep it: without a separator at its end.

@@ -46,14 +46,8 @@ void ProgramTest::SetUp()
 void ProgramTest::BuildDatabase() const
 {
     BuildDriver driver(m_folder.Path(), TextFromPath(SimulatorFolder()), Fs2002Version);
-    ASSERT_TRUE(driver.Prepare());
-    while (true) {
-        const auto step = driver.ScanNext();
-        ASSERT_TRUE(step);
-        if (step->Done)
-            break;
-    }
-    ASSERT_TRUE(driver.Finish());
+    const auto built = driver.Run();
+    ASSERT_TRUE(built) << built.error().Text();
 }
 
 void ProgramTest::Open()

@@ -53,14 +53,8 @@ static Result<AirportRecord> DecodeOneAirport(ByteReader& reader, std::string_vi
 static void Build(const fs::path& folder, BuiltWorld& built)
 {
     BuildDriver driver(folder, TextFromPath(folder / "fs2002"), Fs2002Version);
-    ASSERT_TRUE(driver.Prepare());
-    for (bool done = false; !done;) {
-        const Result<BuildProgress> step = driver.ScanNext();
-        ASSERT_TRUE(step) << step.error().Text();
-        done = step->Done;
-    }
-    const Result<SettingsRecord> settings = driver.Finish();
-    ASSERT_TRUE(settings);
+    const Result<SettingsRecord> settings = driver.Run();
+    ASSERT_TRUE(settings) << settings.error().Text();
     built.Settings = *settings;
     built.BglFiles = driver.BglFileCount();
     built.Airports = ReadAll<AirportRecord>(folder / AirportsFileName, DecodeOneAirport);
