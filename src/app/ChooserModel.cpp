@@ -3,6 +3,9 @@
 #include "app/AppState.h"
 #include "area/AreaLoad.h"
 #include "area/DatabaseLists.h"
+#include "core/DatabaseFiles.h"
+
+#include <algorithm>
 
 namespace corvane {
 namespace {
@@ -117,6 +120,15 @@ Result<ChooserNext> ChooserModel::Load(ControlMode mode, std::optional<std::stri
         return loaded.error();
     m_areaLoaded = true;
     return m_state.Session.RadarOpen ? ChooserNext::ShowNewArea : ChooserNext::OpenConnection;
+}
+
+Remedy ChooserModel::RemedyFor(const Error& failure) const
+{
+    constexpr auto Names = DatabaseFileNames();
+    const auto isToBlame = [&](std::string_view name) { return failure.What.find(name) != std::string::npos; };
+    if (!std::any_of(Names.begin(), Names.end(), isToBlame))
+        return Remedy::PutRight;
+    return m_state.Session.RadarOpen ? Remedy::NewFromMenu : Remedy::SetUpAgain;
 }
 
 ChooserNext ChooserModel::Exit()

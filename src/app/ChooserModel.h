@@ -41,7 +41,15 @@ enum class ChooserNext : std::uint8_t {
     ReturnToRadar,  ///< give the main window back, unchanged, and close
     ShowNewArea,    ///< give it back, set its caption, centre it on the area, and close
     OpenConnection, ///< open the connection window and close
+    SetUpAgain,     ///< delete the database files, close, and begin with the set-up
     EndProgram,
+};
+
+/// What may help where a file cannot be read.
+enum class Remedy : std::uint8_t {
+    PutRight,    ///< nothing but the file itself: no build makes it
+    NewFromMenu, ///< a build makes it; the radar's menu begins one, after the session
+    SetUpAgain,  ///< a build makes it, and nothing is open that it would end
 };
 
 /// The logic of the area chooser: its opening reads, the loads, and what follows them.
@@ -64,6 +72,9 @@ public:
     /// "GET AIRPORT OR ARTCC/FIR": loads the chosen entry's area; Stay without one. A failure leaves the previous area,
     /// and the user may choose again; so does a load that was abandoned, which answers Stay.
     Result<ChooserNext> Load(ControlMode mode, std::optional<std::string_view> entry);
+
+    /// What may help against a failure, besides putting the file right.
+    [[nodiscard]] Remedy RemedyFor(const Error& failure) const;
 
     /// "EXIT".
     ChooserNext Exit();

@@ -156,6 +156,10 @@ void Program::AfterChooser(ChooserNext next)
         m_main->ShowNewArea();
         break;
     case ChooserNext::ReturnToRadar: m_main->GiveBack(); break;
+    case ChooserNext::SetUpAgain:
+        DeleteDataFiles(m_state.AppFolder);
+        OpenSetup();
+        break;
     case ChooserNext::EndProgram: End(); break;
     case ChooserNext::Stay: break;
     }

@@ -43,11 +43,24 @@ void ChooserWindow::OpenLists()
     }
     m_ui->Option1->setChecked(true);
     OptionChosen();
-    if (!opened)
-        m_boxes.Warn(BoxText(opened.error()) +
-                     ". Put the file right and open this window again, or create the database files again.");
+    if (!opened && LeavesForSetUp(opened.error(), "Put the file right and open this window again"))
+        return;
     m_ui->Combo1->setFocus();
     emit Ready();
+}
+
+bool ChooserWindow::LeavesForSetUp(const Error& failure, const std::string& advice)
+{
+    const std::string text = BoxText(failure) + ". " + advice;
+    switch (m_model.RemedyFor(failure)) {
+    case Remedy::PutRight: m_boxes.Warn(text + "."); return false;
+    case Remedy::NewFromMenu: m_boxes.Warn(text + ", or create the database files again."); return false;
+    case Remedy::SetUpAgain: break;
+    }
+    if (!m_boxes.Confirm(MessageTitle, text + ". Or do you want to create the database files again now?"))
+        return false;
+    Leave(ChooserNext::SetUpAgain);
+    return true;
 }
 
 void ChooserWindow::OptionChosen()
@@ -67,9 +80,7 @@ void ChooserWindow::LoadChosenArea()
     if (m_abandoned)
         Leave(m_model.Close());
     else if (!next)
-        m_boxes.Warn(
-            BoxText(next.error()) +
-            ". The area was not loaded. Put the file right and try again, or create the database files again.");
+        LeavesForSetUp(next.error(), "The area was not loaded. Put the file right and try again");
     else if (*next != ChooserNext::Stay)
         Leave(*next);
 }

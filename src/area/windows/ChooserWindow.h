@@ -45,6 +45,8 @@ private:
     void OpenLists();
     void OptionChosen();
     void LoadChosenArea();
+    /// Tells of a failure and, where it may help, offers the set-up. Returns whether the window has left for it.
+    bool LeavesForSetUp(const Error& failure, const std::string& advice);
     void Leave(ChooserNext next);
 
     std::unique_ptr<Ui::Form5> m_ui;

@@ -11,6 +11,7 @@
 namespace corvane {
 namespace {
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 class FileErrorTest : public ProgramTest {
@@ -94,6 +95,30 @@ TEST_F(FileErrorTest, TheChooserCanBeUsedWithoutAListThatCannotBeRead)
     EXPECT_EQ(In<QComboBox>(chooser, "Combo2").count(), 0);
     PickAirport(chooser, "KSEA");
     EXPECT_NE(WaitFor("Form2"), nullptr);
+}
+
+TEST_F(FileErrorTest, TheChooserLeavesForTheSetUpWhereADatabaseFileIsDamaged)
+{
+    BuildDatabase();
+    CutToHalf(AirspacesFileName);
+    m_shown.ConfirmAnswer = true;
+    Start();
+    EXPECT_NE(WaitFor("Form3"), nullptr);
+    EXPECT_EQ(Find("Form5"), nullptr);
+    for (const std::string_view name : DataFileNames())
+        EXPECT_FALSE(HasFile(name)) << name;
+}
+
+TEST_F(FileErrorTest, TheChooserDoesNotAdviseABuildForAFileThatNoneMakes)
+{
+    BuildDatabase();
+    PutFolderInPlaceOf(WorldMapFileName);
+    m_shown.ConfirmAnswer = true;
+    QWidget* const chooser = StartInChooser();
+    PickAirport(chooser, "KSEA");
+    ASSERT_TRUE(WaitUntil([&] { return !m_shown.Texts.empty(); }));
+    EXPECT_THAT(m_shown.Last(), AllOf(Names(WorldMapFileName), EndsWith("Put the file right and try again.")));
+    EXPECT_TRUE(chooser->isVisible());
 }
 
 TEST_F(FileErrorTest, ADatabaseThatVanishesOrIsCutLeavesThePreviousArea)
