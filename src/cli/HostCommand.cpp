@@ -8,7 +8,8 @@
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "platform/directplay/DirectPlayPeer.h"
-#include "session/practice/PracticeWatch.h"
+#include "session/follow/HostWatch.h"
+#include "session/practice/PracticeSession.h"
 #include "session/recording/ReplaySession.h"
 
 #include <functional>
@@ -85,7 +86,7 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     return practice;
 }
 
-static Result<void> Run(const Hosted& hosted, PracticeWatch& watch, const EndOfRun& end)
+static Result<void> Run(const Hosted& hosted, HostWatch& watch, const EndOfRun& end)
 {
     constexpr std::chrono::milliseconds Pause(10);
     while (!end.HasCome()) {
@@ -108,7 +109,7 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
     DirectPlayProvider provider(options.Network);
     provider.Options.MustBeFound = true;
     EventLines events(console.Out, end);
-    PracticeWatch watch(provider, **grid, events);
+    HostWatch watch(provider, **grid, events);
     const auto hosted = make(watch, [&end] { return end.ElapsedMs(); });
     if (!hosted)
         return Fail("host", hosted.error().Text());

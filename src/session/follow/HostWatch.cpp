@@ -1,4 +1,4 @@
-#include "session/practice/PracticeWatch.h"
+#include "session/follow/HostWatch.h"
 
 #include "session/ForwardingPeer.h"
 
@@ -7,13 +7,13 @@
 
 namespace corvane {
 /// What the hosting member heard and said, until the watch has read it.
-struct PracticeWatch::Overheard {
+struct HostWatch::Overheard {
     static constexpr std::size_t MostKept = 100000; ///< a flood is not worth more memory
 
     PlayerId Host = 0;
     std::deque<ReceivedMessage> Messages;
 
-    /// Keeps what tells of the members; requests are answered by the practice session.
+    /// Keeps what tells of the members; requests are answered by the session itself.
     void Note(PlayerId from, ByteSpan content)
     {
         if (from == SystemSender || Messages.size() >= MostKept)
@@ -26,8 +26,8 @@ struct PracticeWatch::Overheard {
     }
 };
 
-/// The practice session's peer, listened to. The first player that is created on it hosts.
-class PracticeWatch::HostingPeer final : public ForwardingPeer {
+/// The hosted session's peer, listened to. The first player that is created on it hosts.
+class HostWatch::HostingPeer final : public ForwardingPeer {
 public:
     HostingPeer(std::shared_ptr<SessionPeer> target, std::shared_ptr<Overheard> overheard)
         : ForwardingPeer(std::move(target)), m_overheard(std::move(overheard))
@@ -63,7 +63,7 @@ private:
 };
 
 /// The pump's peer: it receives what was overheard, and asks questions in the hosting member's name.
-class PracticeWatch::WatchingPeer final : public ForwardingPeer {
+class HostWatch::WatchingPeer final : public ForwardingPeer {
 public:
     /// announce  how the host introduces itself
     WatchingPeer(std::shared_ptr<SessionPeer> host, std::shared_ptr<Overheard> overheard, MessageType announce)
@@ -95,7 +95,7 @@ public:
         const auto header = DecodeHeader(message);
         if (!header ||
             (header->Type != MessageType::IdentifyRequest && header->Type != MessageType::AircraftInfoRequest))
-            return {}; // the practice session says that itself
+            return {}; // the hosted session says that itself
         if (to != m_overheard->Host)
             return ForwardingPeer::Send(from, to, flags, message);
         if (header->Type == MessageType::IdentifyRequest) // the host goes by another name now
@@ -108,7 +108,7 @@ private:
     MessageType m_announce;
 };
 
-PracticeWatch::PracticeWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, SessionEvents& events)
+HostWatch::HostWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, SessionEvents& events)
     : m_factory(factory),
       m_events(events),
       m_overheard(std::make_shared<Overheard>()),
@@ -116,7 +116,7 @@ PracticeWatch::PracticeWatch(SessionPeerFactory& factory, const MagVarGrid& magV
 {
 }
 
-Result<std::unique_ptr<SessionPeer>> PracticeWatch::DirectPlayCreate(std::string_view guid)
+Result<std::unique_ptr<SessionPeer>> HostWatch::DirectPlayCreate(std::string_view guid)
 {
     auto peer = m_factory.DirectPlayCreate(guid);
     if (!peer)
@@ -125,13 +125,7 @@ Result<std::unique_ptr<SessionPeer>> PracticeWatch::DirectPlayCreate(std::string
         std::make_unique<HostingPeer>(std::shared_ptr<SessionPeer>(*std::move(peer)), m_overheard));
 }
 
-void PracticeWatch::Begin(const PracticeSession& session, std::int64_t nowMs)
-{
-    const PracticeMember& host = *session.Host();
-    Begin({host.SharePeer(), host.Id(), host.Name(), host.IsPilot(), session.Entry()}, nowMs);
-}
-
-void PracticeWatch::Begin(const WatchedHost& host, std::int64_t nowMs)
+void HostWatch::Begin(const WatchedHost& host, std::int64_t nowMs)
 {
     const MessageType announce = host.IsPilot ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce;
     m_session.SessionPeer = std::make_unique<WatchingPeer>(host.Peer, m_overheard, announce);
@@ -145,7 +139,7 @@ void PracticeWatch::Begin(const WatchedHost& host, std::int64_t nowMs)
     m_pump.Start(nowMs);
 }
 
-Result<void> PracticeWatch::Tick(std::int64_t nowMs)
+Result<void> HostWatch::Tick(std::int64_t nowMs)
 {
     return m_pump.Tick(nowMs);
 }

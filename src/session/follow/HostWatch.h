@@ -2,7 +2,6 @@
 
 #include "core/MagVarGrid.h"
 #include "session/follow/FollowedPump.h"
-#include "session/practice/PracticeSession.h"
 
 #include <cstdint>
 #include <memory>
@@ -18,18 +17,17 @@ struct WatchedHost {
     SessionEntry Session;
 };
 
-/// Follows a session that this program hosts, such as a practice session, from its host's place, and tells its events
-/// as a member who joined it would. What the hosting member says itself is among them.
+/// Follows a session that this program hosts, with simulated or recorded members, from its host's place, and tells its
+/// events as a member who joined it would. What the hosting member says itself is among them.
 ///
 /// Whatever others send, malformed or not, only a lost transport ends it.
-class PracticeWatch final : public SessionPeerFactory {
+class HostWatch final : public SessionPeerFactory {
 public:
-    PracticeWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, SessionEvents& events);
+    HostWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, SessionEvents& events);
 
     /// Makes the peers of the session to be watched, all players of which share one.
     Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
-    /// The session that was made with this factory begins to be followed, at a time on a clock that never goes back.
-    void Begin(const PracticeSession& session, std::int64_t nowMs);
+    /// A session that was made with this factory begins to be followed, at a time on a clock that never goes back.
     void Begin(const WatchedHost& host, std::int64_t nowMs);
     /// Tells what has happened up to a time on that clock. An Error says how the session was lost.
     Result<void> Tick(std::int64_t nowMs);

@@ -1,7 +1,8 @@
 #include "session/follow/SessionFollower.h"
 
 #include "platform/InMemoryNetwork.h"
-#include "session/practice/PracticeWatch.h"
+#include "session/follow/HostWatch.h"
+#include "session/practice/PracticeSession.h"
 #include "tests/session/practice/PracticeWorld.h"
 
 #include <gmock/gmock.h>
@@ -63,7 +64,8 @@ protected:
         auto created = PracticeSession::Create(Watch, test::MakeScene(), *Grid, std::move(options));
         ASSERT_TRUE(created) << created.error().Text();
         Practice = *std::move(created);
-        Watch.Begin(*Practice, NowMs);
+        const PracticeMember& host = *Practice->Host();
+        Watch.Begin({host.SharePeer(), host.Id(), host.Name(), host.IsPilot(), Practice->Entry()}, NowMs);
     }
     Result<void> Join(FollowOptions options)
     {
@@ -89,7 +91,7 @@ protected:
     std::unique_ptr<MagVarGrid> Grid = std::make_unique<MagVarGrid>();
     EventDiary Hosted;
     EventDiary Joined;
-    PracticeWatch Watch{Provider, *Grid, Hosted};
+    HostWatch Watch{Provider, *Grid, Hosted};
     std::unique_ptr<PracticeSession> Practice;
     std::unique_ptr<SessionFollower> Member;
     std::int64_t NowMs = 0;
