@@ -1,16 +1,17 @@
 #include "cli/RecordJson.h"
 #include "tests/cli/CommandRun.h"
 #include "tests/core/TemporaryFolder.h"
+#include "tests/platform/LoopbackAddress.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <future>
-#include <unistd.h>
 
 namespace corvane {
 namespace {
+using test::LoopbackAddress;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
@@ -48,28 +49,21 @@ std::vector<std::string> PlayerNames(const std::vector<Json>& events)
     return names;
 }
 
-/// Machines of this test alone, whatever other tests run meanwhile: loopback addresses made from the process id.
-std::string Machine(int number)
-{
-    const auto id = static_cast<unsigned>(getpid());
-    return "127." + std::to_string(1 + id / 250 % 250) + "." + std::to_string(1 + id % 250) + "." +
-           std::to_string(number);
-}
-
 std::vector<std::string> Joined(int machine, std::vector<std::string> more)
 {
-    std::vector<std::string> arguments{"join", "--address", Machine(1), "--bind", Machine(machine)};
+    std::vector<std::string> arguments{"join", "--address", LoopbackAddress(1), "--bind", LoopbackAddress(machine)};
     arguments.insert(arguments.end(), more.begin(), more.end());
     return arguments;
 }
 
 std::future<CommandRun> HostFor(const char* seconds, std::vector<std::string> more)
 {
-    std::vector<std::string> arguments{"host", "--bind", Machine(1), "--for", seconds};
+    std::vector<std::string> arguments{"host", "--bind", LoopbackAddress(1), "--for", seconds};
     arguments.insert(arguments.end(), more.begin(), more.end());
     auto host = std::async(std::launch::async, [arguments] { return RunCli(arguments); });
     for (int tries = 0; tries < 20; ++tries) // until it answers
-        if (!RunCli({"sessions", "--address", Machine(1), "--bind", Machine(9), "--timeout", "0.2"}).Out.empty())
+        if (!RunCli({"sessions", "--address", LoopbackAddress(1), "--bind", LoopbackAddress(9), "--timeout", "0.2"})
+                 .Out.empty())
             break;
     return host;
 }
@@ -77,7 +71,8 @@ std::future<CommandRun> HostFor(const char* seconds, std::vector<std::string> mo
 TEST(SessionCommands, FollowOneAnother)
 {
     auto host = HostFor("8", {"--name", "Abend", "--pilots", "3", "--max-players", "6"});
-    const CommandRun listed = RunCli({"sessions", "--address", Machine(1), "--bind", Machine(9), "--timeout", "0.3"});
+    const CommandRun listed =
+        RunCli({"sessions", "--address", LoopbackAddress(1), "--bind", LoopbackAddress(9), "--timeout", "0.3"});
     ASSERT_THAT(Lines(listed.Out), SizeIs(1));
     const Json session = Lines(listed.Out).front();
     EXPECT_EQ(session["Name"], "Abend");
@@ -106,7 +101,7 @@ TEST(SessionCommands, FollowOneAnother)
 
     const CommandRun hosted = host.get();
     EXPECT_EQ(hosted.Status, 0) << hosted.Notices;
-    EXPECT_EQ(Lines(hosted.Out).front()["address"], Machine(1));
+    EXPECT_EQ(Lines(hosted.Out).front()["address"], LoopbackAddress(1));
     EXPECT_EQ(Lines(hosted.Out).front()["port"], 47624);
     EXPECT_EQ(Texts(Events(hosted.Out, "chat"), "Text"), said);
     EXPECT_THAT(PlayerNames(Events(hosted.Out, "player-added")),
@@ -124,10 +119,10 @@ TEST(SessionCommands, TellARefusalInTheProgramsWords)
                 testing::ElementsAre("Failed to join game. Try to locate session again."));
     EXPECT_EQ(Events(wrong.Out, "notice")[0]["Icon"], "warning");
     EXPECT_THAT(wrong.Notices, HasSubstr("corvane-cli: join: "));
-    const CommandRun second = RunCli({"host", "--name", "Again", "--bind", Machine(1), "--for", "5"});
+    const CommandRun second = RunCli({"host", "--name", "Again", "--bind", LoopbackAddress(1), "--for", "5"});
     EXPECT_EQ(second.Status, 1);
     EXPECT_THAT(second.Out, IsEmpty());
-    EXPECT_THAT(second.Notices, HasSubstr(Machine(1) + ":47624"));
+    EXPECT_THAT(second.Notices, HasSubstr(LoopbackAddress(1) + ":47624"));
     EXPECT_EQ(host.get().Status, 0);
 }
 
@@ -163,7 +158,7 @@ TEST(SessionCommands, RecordAndReplay)
     EXPECT_THAT(Events(replayed.Out, "player-updated").size(), testing::Gt(3U)) << "they fly";
 
     std::filesystem::resize_file(file, std::filesystem::file_size(file) - 1);
-    const CommandRun cut = RunCli({"host", "--replay", file, "--bind", Machine(1), "--for", "0"});
+    const CommandRun cut = RunCli({"host", "--replay", file, "--bind", LoopbackAddress(1), "--for", "0"});
     EXPECT_EQ(cut.Status, 0);
     EXPECT_THAT(cut.Notices, HasSubstr("abend.cvr: the record at byte "));
 }
@@ -175,7 +170,7 @@ TEST(SessionCommands, SayWhichRecordingCannotBeReadOrWritten)
     for (const auto& [file, why] :
          {std::pair{other, "is not a recorded session"}, std::pair{folder.Path() / "missing.cvr", "missing.cvr: "},
           std::pair{folder.Path(), "is not a file"}}) {
-        const CommandRun run = RunCli({"host", "--replay", file.string(), "--bind", Machine(1), "--for", "0"});
+        const CommandRun run = RunCli({"host", "--replay", file.string(), "--bind", LoopbackAddress(1), "--for", "0"});
         EXPECT_EQ(run.Status, 1) << file;
         EXPECT_THAT(run.Out, IsEmpty());
         EXPECT_THAT(run.Notices, HasSubstr(file.string() + ": "));

@@ -1,20 +1,13 @@
 #include "tests/app/windows/ProgramFixture.h"
+#include "tests/platform/LoopbackAddress.h"
 
 #include <QCheckBox>
-
-#include <unistd.h>
 
 // The practice session on the network: hosted from the connection window, and joined from another machine.
 
 namespace corvane {
 namespace {
-/// An address of this machine that no other test uses at the same time.
-std::string LoopbackAddress(int number)
-{
-    const auto id = static_cast<unsigned>(getpid());
-    return "127." + std::to_string(1 + id / 250 % 250) + "." + std::to_string(1 + id % 250) + "." +
-           std::to_string(number);
-}
+using test::LoopbackAddress;
 
 DirectPlayOptions OtherMachine()
 {
