@@ -1,6 +1,9 @@
 #include "platform/directplay/DirectPlayPeer.h"
 
-#include <asio.hpp>
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
+#include <asio/read.hpp>
+#include <asio/write.hpp>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -25,6 +25,8 @@ endif()
 
 # For code that runs too seldom to be worth the compiler's time: tests, and the reading of arguments.
 set(corvane_light_optimisation $<$<CONFIG:Release>:-O1>)
+# All tests are compiled alike, with Qt or without, so that they can share precompiled headers.
+set(corvane_test_compile_options ${corvane_light_optimisation} -fPIC)
 
 # corvane_library(NAME SOURCES file... [DEPENDS target...])
 function(corvane_library name)
@@ -46,7 +48,8 @@ function(corvane_test name)
   cmake_parse_arguments(ARG "" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
   corvane_executable(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} GTest::gtest_main GTest::gmock)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
-  target_compile_options(${name} PRIVATE ${corvane_light_optimisation})
+  target_compile_options(${name} PRIVATE ${corvane_test_compile_options})
+  target_precompile_headers(${name} REUSE_FROM corvane_test_headers)
   gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()

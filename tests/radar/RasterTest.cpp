@@ -68,7 +68,7 @@ TEST(RasterLine, DashesAndDotsCountPixelsFromItsStart)
     RasterLine(image, state, {0, 0}, {59, 0});
     state.Style = PenStyle::Dot;
     RasterLine(image, state, {11, 1}, {0, 1});
-    const std::string dash = std::string(18, '#') + "......";
+    const std::string dash = "##################......"; // 18 pixels and a gap of 6
     EXPECT_EQ(Rows(image)[0], dash + dash + std::string(12, '#'));
     EXPECT_EQ(Rows(image)[1], "...###...###" + std::string(48, '.'));
 }

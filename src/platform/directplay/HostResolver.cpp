@@ -2,7 +2,8 @@
 
 #include "platform/directplay/SocketAddress.h"
 
-#include <asio.hpp>
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
 
 #include <future>
 #include <thread>

@@ -3,6 +3,9 @@
 #include "platform/directplay/PeerSockets.h"
 #include "platform/directplay/WireText.h"
 
+#include <asio/executor_work_guard.hpp>
+#include <asio/post.hpp>
+
 #include <algorithm>
 #include <condition_variable>
 #include <future>

@@ -4,6 +4,9 @@
 #include "platform/directplay/MessageQueue.h"
 #include "platform/directplay/StreamLinks.h"
 
+#include <asio/ip/udp.hpp>
+#include <asio/steady_timer.hpp>
+
 #include <atomic>
 
 namespace corvane::directplay {

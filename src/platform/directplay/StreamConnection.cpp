@@ -1,5 +1,7 @@
 #include "platform/directplay/StreamConnection.h"
 
+#include <asio/write.hpp>
+
 #include <utility>
 
 namespace corvane::directplay {

@@ -3,7 +3,7 @@
 #include "platform/directplay/PeerMachine.h"
 #include "platform/directplay/StreamFramer.h"
 
-#include <asio.hpp>
+#include <asio/ip/tcp.hpp>
 
 #include <deque>
 #include <memory>

@@ -1,8 +1,11 @@
 #include "platform/directplay/DirectPlayPeer.h"
 
 #include "platform/directplay/WireEncode.h"
+#include "tests/platform/LoopbackAddress.h"
 
-#include <asio.hpp>
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
+#include <asio/write.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,6 +18,7 @@
 namespace corvane {
 namespace {
 using directplay::Millis;
+using test::LoopbackAddress;
 using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::SizeIs;
@@ -33,22 +37,14 @@ template <class Condition> bool Eventually(Condition condition)
     return true;
 }
 
-/// Peers of one test. Tests run side by side as processes of their own: each takes a network of its own out of
-/// 127/8, by its process id.
+/// Peers of one test.
 class DirectPlayPeers : public testing::Test {
 protected:
-    static std::string AddressOf(int machine)
-    {
-        const auto process = static_cast<unsigned>(getpid());
-        return "127." + std::to_string(1 + process / 250 % 250) + "." + std::to_string(1 + process % 250) + "." +
-               std::to_string(machine);
-    }
-
     static DirectPlayOptions OptionsOf(int machine)
     {
         DirectPlayOptions options;
-        options.BindAddress = AddressOf(machine);
-        options.HostAddress = AddressOf(2);
+        options.BindAddress = LoopbackAddress(machine);
+        options.HostAddress = LoopbackAddress(2);
         options.Reconnect = Millis{200};
         options.Linger = Millis{300};
         options.Timers.FirstRepeat = Millis{50};
@@ -136,13 +132,13 @@ TEST_F(DirectPlayPeers, AreFoundByAddressAndByBroadcast)
     Player(*host, "Host");
     const auto at = host->EnumerationAddress();
     ASSERT_TRUE(at) << at.error().Text();
-    EXPECT_EQ(directplay::AddressText(*at), AddressOf(2) + ":47624");
+    EXPECT_EQ(directplay::AddressText(*at), LoopbackAddress(2) + ":47624");
     auto options = OptionsOf(3);
     const auto directed = Ready(options);
     ASSERT_THAT(Find(*directed), SizeIs(1));
     options.HostAddress.clear();
-    options.BindAddress = AddressOf(4);
-    options.BroadcastAddress = AddressOf(2); // a broadcast would reach the other tests' hosts as well
+    options.BindAddress = LoopbackAddress(4);
+    options.BroadcastAddress = LoopbackAddress(2); // a broadcast would reach the other tests' hosts as well
     const auto found = Find(*Ready(options));
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_EQ(found[0].Name, "Practice");
@@ -231,10 +227,10 @@ TEST_F(DirectPlayPeers, MigrateWhenTheHostLeavesAndEndWithoutMigration)
     EXPECT_TRUE(Eventually([&] { return NamesOf(heir) == Names{"Two", "Three", "More"}; }));
 
     auto options = OptionsOf(6); // another session, on an address of its own
-    options.HostAddress = AddressOf(6);
+    options.HostAddress = LoopbackAddress(6);
     auto lone = Ready(options);
     ASSERT_TRUE(lone->Open({"Short", 0, 8, "", 64, ""}, OpenCreate));
-    options.BindAddress = AddressOf(7);
+    options.BindAddress = LoopbackAddress(7);
     const auto member = Ready(options);
     ASSERT_TRUE(Join(*member));
     lone.reset();
@@ -279,7 +275,7 @@ template <class Find> bool Appears(Find find)
 
 TEST_F(DirectPlayPeers, TakeOverFromAHostThatIsKilled)
 {
-    const std::string home = AddressOf(2);
+    const std::string home = LoopbackAddress(2);
     Doomed host([&] {
         auto options = OptionsOf(5); // its own process id would give it another network
         options.BindAddress = home;
@@ -303,8 +299,8 @@ TEST_F(DirectPlayPeers, TakeOverFromAHostThatIsKilled)
 
 TEST_F(DirectPlayPeers, RemoveAMemberThatIsKilled)
 {
-    const std::string home = AddressOf(3);
-    const std::string hostHome = AddressOf(2);
+    const std::string home = LoopbackAddress(3);
+    const std::string hostHome = LoopbackAddress(2);
     Doomed member([&] {
         auto options = OptionsOf(3);
         options.BindAddress = home;
@@ -408,7 +404,7 @@ TEST_F(DirectPlayPeers, CanBeLeftWhileTheyWait)
     ASSERT_FALSE(left);
     EXPECT_THAT(left.error().Text(), HasSubstr("cancelled"));
     options.WhileWaiting = nullptr;
-    options.BindAddress = AddressOf(4);
+    options.BindAddress = LoopbackAddress(4);
     const auto other = Ready(options);
     std::thread canceller([&] { other->Cancel(); });
     EXPECT_FALSE(other->GetDPEnumSessions({}, 600000, EnumSessionsAvailable));
@@ -467,15 +463,15 @@ private:
 TEST_F(DirectPlayPeers, CloseStreamsThatMakeNoSenseAndServeTheOthers)
 {
     const auto host = Host();
-    BareMachine garbage(AddressOf(9));
-    ASSERT_TRUE(garbage.Connect(AddressOf(2), 2300));
+    BareMachine garbage(LoopbackAddress(9));
+    ASSERT_TRUE(garbage.Connect(LoopbackAddress(2), 2300));
     garbage.Send(Bytes{0x24, 0, 0xB0, 0xFB, 1, 2, 3, 4});
     EXPECT_TRUE(garbage.AwaitEnd());
     EXPECT_EQ(host->Counters().Of(directplay::DropReason::BadMagic), 1U);
     std::vector<std::unique_ptr<BareMachine>> halfOpen; // each begins a message and never ends it
     for (int i = 0; i < 100; ++i) {
-        auto machine = std::make_unique<BareMachine>(AddressOf(10 + i % 50));
-        if (machine->Connect(AddressOf(2), 2300))
+        auto machine = std::make_unique<BareMachine>(LoopbackAddress(10 + i % 50));
+        if (machine->Connect(LoopbackAddress(2), 2300))
             machine->Send(Bytes{0x24, 0, 0xB0, 0xFA, 2});
         halfOpen.push_back(std::move(machine));
     }
@@ -489,8 +485,8 @@ TEST_F(DirectPlayPeers, AStrangerEndsNothingOverRealSockets)
     const auto host = Host();
     const auto second = Joined(3);
     const PlayerId two = Player(*second, "Two");
-    BareMachine stranger(AddressOf(9));
-    ASSERT_TRUE(stranger.Connect(AddressOf(3), 2300));
+    BareMachine stranger(LoopbackAddress(9));
+    ASSERT_TRUE(stranger.Connect(LoopbackAddress(3), 2300));
     stranger.Send(directplay::EncodeMessage(directplay::YouAreDead{}, 2300));
     stranger.Send(
         directplay::EncodeMessage(directplay::DeletePlayerMessage{static_cast<directplay::WireId>(two), 0}, 2300));
