@@ -2,6 +2,7 @@
 #include "tests/app/windows/ProgramFixture.h"
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QTextEdit>
 #include <QWheelEvent>
 
@@ -40,6 +41,13 @@ protected:
             player.Longitude = at.X;
             return;
         }
+    }
+    /// At once, as nothing else is let through meanwhile: neither news of the pilots nor the display's own pointer.
+    void MovePointerTo(QPoint place)
+    {
+        ScopeWidget& scope = Scope(m_radar);
+        QMouseEvent event(QEvent::MouseMove, place, scope.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+        QCoreApplication::sendEvent(&scope, &event);
     }
     /// The colour of a pixel of the widget, which has several pixels on a dense screen.
     static QRgb ColorAt(const QImage& picture, int x, int y)
@@ -91,10 +99,10 @@ TEST_F(RadarWindowTest, DraggingMeasures)
         return lit;
     };
     const QRect readout(360, 300, 200, 20);
-    QTest::mouseMove(&scope, from);
+    MovePointerTo(from);
     QTest::mousePress(&scope, Qt::LeftButton, {}, from);
     EXPECT_FALSE(In<QTimer>(m_radar, "Timer2").isActive()) << "the refresh would wipe the line";
-    QTest::mouseMove(&scope, to);
+    MovePointerTo(to);
     EXPECT_EQ(dots(), 61);
     EXPECT_TRUE(ShowsIn(readout, White));
     QTest::mouseRelease(&scope, Qt::LeftButton, {}, to);
@@ -105,7 +113,7 @@ TEST_F(RadarWindowTest, DraggingMeasures)
     EXPECT_FALSE(ShowsIn(readout, White));
 
     QTest::mousePress(&scope, Qt::LeftButton, {}, from);
-    QTest::mouseMove(&scope, to);
+    MovePointerTo(to);
     scope.setFocus();
     Press(Qt::Key_Escape);
     EXPECT_TRUE(In<QTimer>(m_radar, "Timer2").isActive());
@@ -116,7 +124,7 @@ TEST_F(RadarWindowTest, DraggingMeasures)
     QTest::mousePress(&scope, Qt::LeftButton, {}, from);
     Choose(m_radar, "preferences_op1"); // by its key, with the button still down
     Find("Form10")->close();
-    QTest::mouseMove(&scope, to + QPoint(5, 5));
+    MovePointerTo(to + QPoint(5, 5));
     EXPECT_FALSE(ShowsIn(readout, White)) << "the release was never heard, and yet nothing is being measured";
 }
 
@@ -129,14 +137,14 @@ TEST_F(RadarWindowTest, TheAirspaceUnderThePointerIsHighlighted)
     ASSERT_NE(tracon, airspaces.rend());
     const ScopePoint center = ProjectToScope(m_view, tracon->CenterLat, tracon->CenterLon);
     EXPECT_NE(PixelAt(center), Yellow);
-    QTest::mouseMove(&Scope(m_radar), {center.X + 3, center.Y});
+    MovePointerTo({center.X + 3, center.Y});
     Fire(m_radar, "Timer4");
     const auto& panel = In<QLabel>(m_radar, "Label1");
     EXPECT_TRUE(panel.isVisible());
     EXPECT_TRUE(panel.text().startsWith("AIRSPACE FULLNAME: ")) << panel.text().toStdString();
     Fire(m_radar, "Timer2");
     EXPECT_EQ(PixelAt(center), Yellow);
-    QTest::mouseMove(&Scope(m_radar), {center.X + 40, center.Y + 60});
+    MovePointerTo({center.X + 40, center.Y + 60});
     EXPECT_FALSE(panel.isVisible());
     Fire(m_radar, "Timer2");
     EXPECT_NE(PixelAt(center), Yellow);
@@ -150,7 +158,7 @@ TEST_F(RadarWindowTest, ThePanelStaysOnTheScope)
                                     {scope.right() - 3, scope.bottom() - 3},
                                     {500, scope.bottom() - 3}}) {
         PutPilotAt(corner);
-        QTest::mouseMove(&Scope(m_radar), {corner.X, corner.Y});
+        MovePointerTo({corner.X, corner.Y});
         Fire(m_radar, "Timer4");
         const auto& panel = In<QLabel>(m_radar, "Label1");
         ASSERT_TRUE(panel.isVisible()) << corner.X << ' ' << corner.Y;
