@@ -19,12 +19,9 @@ if(CORVANE_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
 endif()
-if(CORVANE_FUZZ)
-  target_compile_options(corvane_options INTERFACE -fsanitize=fuzzer-no-link)
-endif()
 
 # For code that runs too seldom to be worth the compiler's time: tests, and the reading of arguments.
-set(corvane_light_optimisation $<$<CONFIG:Release>:-O1>)
+set(corvane_light_optimisation $<IF:$<CONFIG:Release>,-O1,-O0>)
 # All tests are compiled alike, with Qt or without, so that they can share precompiled headers.
 set(corvane_test_compile_options ${corvane_light_optimisation} -fPIC)
 
@@ -33,6 +30,9 @@ function(corvane_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC corvane_options ${ARG_DEPENDS})
+  if(CORVANE_FUZZ)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
 endfunction()
 
 # corvane_executable(NAME SOURCES file... [DEPENDS target...])
@@ -50,8 +50,18 @@ function(corvane_test name)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
   target_compile_options(${name} PRIVATE ${corvane_test_compile_options})
   target_precompile_headers(${name} REUSE_FROM corvane_test_headers)
-  gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "${ARG_ENVIRONMENT}")
+  corvane_add_cases(${name} ${ARG_ENVIRONMENT})
+endfunction()
+
+# corvane_add_cases(NAME [VARIABLE=value...]): registers the cases of a GoogleTest program, with variables of their
+# environment. With the sanitizers, whose processes are slow to start, all cases run in one.
+function(corvane_add_cases name)
+  if(CORVANE_SANITIZE)
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${ARGN}")
+  else()
+    gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARGN}")
+  endif()
 endfunction()
 
 # corvane_bench(NAME SOURCES file... [DEPENDS target...])

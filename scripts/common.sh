@@ -47,16 +47,20 @@ build() {
   cmake --build --preset "$preset" "${targets[@]}" >&2
 }
 
+# run_tests PRESET: every test of a build. Many wait, for one another or for the clock, so more of them run at a time
+# than there are processors.
+run_tests() { ctest --preset "$1" -j $((4 * $(nproc))) --no-tests=error; }
+
 # The fuzz targets that have been built.
-fuzz_targets() { find build/fuzz/fuzz -maxdepth 1 -type f -name "Fuzz*" -printf "%f\n" | sort; }
+fuzz_targets() { find build/asan/fuzz -maxdepth 1 -type f -name "Fuzz*" -printf "%f\n" | sort; }
 
 # run_fuzz_target TARGET SECONDS [option...]
 run_fuzz_target() {
   local target=$1 seconds=$2
   shift 2
-  local corpus=build/fuzz/corpus/$target seeds=fuzz/corpus/$target
-  mkdir -p "$corpus" build/fuzz/findings
+  local corpus=build/asan/corpus/$target seeds=fuzz/corpus/$target
+  mkdir -p "$corpus" build/asan/findings
   [ -d "$seeds" ] || seeds=
-  "build/fuzz/fuzz/$target" "$corpus" $seeds -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
-    -artifact_prefix="build/fuzz/findings/$target-" -print_final_stats=1 "$@"
+  "build/asan/fuzz/$target" "$corpus" $seeds -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+    -artifact_prefix="build/asan/findings/$target-" -print_final_stats=1 "$@"
 }
