@@ -21,15 +21,21 @@ if(CORVANE_SANITIZE)
 endif()
 
 # For code that runs too seldom to be worth the compiler's time: tests, and the reading of arguments.
-set(corvane_light_optimisation $<IF:$<CONFIG:Release>,-O1,-O0>)
+set(corvane_light_optimisation $<$<CONFIG:Release>:-O1> $<$<CONFIG:RelWithDebInfo>:-O0>)
 # All tests are compiled alike, with Qt or without, so that they can share precompiled headers.
 set(corvane_test_compile_options ${corvane_light_optimisation} -fPIC)
 
-# corvane_library(NAME SOURCES file... [DEPENDS target...])
+# corvane_library(NAME SOURCES file... [DEPENDS target...] [PRECOMPILED header...]): the headers named are precompiled
+# for this library, instead of those that all others share.
 function(corvane_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRECOMPILED" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC corvane_options ${ARG_DEPENDS})
+  if(ARG_PRECOMPILED)
+    target_precompile_headers(${name} PRIVATE ${ARG_PRECOMPILED})
+  else()
+    target_precompile_headers(${name} REUSE_FROM corvane_headers)
+  endif()
   if(CORVANE_FUZZ)
     target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
   endif()
