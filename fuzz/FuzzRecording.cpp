@@ -1,7 +1,9 @@
 // Reads arbitrary bytes as a recording, and plays recordings whose records say arbitrary things under checksums that
-// fit.
+// fit: to the program that watches them, and as a session that others join.
 
+#include "platform/InMemoryNetwork.h"
 #include "session/recording/PlaybackPeer.h"
+#include "session/recording/ReplaySession.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -61,6 +63,33 @@ void Play(std::shared_ptr<const Recording> recording)
         }
     }
 }
+
+/// Hosts a recording to its end, with a guest who asks everybody who they are.
+void Host(std::shared_ptr<const Recording> recording)
+{
+    std::int64_t now = 0;
+    PlaybackClock clock([&now] { return now; });
+    clock.SetSpeed(PlaybackClock::MaxSpeed);
+    InMemoryNetwork network;
+    InMemoryProvider provider(network);
+    const auto session = ReplaySession::Create(provider, recording, clock, {});
+    const auto guest = provider.CreatePeer();
+    if (!session || !guest || !(*guest)->InitializeConnection(InMemoryProvider::ConnectionAddress) ||
+        !(*guest)->Open((*session)->Entry(), OpenJoin))
+        std::abort();
+    const auto id = (*guest)->CreatePlayer("**Guest", "Player", 0, 0);
+    if (!id)
+        std::abort();
+    for (; now <= recording->LengthMs() / PlaybackClock::MaxSpeed + 1; now += 1 + now / 2) {
+        for (const MessageType request : {MessageType::IdentifyRequest, MessageType::AircraftInfoRequest})
+            static_cast<void>((*guest)->Send(*id, AllPlayers, SendGuaranteed, EncodeMessage(PlainMessage{request})));
+        if (!(*session)->Advance())
+            std::abort();
+        const auto waiting = (*guest)->GetMessageCount(*id);
+        for (std::int32_t i = 0; waiting && i < *waiting; ++i)
+            static_cast<void>((*guest)->Receive(ReceiveAll));
+    }
+}
 } // namespace
 } // namespace corvane
 
@@ -68,8 +97,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const corvane::ByteSpan input(data, size);
     for (const corvane::Bytes& file : {corvane::Bytes(input.begin(), input.end()), corvane::FileWithRecords(input)}) {
-        if (auto recording = corvane::DecodeRecording(corvane::ContentOf(file), "fuzzed"))
-            corvane::Play(std::make_shared<const corvane::Recording>(*std::move(recording)));
+        auto decoded = corvane::DecodeRecording(corvane::ContentOf(file), "fuzzed");
+        if (!decoded)
+            continue;
+        const auto recording = std::make_shared<const corvane::Recording>(*std::move(decoded));
+        corvane::Play(recording);
+        corvane::Host(recording);
     }
     return 0;
 }
