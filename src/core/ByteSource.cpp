@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -33,16 +34,21 @@ private:
 
     /// The bytes from an offset on; where they must be read, at least so many are.
     Result<ByteSpan> ViewAhead(std::uint64_t offset, std::size_t count, std::size_t atLeast);
-    /// Makes the bytes from offset on the buffer's content.
-    Result<void> Fill(std::uint64_t offset, std::size_t count);
+    /// Reads so many bytes from where the content ends, and keeps its last ones.
+    Result<void> ReadOn(std::size_t kept, std::size_t count);
+    /// Makes the content empty, with its end at an offset.
+    Result<void> GoTo(std::uint64_t offset);
+    /// Moves the content's last bytes to where a block can be read behind them.
+    void KeepLast(std::size_t kept, std::size_t count);
+
+    [[nodiscard]] std::uint64_t End() const noexcept { return m_start + m_content.size(); }
 
     std::string m_name;
-    FileHandle m_file;
+    FileHandle m_file; ///< to be read from End() on
     std::uint64_t m_size;
-    std::uint64_t m_readTo = 0; ///< where the next read of m_file starts
-    std::vector<std::uint8_t> m_buffer;
-    std::uint64_t m_start = 0; ///< file offset of the buffer's first byte
-    std::size_t m_filled = 0;
+    FileBytes m_buffer;
+    std::span<std::uint8_t> m_content; ///< a part of the file, within the buffer
+    std::uint64_t m_start = 0;         ///< file offset of the content's first byte
 };
 } // namespace
 
@@ -54,24 +60,51 @@ Result<ByteSpan> MemorySource::View(std::uint64_t offset, std::size_t /*count*/)
 Result<ByteSpan> FileSource::ViewAhead(std::uint64_t offset, std::size_t count, std::size_t atLeast)
 {
     offset = std::min(offset, m_size);
-    const std::uint64_t wantedEnd = offset + std::min<std::uint64_t>(count, m_size - offset);
-    if (offset < m_start || wantedEnd > m_start + m_filled) {
-        const auto wanted = static_cast<std::size_t>(wantedEnd - offset);
-        if (const Result<void> filled = Fill(offset, std::max(wanted, atLeast)); !filled)
-            return filled.error();
+    if (offset < m_start || offset > End()) {
+        if (const Result<void> gone = GoTo(offset); !gone)
+            return gone.error();
     }
-    return ByteSpan(m_buffer.data(), m_filled).subspan(static_cast<std::size_t>(offset - m_start));
+    const std::uint64_t wantedEnd = offset + std::min<std::uint64_t>(count, m_size - offset);
+    if (wantedEnd > End()) {
+        const auto missing = static_cast<std::size_t>(wantedEnd - End());
+        const auto kept = static_cast<std::size_t>(End() - offset);
+        if (const Result<void> read = ReadOn(kept, std::max(missing, atLeast)); !read)
+            return read.error();
+    }
+    return ByteSpan(m_content).subspan(static_cast<std::size_t>(offset - m_start));
 }
 
-Result<void> FileSource::Fill(std::uint64_t offset, std::size_t count)
+Result<void> FileSource::GoTo(std::uint64_t offset)
 {
-    m_filled = 0; // a failure leaves an empty buffer
+    m_content = {};
     m_start = offset;
-    if (m_readTo != offset && !SeekTo(m_file.get(), offset))
+    if (!SeekTo(m_file.get(), offset))
         return Fail(m_name, std::generic_category().message(errno));
-    m_buffer.resize(std::max(count, m_buffer.size()));
-    m_filled = std::fread(m_buffer.data(), 1, count, m_file.get());
-    m_readTo = offset + m_filled;
+    return {};
+}
+
+void FileSource::KeepLast(std::size_t kept, std::size_t count)
+{
+    constexpr std::size_t Line = 64; // of the cache: the system copies fastest to the start of one
+    const std::span<std::uint8_t> last = m_content.last(kept);
+    m_start = End() - kept;
+    FileBytes larger;
+    if (m_buffer.Size() < kept + count + Line)
+        larger = FileBytes(kept + count + Line);
+    FileBytes& target = larger.Size() > 0 ? larger : m_buffer;
+    const std::size_t before = (Line - (reinterpret_cast<std::uintptr_t>(target.Data()) + kept) % Line) % Line;
+    if (kept > 0)
+        std::memmove(target.Data() + before, last.data(), kept); // perhaps within the buffer
+    m_content = {target.Data() + before, kept};
+    if (larger.Size() > 0)
+        m_buffer = std::move(larger);
+}
+
+Result<void> FileSource::ReadOn(std::size_t kept, std::size_t count)
+{
+    KeepLast(kept, count);
+    const std::size_t read = std::fread(m_content.data() + kept, 1, count, m_file.get());
+    m_content = {m_content.data(), kept + read};
     if (std::ferror(m_file.get()) != 0)
         return Fail(m_name, std::generic_category().message(errno));
     return {};
