@@ -74,8 +74,8 @@ void Host(std::shared_ptr<const Recording> recording)
     InMemoryProvider provider(network);
     const auto session = ReplaySession::Create(provider, recording, clock, {});
     const auto guest = provider.CreatePeer();
-    if (!session || !guest || !(*guest)->InitializeConnection(InMemoryProvider::ConnectionAddress) ||
-        !(*guest)->Open((*session)->Entry(), OpenJoin))
+    if (!session || !(*guest)->InitializeConnection(InMemoryProvider::ConnectionAddress) ||
+        !(*guest)->Open(network.Listing(EnumSessionsPasswordRequired).at(0), OpenJoin))
         std::abort();
     const auto id = (*guest)->CreatePlayer("**Guest", "Player", 0, 0);
     if (!id)
