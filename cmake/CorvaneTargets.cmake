@@ -41,14 +41,6 @@ function(corvane_library name)
   endif()
 endfunction()
 
-# corvane_few_units(NAME): a library that consists mostly of others' templates. The sanitizers make much of them, and
-# the Windows tools are slow to make one library of many; so ten files are compiled as one there.
-function(corvane_few_units name)
-  if(CORVANE_SANITIZE OR WIN32)
-    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 10)
-  endif()
-endfunction()
-
 # corvane_executable(NAME SOURCES file... [DEPENDS target...])
 function(corvane_executable name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})

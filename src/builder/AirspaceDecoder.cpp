@@ -19,7 +19,7 @@ enum BoundaryTag : std::int32_t {
     ClockwiseArcTag = 0x12006,
     CounterClockwiseArcTag = 0x12007,
     CircleTag = 0x12008,
-    ComTag = 0x20001,
+    AirspaceComTag = 0x20001,
 };
 
 enum class Walk { GoOn, End, Error };
@@ -110,7 +110,7 @@ static Walk DecodeBoundaryRecord(BglScan& scan, std::int64_t r, const BglRecordH
         break;
     case NameTag: airspace.Name = scan.ReadText(r + 8, head.ContentSize); break;
     case BoxTag: SetBox(reader, r, airspace); break;
-    case ComTag:
+    case AirspaceComTag:
         if (!SetFacility(scan, r, head.ContentSize, airspace))
             return Walk::Error;
         break;

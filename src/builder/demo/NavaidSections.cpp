@@ -14,7 +14,7 @@ static constexpr std::size_t BlockEntrySize = 9;
 static constexpr std::size_t ChannelEntrySize = 5;
 static constexpr std::size_t StationsPerRun = 8;
 
-using Stations = std::span<const SceneryStation>;
+using StationSpan = std::span<const SceneryStation>;
 using AppendStation = void (*)(Bytes&, const SceneryStation&);
 
 static void AppendI24(ByteWriter& writer, std::int32_t value)
@@ -63,7 +63,7 @@ static void AppendNdb(Bytes& out, const SceneryStation& station)
 }
 
 /// A block list and the runs that its entries lead to, each of a few stations.
-static void AppendBlocks(Bytes& out, std::size_t base, Stations stations, AppendStation append)
+static void AppendBlocks(Bytes& out, std::size_t base, StationSpan stations, AppendStation append)
 {
     const std::size_t runs = (stations.size() + StationsPerRun - 1) / StationsPerRun;
     const std::size_t listAt = out.size();

@@ -45,7 +45,6 @@ static Roster MakeRoster(const PeerMachine& machine)
     return roster;
 }
 
-namespace {
 struct Outgoing {
     WireId From = 0;
     WireId To = 0;
@@ -117,7 +116,6 @@ private:
     bool m_scheduled = false;
     bool m_congested = false;
 };
-} // namespace
 
 class PeerNetwork::Impl final : public PeerSockets::Listener {
 public:
