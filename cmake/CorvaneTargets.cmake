@@ -20,10 +20,10 @@ if(CORVANE_SANITIZE)
   target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# For code that runs too seldom to be worth the compiler's time: tests, and the reading of arguments.
+# For code that runs too seldom to be worth the compiler's time, such as the reading of arguments.
 set(corvane_light_optimisation $<$<CONFIG:Release>:-O1> $<$<CONFIG:RelWithDebInfo>:-O0>)
-# All tests are compiled alike, with Qt or without, so that they can share precompiled headers.
-set(corvane_test_compile_options ${corvane_light_optimisation} -fPIC)
+# Tests are not worth it at all. They are compiled alike, with Qt or without, so that they share precompiled headers.
+set(corvane_test_compile_options $<$<NOT:$<CONFIG:Debug>>:-O0> -fPIC)
 
 # corvane_library(NAME SOURCES file... [DEPENDS target...] [PRECOMPILED header...]): the headers named are precompiled
 # for this library, instead of those that all others share.
