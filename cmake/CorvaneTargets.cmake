@@ -60,9 +60,9 @@ function(corvane_test name)
 endfunction()
 
 # corvane_add_cases(NAME [VARIABLE=value...]): registers the cases of a GoogleTest program, with variables of their
-# environment. With the sanitizers, whose processes are slow to start, all cases run in one.
+# environment; or the program as a whole.
 function(corvane_add_cases name)
-  if(CORVANE_SANITIZE)
+  if(CORVANE_WHOLE_PROGRAMS)
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
     set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${ARGN}")
   else()
