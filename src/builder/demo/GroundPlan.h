@@ -24,7 +24,7 @@ struct ApronStyle {
 /// Draws a ground layout around the runways of an airport. At the main runway, a long one near the reference point: a
 /// parallel taxiway (A) with connectors (A1, A2, ..), beyond it the apron with its lanes, stands and link taxiways. At
 /// every other runway, where there is room, a parallel taxiway of the next letters, linked to what is there. Every
-/// runway has runway paths, whose names are the runway's place in runways. Taxiways lie 150 or 180 m beside their runway
-/// and do not cut one another. No runway: an empty layout.
+/// runway has runway paths, whose names are the runway's place in runways. Taxiways lie 150 or 180 m beside their
+/// runway and do not cut one another. No runway: an empty layout.
 GroundLayout PlanGround(std::span<const PlannedRunway> runways, const ApronStyle& style);
 } // namespace corvane
