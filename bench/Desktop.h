@@ -13,7 +13,7 @@ class Desktop {
 public:
     Desktop()
     {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
+        setenv("QT_QPA_PLATFORM", "offscreen", 0); // NOLINT(concurrency-mt-unsafe): no other thread is there yet
         m_application = std::make_unique<QApplication>(m_argumentCount, m_arguments.data());
         QApplication::setQuitOnLastWindowClosed(false);
     }

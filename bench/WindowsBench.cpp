@@ -99,7 +99,7 @@ public:
 void ReadTheFiles(benchmark::State& state)
 {
     const World world;
-    std::vector<char> block(128 * 1024);
+    std::vector<char> block(std::size_t{128} * 1024);
     std::size_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;

@@ -40,7 +40,7 @@ Bytes FileWithRecords(ByteSpan input)
 }
 
 /// Watches a recording to its end, asking what the program asks.
-void Play(std::shared_ptr<const Recording> recording)
+void Play(const std::shared_ptr<const Recording>& recording)
 {
     std::int64_t now = 0;
     PlaybackClock clock([&now] { return now; });
@@ -65,7 +65,7 @@ void Play(std::shared_ptr<const Recording> recording)
 }
 
 /// Hosts a recording to its end, with a guest who asks everybody who they are.
-void Host(std::shared_ptr<const Recording> recording)
+void Host(const std::shared_ptr<const Recording>& recording)
 {
     std::int64_t now = 0;
     PlaybackClock clock([&now] { return now; });

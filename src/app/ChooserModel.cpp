@@ -6,6 +6,7 @@
 #include "core/DatabaseFiles.h"
 
 #include <algorithm>
+#include <array>
 
 namespace corvane {
 namespace {
@@ -72,15 +73,16 @@ Result<void> ChooserModel::Open()
     m_areaLoaded = false;
     m_view.SetControlsEnabled(false);
     m_view.SetProgress(0, OpeningSteps);
-    constexpr struct {
+    struct Step {
         std::string_view Status;
         Result<void> (ChooserModel::*Read)();
-    } Steps[] = {{"Reading Magnetic Devations...", &ChooserModel::ReadGrid},
-                 {"Reading Airports...", &ChooserModel::ReadAirports},
-                 {"Reading Airspaces...", &ChooserModel::ReadAirspaces}};
+    };
+    constexpr std::array Steps{Step{"Reading Magnetic Devations...", &ChooserModel::ReadGrid},
+                               Step{"Reading Airports...", &ChooserModel::ReadAirports},
+                               Step{"Reading Airspaces...", &ChooserModel::ReadAirspaces}};
     Result<void> outcome;
     int done = 0;
-    for (const auto& step : Steps) {
+    for (const Step& step : Steps) {
         if (m_view.Abandoned())
             break;
         m_view.SetStatus(step.Status);
