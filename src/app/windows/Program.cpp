@@ -30,8 +30,13 @@ static constexpr int PracticeIntervalMs = 100;
 static constexpr int DeletionIntervalMs = 50;
 
 Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
-                 const ScriptedStart& script, const RecordingParts& recording)
-    : m_state(state), m_factory(factory), m_practice(practice), m_boxes(boxes), m_script(script), m_recording(recording)
+                 ScriptedStart script, const RecordingParts& recording)
+    : m_state(state),
+      m_factory(factory),
+      m_practice(practice),
+      m_boxes(boxes),
+      m_script(std::move(script)),
+      m_recording(recording)
 {
     m_clock.start();
     connect(&m_practiceTimer, &QTimer::timeout, this,

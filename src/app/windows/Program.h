@@ -31,7 +31,7 @@ class Program final : public QObject {
 
 public:
     Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
-            const ScriptedStart& script, const RecordingParts& recording);
+            ScriptedStart script, const RecordingParts& recording);
     ~Program() override;
 
     void Start();
