@@ -2,9 +2,9 @@
 // (argument 0) and for worlds of 1,000, 5,000 and 20,000 airports (3,000 files, 150 MB, 1,000,000 taxi points). Limit:
 // three times the copying; the time per airport must stay the same.
 #include "builder/BuildDriver.h"
-#include "builder/demo/DemoWorld.h"
-#include "builder/demo/WorldSized.h"
 #include "core/File.h"
+#include "demo/DemoWorld.h"
+#include "demo/WorldSized.h"
 
 #include <benchmark/benchmark.h>
 

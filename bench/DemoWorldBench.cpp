@@ -3,7 +3,7 @@
 #include "area/AreaLoad.h"
 #include "area/DatabaseLists.h"
 #include "builder/BuildDriver.h"
-#include "builder/demo/DemoWorld.h"
+#include "demo/DemoWorld.h"
 
 #include <benchmark/benchmark.h>
 

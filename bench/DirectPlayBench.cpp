@@ -1,4 +1,4 @@
-#include "platform/directplay/DirectPlayPeer.h"
+#include "net/DirectPlayPeer.h"
 
 #include <asio/io_context.hpp>
 #include <asio/ip/tcp.hpp>

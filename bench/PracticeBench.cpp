@@ -1,8 +1,8 @@
 #include "core/MagVarGrid.h"
-#include "platform/InMemoryNetwork.h"
-#include "session/practice/PracticeSession.h"
-#include "tests/session/practice/Controller.h"
-#include "tests/session/practice/PracticeWorld.h"
+#include "practice/PracticeSession.h"
+#include "session/InMemoryNetwork.h"
+#include "tests/practice/Controller.h"
+#include "tests/practice/PracticeWorld.h"
 
 #include <benchmark/benchmark.h>
 

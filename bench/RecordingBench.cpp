@@ -2,7 +2,7 @@
 // that follows the session, and while it records.
 
 #include "bench/SessionScene.h"
-#include "session/recording/RecordingPeer.h"
+#include "recording/RecordingPeer.h"
 
 #include <benchmark/benchmark.h>
 

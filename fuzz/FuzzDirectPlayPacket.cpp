@@ -1,5 +1,5 @@
-#include "platform/directplay/StreamFramer.h"
-#include "platform/directplay/WireEncode.h"
+#include "net/wire/StreamFramer.h"
+#include "net/wire/WireEncode.h"
 
 #include <cstdlib>
 

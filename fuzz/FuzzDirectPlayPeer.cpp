@@ -1,5 +1,5 @@
-#include "platform/directplay/PeerMachine.h"
-#include "platform/directplay/WireEncode.h"
+#include "net/machine/PeerMachine.h"
+#include "net/wire/WireEncode.h"
 
 #include <cstdlib>
 

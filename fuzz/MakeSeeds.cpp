@@ -3,7 +3,7 @@
 #include "core/File.h"
 #include "core/Settings.h"
 #include "tests/builder/SampleBgl.h"
-#include "tests/session/recording/SampleRecording.h"
+#include "tests/recording/SampleRecording.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -3,8 +3,8 @@
 #include "area/AreaModel.h"
 #include "core/MagVarGrid.h"
 #include "core/Result.h"
-#include "session/practice/PracticeSession.h"
-#include "session/practice/PracticeTransport.h"
+#include "practice/PracticeSession.h"
+#include "practice/PracticeTransport.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,10 +1,10 @@
 #include "app/UserFolders.h"
 
 #include "builder/BuildDriver.h"
-#include "builder/demo/DemoWorld.h"
 #include "core/File.h"
 #include "core/PathLookup.h"
 #include "core/Settings.h"
+#include "demo/DemoWorld.h"
 
 #include <memory>
 #include <system_error>

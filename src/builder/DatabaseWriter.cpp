@@ -3,7 +3,7 @@
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
 #include "core/RecordCodec.h"
-#include "platform/os/Files.h"
+#include "os/Files.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -5,7 +5,7 @@
 #include "core/DatabaseFiles.h"
 #include "core/PathLookup.h"
 #include "core/Text.h"
-#include "platform/os/InterruptWatch.h"
+#include "os/InterruptWatch.h"
 
 #include <ostream>
 

@@ -1,7 +1,7 @@
-#include "builder/demo/DemoWorld.h"
 #include "cli/Commands.h"
 #include "cli/ProgressBar.h"
 #include "cli/RecordJson.h"
+#include "demo/DemoWorld.h"
 
 #include <ostream>
 

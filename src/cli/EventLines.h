@@ -2,7 +2,7 @@
 
 #include "cli/NetworkOptions.h"
 #include "cli/RecordJson.h"
-#include "session/follow/SessionEvents.h"
+#include "follow/SessionEvents.h"
 
 #include <ostream>
 

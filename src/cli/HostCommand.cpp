@@ -7,10 +7,10 @@
 #include "cli/NumberList.h"
 #include "core/Settings.h"
 #include "core/Text.h"
-#include "platform/directplay/DirectPlayPeer.h"
-#include "session/follow/HostWatch.h"
-#include "session/practice/PracticeSession.h"
-#include "session/recording/ReplaySession.h"
+#include "follow/HostWatch.h"
+#include "net/DirectPlayPeer.h"
+#include "practice/PracticeSession.h"
+#include "recording/ReplaySession.h"
 
 #include <functional>
 #include <ostream>

@@ -1,10 +1,10 @@
-#include "builder/import/MapImport.h"
 #include "cli/Commands.h"
 #include "cli/ProgressBar.h"
 #include "cli/RecordJson.h"
 #include "core/NumberText.h"
 #include "core/Rounding.h"
-#include "platform/os/InterruptWatch.h"
+#include "import/MapImport.h"
+#include "os/InterruptWatch.h"
 
 #include <ostream>
 #include <string>

@@ -1,12 +1,12 @@
 #include "cli/AreaOptions.h"
 #include "cli/Commands.h"
 #include "cli/EventLines.h"
+#include "cli/InputLines.h"
 #include "cli/NetworkOptions.h"
 #include "core/Text.h"
-#include "platform/InputLines.h"
-#include "platform/directplay/DirectPlayPeer.h"
-#include "session/follow/SessionFollower.h"
-#include "session/recording/RecordingPeer.h"
+#include "follow/SessionFollower.h"
+#include "net/DirectPlayPeer.h"
+#include "recording/RecordingPeer.h"
 
 #include <thread>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/Commands.h"
-#include "platform/directplay/DirectPlayOptions.h"
-#include "platform/os/InterruptWatch.h"
+#include "net/sockets/DirectPlayOptions.h"
+#include "os/InterruptWatch.h"
 
 #include <chrono>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/NetworkOptions.h"
 #include "cli/RecordJson.h"
-#include "platform/directplay/DirectPlayPeer.h"
+#include "net/DirectPlayPeer.h"
 
 #include <cmath>
 #include <ostream>

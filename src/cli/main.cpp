@@ -1,5 +1,5 @@
 #include "cli/CommandLine.h"
-#include "platform/os/StandardStreams.h"
+#include "os/StandardStreams.h"
 
 #include <iostream>
 

@@ -1,7 +1,7 @@
 #include "core/AtomicFile.h"
 
 #include "core/File.h"
-#include "platform/os/Files.h"
+#include "os/Files.h"
 
 #include <cerrno>
 #include <system_error>

@@ -2,7 +2,7 @@
 
 #include "core/File.h"
 #include "core/OpenFile.h"
-#include "platform/os/Files.h"
+#include "os/Files.h"
 
 #include <algorithm>
 #include <cerrno>

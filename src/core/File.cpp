@@ -2,7 +2,7 @@
 
 #include "core/AtomicFile.h"
 #include "core/OpenFile.h"
-#include "platform/os/Files.h"
+#include "os/Files.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "cli/RecordJson.h"
 #include "tests/cli/CommandRun.h"
 #include "tests/core/TemporaryFolder.h"
-#include "tests/platform/LoopbackAddress.h"
+#include "tests/net/LoopbackAddress.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

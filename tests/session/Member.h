@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/InMemoryNetwork.h"
+#include "session/InMemoryNetwork.h"
 #include "session/MessageCodec.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/Result.h"
-#include "platform/directplay/DirectPlayPeer.h"
+#include "net/DirectPlayPeer.h"
 
 #include <nlohmann/json.hpp>
 

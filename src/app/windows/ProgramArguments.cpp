@@ -6,7 +6,7 @@
 #include "app/windows/ScriptedStart.h"
 #include "core/Text.h"
 #include "core/windows/QtText.h"
-#include "platform/os/Folders.h"
+#include "os/Folders.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "app/windows/RecordingControls.h"
 
-#include "session/recording/PlaybackClock.h"
-#include "session/recording/RecordingDialogs.h"
-#include "session/recording/RecordingStatus.h"
-#include "session/recording/SessionRecorder.h"
+#include "recording/PlaybackClock.h"
+#include "recording/RecordingDialogs.h"
+#include "recording/RecordingStatus.h"
+#include "recording/SessionRecorder.h"
 
 #include <QAction>
 #include <QActionGroup>

@@ -1,6 +1,6 @@
 #include "session/windows/QtRecordingDialogs.h"
 
-#include "session/recording/RecordingFormat.h"
+#include "recording/RecordingFormat.h"
 
 #include <QApplication>
 #include <QDateTime>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/recording/RecordingDialogs.h"
+#include "recording/RecordingDialogs.h"
 
 namespace corvane {
 /// The questions for a recording's file as modal file dialogs. Timers go on while one is open.

@@ -1,5 +1,5 @@
 #include "tests/app/windows/ProgramFixture.h"
-#include "tests/platform/LoopbackAddress.h"
+#include "tests/net/LoopbackAddress.h"
 
 #include <QCheckBox>
 

@@ -1,10 +1,10 @@
 #include "tests/app/windows/ProgramFixture.h"
 
 #include "builder/BuildDriver.h"
-#include "builder/demo/DemoWorld.h"
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
 #include "core/PathLookup.h"
+#include "demo/DemoWorld.h"
 #include "radar/windows/ScopeWidget.h"
 
 #include <QApplication>

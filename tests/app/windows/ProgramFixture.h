@@ -1,16 +1,16 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/PracticeProvider.h"
 #include "app/windows/Program.h"
 #include "core/MessageBoxes.h"
-#include "platform/CompositePeerFactory.h"
-#include "platform/RecordedSessionProvider.h"
-#include "platform/directplay/PracticeProvider.h"
 #include "radar/ScopeView.h"
-#include "session/recording/PlaybackClock.h"
-#include "session/recording/RecordingDialogs.h"
-#include "session/recording/RecordingPeer.h"
-#include "session/recording/SessionRecorder.h"
+#include "recording/PlaybackClock.h"
+#include "recording/RecordedSessionProvider.h"
+#include "recording/RecordingDialogs.h"
+#include "recording/RecordingPeer.h"
+#include "recording/SessionRecorder.h"
+#include "session/CompositePeerFactory.h"
 #include "tests/core/TemporaryFolder.h"
 
 #include <QAction>

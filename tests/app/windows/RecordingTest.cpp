@@ -1,5 +1,5 @@
 #include "tests/app/windows/ProgramFixture.h"
-#include "tests/session/recording/SampleRecording.h"
+#include "tests/recording/SampleRecording.h"
 
 #include <QMenu>
 

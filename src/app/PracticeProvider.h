@@ -1,0 +1,32 @@
+#pragma once
+
+#include "net/DirectPlayPeer.h"
+#include "practice/PracticeTransport.h"
+#include "session/InMemoryNetwork.h"
+
+namespace corvane {
+/// The connection type of the practice session, which is kept in memory unless it is served on the network.
+class PracticeProvider final : public ConnectionProvider, public PracticeTransport {
+public:
+    /// options  of peers on the network; their addresses follow from ServeAt
+    explicit PracticeProvider(InMemoryNetwork& network, DirectPlayOptions options = {})
+        : m_memory(network), m_network(std::move(options))
+    {
+        m_network.Options.MustBeFound = true;
+    }
+
+    [[nodiscard]] std::string Name() const override { return m_memory.Name(); }
+    [[nodiscard]] std::string Address() const override { return m_memory.Address(); }
+    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
+
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    [[nodiscard]] std::string ConnectionAddress() const override { return Address(); }
+    void ServeAt(std::string_view address) override;
+    [[nodiscard]] bool OnNetwork() const override { return m_onNetwork; }
+
+private:
+    InMemoryProvider m_memory;
+    DirectPlayProvider m_network;
+    bool m_onNetwork = false;
+};
+} // namespace corvane

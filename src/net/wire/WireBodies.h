@@ -1,0 +1,9 @@
+#pragma once
+
+#include "net/wire/WireDecode.h"
+
+namespace corvane::directplay {
+/// Reads what stands behind the signature, command and version of a management message. bare starts at the signature,
+/// as all offsets inside do.
+std::variant<Management, DropReason> DecodeBody(Command command, ByteSpan bare, std::uint16_t version);
+} // namespace corvane::directplay

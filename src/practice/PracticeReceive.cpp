@@ -1,0 +1,126 @@
+#include "practice/PracticeSession.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+void PracticeSession::ReceiveAll()
+{
+    std::vector<std::shared_ptr<SessionPeer>> peers; // shares, since answering may remove members
+    for (const auto& member : m_members) {
+        const auto peer = member->SharePeer();
+        if (std::find(peers.begin(), peers.end(), peer) == peers.end())
+            peers.push_back(peer);
+        if (!m_options.PeerForEach)
+            break;
+    }
+    for (const auto& peer : peers)
+        ReceiveOn(*peer);
+}
+
+/// Exactly the messages that wait now, so that members who answer one another cannot keep the call going.
+void PracticeSession::ReceiveOn(SessionPeer& peer)
+{
+    constexpr std::int64_t MostAtOnce = 65536;
+    std::int64_t waiting = 0;
+    for (const auto& member : m_members) {
+        if (&member->Peer() != &peer)
+            continue;
+        const auto count = peer.GetMessageCount(member->Id());
+        if (!count)
+            member->SetLost();
+        else
+            waiting += *count;
+    }
+    waiting = std::min(waiting, MostAtOnce);
+    for (std::int64_t i = 0; i < waiting; ++i) {
+        const auto message = peer.Receive(corvane::ReceiveAll);
+        if (!message)
+            return; // fewer than counted, or the next count says that the session is gone
+        for (const auto& member : m_members)
+            if (&member->Peer() == &peer && member->Id() == message->To)
+                Handle(*member, *message);
+    }
+}
+
+bool PracticeSession::IsOwnMember(PlayerId id) const noexcept
+{
+    return std::any_of(m_members.begin(), m_members.end(), [id](const auto& member) { return member->Id() == id; });
+}
+
+/// Those who are in the session, the one who asks included, must not be more than it takes. Where the transport does
+/// not say who is there, it has let the player in, and that decides.
+bool PracticeSession::HasRoom() const
+{
+    const auto players = m_host->Peer().GetDPEnumPlayers(m_entry.InstanceGuid, 0);
+    return !players || static_cast<std::int64_t>(players->size()) <= m_options.MaxPlayers;
+}
+
+void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& message)
+{
+    const auto header = DecodeHeader(message.Content);
+    if (!header || message.From == 0) // malformed, or the transport's own
+        return;
+    switch (header->Type) {
+    case MessageType::JoinRequest:
+    case MessageType::ObserverJoinRequest:
+        if (&member == m_host)
+            member.AnswerRequest(message.From, header->Type == MessageType::ObserverJoinRequest, HasRoom());
+        break;
+    case MessageType::PilotAnnounce:
+    case MessageType::ObserverAnnounce: HandleAnnounce(member, *header, message); break;
+    case MessageType::JoinRefused:
+    case MessageType::ObserverJoinRefused:
+        if (!member.Admitted)
+            member.Leave();
+        break;
+    case MessageType::IdentifyRequest:
+        if (member.Admitted)
+            member.Announce(message.From);
+        break;
+    case MessageType::AircraftInfoRequest:
+        if (member.Admitted)
+            member.SendAircraftInfo(message.From);
+        break;
+    case MessageType::RemovedByHost:
+        if (&member != m_host)
+            member.Leave();
+        break;
+    case MessageType::ChatText: HandleChat(member, *header, message); break;
+    default: break;
+    }
+}
+
+void PracticeSession::HandleAnnounce(PracticeMember& member, const MessageHeader& header,
+                                     const ReceivedMessage& message) const
+{
+    if (member.Admitted)
+        return;
+    const auto announce = DecodeAnnounce(header, message.Content);
+    if (announce && announce->PlayerId == member.Id())
+        member.EnterAdmitted(m_group);
+}
+
+void PracticeSession::HandleChat(PracticeMember& member, const MessageHeader& header,
+                                 const ReceivedMessage& message) const
+{
+    // What the practice pilots say themselves is for the controller; they would answer one another for ever.
+    if (!member.IsPilot() || IsOwnMember(message.From))
+        return;
+    const auto chat = DecodeChatText(header, message.Content);
+    if (!chat)
+        return;
+    std::vector<std::string> callsigns;
+    std::size_t own = 0;
+    for (const auto& other : m_members) {
+        if (!other->IsPilot())
+            continue;
+        if (other.get() == &member)
+            own = callsigns.size();
+        callsigns.push_back(other->Name());
+    }
+    const auto addressee = FindAddressee(chat->Text, callsigns);
+    if (addressee && addressee->Index == own)
+        member.Hear(addressee->Ambiguous ? "which of us" : addressee->Rest); // not understood, so asked back
+}
+} // namespace corvane

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "recording/PlaybackClock.h"
+#include "recording/RecordedMembers.h"
+#include "recording/RecordingReader.h"
+#include "session/SessionPeer.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace corvane {
+/// Gives the recording to be played; asked when sessions are looked for.
+using RecordingSource = std::function<Result<std::shared_ptr<const Recording>>()>;
+
+inline constexpr std::string_view PlaybackConnectionName = "Recorded session";
+inline constexpr std::string_view PlaybackConnectionAddress = "recording:";
+
+/// A member's end of a recorded session, which plays as the clock says. The viewer is one more member with an id that
+/// no recorded member has; what it sends reaches nobody, but the recorded members answer as they did: the one that
+/// recorded admits it, all introduce themselves, and pilots name their aircraft.
+///
+/// Playing begins when the viewer asks all to introduce themselves, as it does when its radar opens: nothing is lost
+/// behind the message box that greets it. The clock must outlive the peer.
+class PlaybackPeer final : public SessionPeer {
+public:
+    PlaybackPeer(RecordingSource source, PlaybackClock& clock) : m_source(std::move(source)), m_clock(clock) {}
+    ~PlaybackPeer() override { Leave(); }
+    PlaybackPeer(const PlaybackPeer&) = delete;
+    PlaybackPeer& operator=(const PlaybackPeer&) = delete;
+    PlaybackPeer(PlaybackPeer&&) = delete;
+    PlaybackPeer& operator=(PlaybackPeer&&) = delete;
+
+    Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view guid, std::uint32_t flags) override;
+    Result<void> InitializeConnection(std::string_view address) override;
+    Result<SessionData> CreateSessionData() override;
+    /// Lists the one session of the recording, which the source is asked for the first time.
+    Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
+                                                        std::uint32_t flags) override;
+    /// Joins; a session cannot be created here.
+    Result<void> Open(const SessionEntry& session, std::uint32_t flags) override;
+    /// One player at a time: the viewer.
+    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName, std::int32_t event,
+                                  std::uint32_t flags) override;
+    Result<void> SetPlayerName(PlayerId player, std::string_view friendlyName) override;
+    Result<std::int32_t> CreateGroup(std::string_view shortName) override;
+    /// None: groups are not recorded.
+    Result<std::vector<SessionMember>> GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<void> AddPlayerToGroup(std::int32_t group, PlayerId player) override;
+    Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<std::int32_t> GetMessageCount(PlayerId player) override;
+    Result<ReceivedMessage> Receive(std::uint32_t flags) override;
+    Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) override;
+    Result<std::string> GetPlayerFriendlyName(PlayerId player) override;
+    Result<void> DestroyPlayer(PlayerId player) override;
+    Result<void> Close() override;
+
+private:
+    [[nodiscard]] std::optional<Error> NotOpen(const char* operation) const;
+    [[nodiscard]] std::optional<Error> NotViewer(const char* operation, PlayerId player) const;
+    [[nodiscard]] SessionEntry Entry() const;
+    void PlayUpToNow();
+    void AnswerAll(PlayerId to, MessageType request);
+    void Answer(const RecordedMember& member, MessageType request);
+    void Queue(PlayerId from, Bytes content);
+    void Leave() noexcept;
+
+    RecordingSource m_source;
+    PlaybackClock& m_clock;
+    std::shared_ptr<const Recording> m_recording; ///< once sessions have been looked for
+    std::optional<RecordedMembers> m_members;     ///< while the session is open
+    std::size_t m_next = 0;                       ///< record to be played
+    std::optional<SessionMember> m_viewer;
+    std::deque<ReceivedMessage> m_queue;
+};
+} // namespace corvane

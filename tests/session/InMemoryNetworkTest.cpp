@@ -1,0 +1,211 @@
+#include "session/InMemoryNetwork.h"
+
+#include "tests/session/SessionFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace corvane {
+namespace {
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class InMemoryNetworkTest : public testing::Test {
+protected:
+    std::unique_ptr<Member> Joined(const std::string& guid, std::string_view name)
+    {
+        auto member = std::make_unique<Member>(Network);
+        member->Join(guid, name);
+        return member;
+    }
+
+    /// The types of the transport's own messages that have arrived; the others are dropped.
+    static std::vector<std::int32_t> SystemTypes(const Member& member)
+    {
+        std::vector<std::int32_t> types;
+        while (const auto message = member.Peer->Receive(ReceiveAll)) {
+            if (message->From == SystemSender)
+                types.push_back(ByteReader(message->Content).ReadI32());
+        }
+        return types;
+    }
+
+    static std::vector<std::string> Names(const Member& member)
+    {
+        std::vector<std::string> names;
+        const auto players = *member.Peer->GetDPEnumPlayers(member.Guid, 0);
+        for (const SessionMember& player : players)
+            names.push_back(player.ShortName);
+        return names;
+    }
+
+    InMemoryNetwork Network;
+};
+
+TEST_F(InMemoryNetworkTest, ListsWhatCanBeJoined)
+{
+    Member open(Network);
+    Member full(Network);
+    Member secret(Network);
+    open.Host("Open", 2);
+    full.Host("Full", 1);
+    secret.Host("Secret", 8, 1092, "cat");
+    const auto names = [&](std::uint32_t flags) {
+        std::vector<std::string> listed;
+        const auto entries = *open.Peer->GetDPEnumSessions({}, 0, flags);
+        for (const SessionEntry& entry : entries) {
+            EXPECT_EQ(entry.Password, "");
+            listed.push_back(entry.Name);
+        }
+        return listed;
+    };
+    EXPECT_THAT(names(EnumSessionsAvailable), ElementsAre("Open"));
+    EXPECT_THAT(names(EnumSessionsPasswordRequired), ElementsAre("Open", "Secret"));
+    Member visitor(Network);
+    SessionEntry entry;
+    entry.InstanceGuid = secret.Guid;
+    entry.Password = "Cat";
+    EXPECT_FALSE(visitor.Peer->Open(entry, OpenJoin));
+    entry.Password = "cat";
+    EXPECT_TRUE(visitor.Peer->Open(entry, OpenJoin));
+    EXPECT_FALSE(visitor.Peer->Open(entry, OpenJoin)) << "one session at a time";
+    EXPECT_TRUE(secret.Peer->Close());
+    EXPECT_TRUE(open.Peer->Close());
+    EXPECT_THAT(names(EnumSessionsPasswordRequired), ElementsAre("Secret")) << "it has a member that hosts on";
+}
+
+TEST_F(InMemoryNetworkTest, DeliversInOrderToEveryoneButTheSender)
+{
+    Member host(Network);
+    host.Host("Traffic");
+    const auto ann = Joined(host.Guid, "Ann");
+    const auto bob = Joined(host.Guid, "Bob");
+    static_cast<void>(SystemTypes(host));
+    const PlayerId second = *host.Peer->CreatePlayer("Second player", "Player", 0, 0);
+    static_cast<void>(SystemTypes(*ann));
+    static_cast<void>(SystemTypes(*bob));
+    ann->SendBytes(AllPlayers, {1});
+    ann->SendBytes(second, {2});
+    ann->SendBytes(ann->Id, {3});
+    EXPECT_EQ(*host.Peer->GetMessageCount(host.Id), 1);
+    EXPECT_EQ(*host.Peer->GetMessageCount(second), 2);
+    EXPECT_EQ(*ann->Peer->GetMessageCount(ann->Id), 1) << "to itself by its own id only";
+    std::vector<PlayerId> receivers;
+    while (const auto message = host.Peer->Receive(ReceiveAll)) {
+        EXPECT_EQ(message->From, ann->Id);
+        receivers.push_back(message->To);
+    }
+    EXPECT_THAT(receivers, ElementsAre(host.Id, second, second));
+    EXPECT_FALSE(ann->Peer->GetMessageCount(bob->Id)) << "not its own";
+    EXPECT_FALSE(ann->Peer->Send(bob->Id, AllPlayers, SendGuaranteed, Bytes{1}));
+    EXPECT_FALSE(ann->Peer->Send(ann->Id, 4711, SendGuaranteed, Bytes{1}));
+    EXPECT_FALSE(ann->Peer->Send(ann->Id, bob->Id, SendGuaranteed, Bytes(InMemoryNetwork::MessageLimit + 1)));
+}
+
+TEST_F(InMemoryNetworkTest, AGroupIsADestination)
+{
+    Member host(Network);
+    host.Host("Traffic");
+    const auto ann = Joined(host.Guid, "Ann");
+    const auto bob = Joined(host.Guid, "Bob");
+    const auto group = *host.Peer->CreateGroup("Pattern");
+    EXPECT_TRUE(ann->Peer->AddPlayerToGroup(group, ann->Id));
+    EXPECT_TRUE(ann->Peer->AddPlayerToGroup(group, ann->Id)) << "again: nothing more";
+    EXPECT_FALSE(ann->Peer->AddPlayerToGroup(bob->Id, ann->Id));
+    for (const Member* member : {ann.get(), bob.get()})
+        static_cast<void>(SystemTypes(*member));
+    host.SendBytes(group, {1});
+    EXPECT_EQ(*ann->Peer->GetMessageCount(ann->Id), 1);
+    EXPECT_EQ(*bob->Peer->GetMessageCount(bob->Id), 0);
+}
+
+TEST_F(InMemoryNetworkTest, TellsOfChangesInItsOwnMessages)
+{
+    Member host(Network);
+    host.Host("Traffic");
+    auto ann = Joined(host.Guid, "Ann");
+    EXPECT_TRUE(ann->Peer->SetPlayerName(ann->Id, "Eve"));
+    EXPECT_FALSE(host.Peer->SetPlayerName(ann->Id, "Mallory")) << "another's player";
+    EXPECT_THAT(Names(host), ElementsAre("Host", "Eve"));
+    const PlayerId left = ann->Id;
+    ann.reset();
+    EXPECT_THAT(SystemTypes(host), ElementsAre(0x0003, 0x0103, 0x0005));
+    EXPECT_EQ(*host.Peer->GetPlayerFriendlyName(left), "Eve") << "still known for its last messages";
+    EXPECT_TRUE(host.Peer->Send(host.Id, left, SendGuaranteed, Bytes{1})) << "lost in silence";
+    EXPECT_FALSE(host.Peer->GetPlayerFriendlyName(4711));
+}
+
+TEST_F(InMemoryNetworkTest, TheOldestMemberHostsOn)
+{
+    Member host(Network);
+    host.Host("Traffic", 8, SessionKeepAlive + SessionMigrateHost);
+    const auto ann = Joined(host.Guid, "Ann");
+    const auto bob = Joined(host.Guid, "Bob");
+    static_cast<void>(SystemTypes(*ann));
+    static_cast<void>(SystemTypes(*bob));
+    EXPECT_TRUE(host.Peer->Close());
+    EXPECT_THAT(SystemTypes(*ann), ElementsAre(0x0005, 0x0101));
+    EXPECT_THAT(SystemTypes(*bob), ElementsAre(0x0005));
+    ann->SendBytes(bob->Id, {1});
+    EXPECT_EQ(*bob->Peer->GetMessageCount(bob->Id), 1);
+    Joined(host.Guid, "Eve");
+}
+
+TEST_F(InMemoryNetworkTest, WithoutMigrationEveryoneIsLeftAlone)
+{
+    Member host(Network);
+    host.Host("Traffic", 8, SessionKeepAlive);
+    const auto ann = Joined(host.Guid, "Ann");
+    const auto bob = Joined(host.Guid, "Bob");
+    static_cast<void>(SystemTypes(*ann));
+    host.SendBytes(ann->Id, {1});
+    EXPECT_TRUE(host.Peer->Close());
+    EXPECT_EQ(*ann->Peer->GetMessageCount(ann->Id), 3) << "what was sent before is still there";
+    EXPECT_THAT(SystemTypes(*ann), ElementsAre(0x0005, 0x0031));
+    EXPECT_THAT(Names(*ann), ElementsAre("Ann"));
+    EXPECT_FALSE(ann->Peer->Send(ann->Id, AllPlayers, SendGuaranteed, Bytes{1}));
+    EXPECT_THAT(bob->Sessions(), IsEmpty());
+}
+
+TEST_F(InMemoryNetworkTest, AVanishedMachineStaysListedUntilItIsNoticed)
+{
+    Member host(Network);
+    host.Host("Traffic");
+    const auto ann = Joined(host.Guid, "Ann");
+    const auto bob = Joined(host.Guid, "Bob");
+    static_cast<void>(SystemTypes(*bob));
+    EXPECT_TRUE(Network.Vanish(host.Guid, host.Id));
+    EXPECT_FALSE(Network.Vanish(host.Guid, 4711));
+    EXPECT_FALSE(host.Peer->Send(host.Id, AllPlayers, SendGuaranteed, Bytes{1}));
+    ann->SendBytes(host.Id, {1});
+    EXPECT_THAT(Names(*ann), ElementsAre("Host", "Ann", "Bob"));
+    EXPECT_TRUE(Network.Vanish(host.Guid, ann->Id));
+    Network.DropVanished();
+    EXPECT_THAT(Names(*bob), ElementsAre("Bob"));
+    EXPECT_THAT(SystemTypes(*bob), ElementsAre(0x0005, 0x0101, 0x0005)) << "the machine that is there hosts on";
+}
+
+TEST_F(InMemoryNetworkTest, AnUnreadQueueLosesItsOldestMessages)
+{
+    Member host(Network);
+    host.Host("Traffic");
+    const auto ann = Joined(host.Guid, "Ann");
+    static_cast<void>(SystemTypes(host));
+    ann->SendBytes(host.Id, {1});
+    for (std::size_t i = 0; i < InMemoryMachine::QueueLimit; ++i)
+        ann->SendBytes(host.Id, {2});
+    EXPECT_EQ(*host.Peer->GetMessageCount(host.Id), static_cast<std::int32_t>(InMemoryMachine::QueueLimit));
+    EXPECT_EQ(host.Peer->Receive(ReceiveAll)->Content, Bytes{2});
+}
+
+TEST_F(InMemoryNetworkTest, AnyCallCanBeToldToFail)
+{
+    InMemoryProvider provider(
+        Network, [](std::string_view operation, int call) { return operation == "CreateSessionData" && call == 2; });
+    const auto first = *provider.DirectPlayCreate("");
+    const auto second = *provider.DirectPlayCreate("");
+    EXPECT_TRUE(first->CreateSessionData());
+    EXPECT_FALSE(second->CreateSessionData()) << "counted over all the provider's peers";
+    EXPECT_TRUE(second->CreateSessionData());
+}
+} // namespace
+} // namespace corvane
