@@ -44,12 +44,9 @@ private:
     static constexpr double LatReach = (AreaRadiusNm + 1) / 60.0;
     static constexpr double AntipodeDegrees = 0.01;
 
-    /// The bounds hold for true latitudes and longitudes only: the formula itself takes any number of turns.
-    static bool OnEarth(double lat, double lon) noexcept { return std::abs(lat) <= 90 && std::abs(lon) <= 180; }
-
     double m_lat;
     double m_lon;
-    bool m_onEarth;
+    bool m_onEarth;          ///< the bounds hold for such positions only: the formula itself takes any number of turns
     double m_lonReach = 360; ///< degrees; a circle that comes near a pole has every meridian in reach
 };
 } // namespace corvane

@@ -26,6 +26,13 @@ struct LatLon {
     bool operator==(const LatLon&) const = default;
 };
 
+/// Whether a position lies within +-90 and +-180 degrees (so is no NaN either). Positions elsewhere come from a damaged
+/// file or a faulty peer and are passed over.
+constexpr bool OnEarth(double lat, double lon) noexcept
+{
+    return lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
+}
+
 /// A named position, as the scope keeps it for the pointer and the selected airspace.
 struct PositionRecord {
     std::string Name;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/GreatCircle.h"
 #include "practice/AircraftClass.h"
-#include "practice/GreatCircle.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "practice/PracticeScene.h"
 
+#include "core/GreatCircle.h"
 #include "core/Text.h"
-#include "practice/GreatCircle.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Geodesy.h"
 #include "radar/Surface.h"
 
 #include <cstdint>
@@ -46,12 +47,6 @@ ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, double center
 /// scope. (0, 0) where the view has no width, or the position is off the map in a view across 180 degrees. A coordinate
 /// that is not a number gives 0, which is never inside the scope.
 ScopePoint ProjectToScope(const ScopeView& view, double lat, double lon) noexcept;
-/// Whether a position lies within +-90 and +-180 degrees (so is no NaN either). Objects elsewhere come from a damaged
-/// file and are not drawn.
-constexpr bool OnEarth(double lat, double lon) noexcept
-{
-    return lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
-}
 /// Whether a pixel lies on the scope; its first row and column do not count.
 constexpr bool InsideScope(const ScopeView& view, ScopePoint at) noexcept
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "practice/GreatCircle.h"
+#include "core/GreatCircle.h"
 #include "practice/PracticeScene.h"
 
 #include <string>

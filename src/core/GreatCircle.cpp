@@ -1,4 +1,4 @@
-#include "practice/GreatCircle.h"
+#include "core/GreatCircle.h"
 
 #include <algorithm>
 #include <cmath>
