@@ -1,6 +1,6 @@
 #pragma once
 
-#include "recording/MillisecondClock.h"
+#include "core/MillisecondClock.h"
 
 #include <cstdint>
 

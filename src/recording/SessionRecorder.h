@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/Result.h"
-#include "recording/MillisecondClock.h"
+#include "core/MillisecondClock.h"
 #include "recording/RecordingWriter.h"
 #include "session/SessionPeer.h"
 

@@ -1,4 +1,4 @@
-#include "recording/MillisecondClock.h"
+#include "core/MillisecondClock.h"
 
 #include <chrono>
 
