@@ -1,0 +1,119 @@
+#include "traffic/TrafficProvider.h"
+
+#include "session/ForwardingPeer.h"
+#include "traffic/TrafficSession.h"
+
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace corvane {
+namespace {
+/// The program's end of a session in memory, which it keeps going.
+class TrafficPeer final : public ForwardingPeer {
+public:
+    TrafficPeer(const TrafficConnection& connection, InMemoryProvider memory, std::unique_ptr<SessionPeer> own,
+                TrafficDetailsTable& details)
+        : ForwardingPeer(std::move(own)), m_connection(connection), m_memory(std::move(memory)), m_details(details)
+    {
+    }
+
+    Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view /*guid*/,
+                                                              std::uint32_t /*flags*/) override
+    {
+        return std::vector<ConnectionEntry>{{m_connection.Name, m_connection.Address}};
+    }
+    Result<void> InitializeConnection(std::string_view address) override
+    {
+        if (address != m_connection.Address)
+            return Fail("InitializeConnection", "not an address of " + m_connection.Name);
+        return ForwardingPeer::InitializeConnection(InMemoryProvider::ConnectionAddress);
+    }
+    Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
+                                                        std::uint32_t flags) override;
+    Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) override
+    {
+        if (const Result<void> going = Advance(); !going)
+            return going.error();
+        return ForwardingPeer::GetDPEnumPlayers(sessionGuid, flags);
+    }
+    Result<std::int32_t> GetMessageCount(PlayerId player) override
+    {
+        if (const Result<void> going = Advance(); !going)
+            return going.error();
+        return ForwardingPeer::GetMessageCount(player);
+    }
+
+private:
+    Result<void> Begin();
+    Result<void> Listen();
+    Result<void> Advance() { return m_session ? m_session->Advance(m_connection.Clock()) : Result<void>(); }
+
+    const TrafficConnection& m_connection;
+    InMemoryProvider m_memory;
+    TrafficDetailsTable& m_details;
+    std::unique_ptr<TrafficFeed> m_feed;
+    std::unique_ptr<TrafficSession> m_session; ///< uses the feed and the memory
+};
+
+Result<std::vector<SessionEntry>> TrafficPeer::GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
+                                                                 std::uint32_t flags)
+{
+    if (!m_session) {
+        if (const Result<void> begun = Begin(); !begun)
+            return begun.error();
+    }
+    auto found = ForwardingPeer::GetDPEnumSessions(data, timeoutMs, flags);
+    if (found)
+        for (SessionEntry& entry : *found)
+            --entry.CurrentPlayers; // the host is this program's own
+    return found;
+}
+
+Result<void> TrafficPeer::Begin()
+{
+    auto feed = m_connection.Open();
+    if (!feed)
+        return feed.error();
+    m_feed = *std::move(feed);
+    TrafficSessionOptions options;
+    options.SessionName = m_feed->Name();
+    options.HostName = m_connection.Name;
+    options.OnNotice = m_connection.OnNotice;
+    auto session = TrafficSession::Create(m_memory, *m_feed, m_details, std::move(options));
+    if (!session)
+        return session.error();
+    m_session = *std::move(session);
+    return Listen();
+}
+
+Result<void> TrafficPeer::Listen()
+{
+    constexpr std::chrono::milliseconds Step(50);
+    const std::int64_t until = m_connection.Clock() + m_connection.ListenMs;
+    while (m_connection.Clock() < until && m_session->AircraftCount() == 0) {
+        if (m_connection.WhileWaiting && !m_connection.WhileWaiting())
+            return Fail("GetDPEnumSessions", "was left");
+        if (const Result<void> going = Advance(); !going)
+            return going;
+        std::this_thread::sleep_for(Step);
+    }
+    return {};
+}
+} // namespace
+
+Result<std::unique_ptr<SessionPeer>> TrafficProvider::CreatePeer()
+{
+    InMemoryProvider memory(m_memory);
+    auto own = memory.CreatePeer();
+    if (!own)
+        return own;
+    return std::unique_ptr<SessionPeer>(
+        std::make_unique<TrafficPeer>(m_connection, std::move(memory), *std::move(own), m_details));
+}
+
+Result<std::unique_ptr<SessionPeer>> TrafficProvider::DirectPlayCreate(std::string_view /*guid*/)
+{
+    return CreatePeer();
+}
+} // namespace corvane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/MillisecondClock.h"
+#include "session/ConnectionProvider.h"
+#include "session/InMemoryNetwork.h"
+#include "traffic/TrafficDetails.h"
+#include "traffic/TrafficFeed.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace corvane {
+/// One kind of traffic from outside as a type of connection.
+struct TrafficConnection {
+    std::string Name;    ///< in the list of connection types
+    std::string Address; ///< what InitializeConnection takes
+    /// Makes the feed when sessions are looked for, asking the user where to listen if that has to be asked.
+    std::function<Result<std::unique_ptr<TrafficFeed>>()> Open;
+    MillisecondClock Clock = SteadyMilliseconds();
+    /// How long a look for sessions listens before it lists the one that there is; it ends with the first aircraft.
+    std::int64_t ListenMs = 0;
+    /// Asked about 20 times a second meanwhile; false leaves the look, which then fails. None: never left.
+    std::function<bool()> WhileWaiting = {};
+    /// Of the link; none: they are lines of chat.
+    std::function<void(std::string_view)> OnNotice = {};
+};
+
+/// Offers traffic from outside as a session of this program's own memory, in which its aircraft are members. A peer
+/// keeps its session going with every look for messages or members.
+///
+/// It must outlive its peers, of which each has a feed of its own.
+class TrafficProvider final : public ConnectionProvider, public SessionPeerFactory {
+public:
+    /// details  of the members, for whoever shows them
+    TrafficProvider(TrafficConnection connection, TrafficDetailsTable& details)
+        : m_connection(std::move(connection)), m_details(details)
+    {
+    }
+
+    [[nodiscard]] std::string Name() const override { return m_connection.Name; }
+    [[nodiscard]] std::string Address() const override { return m_connection.Address; }
+    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+
+private:
+    TrafficConnection m_connection;
+    TrafficDetailsTable& m_details;
+    InMemoryNetwork m_memory;
+};
+} // namespace corvane
