@@ -21,6 +21,7 @@ struct TrafficReport {
     double GroundSpeedKt = 0;
     std::optional<std::uint16_t> Squawk; ///< four octal digits as a decimal number: 0021 is 21
     bool Ident = false;
+    bool Emergency = false;
     std::optional<std::int32_t> FrequencyKhz; ///< of the radio that it talks on
     bool operator==(const TrafficReport&) const = default;
 };
@@ -28,10 +29,11 @@ struct TrafficReport {
 /// Texts are Windows-1252 without control characters.
 struct AircraftAppeared {
     TrafficKey Key = 0;
-    std::string Name;      ///< callsign, or the address while that is unknown; not empty
-    std::string ShortType; ///< "c172p", "A320"; empty: not known
-    std::string Title;     ///< the type's full name; empty: not known
-    bool IsPilot = true;   ///< or a controller, who has no target
+    std::string Name;            ///< callsign, or the address while that is unknown; not empty
+    std::string ShortType;       ///< "c172p", "A320"; empty: not known
+    std::string Title;           ///< the type's full name; empty: not known
+    std::string EngineType = {}; ///< as session messages call it: "Jet Plane"; empty: not known
+    bool IsPilot = true;         ///< or a controller, who has no target
 };
 struct AircraftMoved {
     TrafficKey Key = 0;

@@ -36,11 +36,12 @@ Message TrafficSession::Announcement(const Aircraft& aircraft)
                            aircraft.Id};
 }
 
-/// Sources do not tell the kind of engine; most of those who fly for fun have pistons.
+/// Where the source does not tell the kind of engine: most of those who fly for fun have pistons.
 Message TrafficSession::Information(const Aircraft& aircraft)
 {
-    constexpr const char* EngineType = "Piston Plane";
-    return AircraftInfoMessage{EngineType, aircraft.Told.Title.empty() ? aircraft.Told.ShortType : aircraft.Told.Title};
+    const std::string& engine = aircraft.Told.EngineType;
+    return AircraftInfoMessage{engine.empty() ? "Piston Plane" : engine,
+                               aircraft.Told.Title.empty() ? aircraft.Told.ShortType : aircraft.Told.Title};
 }
 
 void TrafficSession::Apply(const AircraftAppeared& told)
