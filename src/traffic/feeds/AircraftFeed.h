@@ -1,0 +1,12 @@
+#pragma once
+
+#include "traffic/NearestTraffic.h"
+#include "traffic/feeds/FeedPlace.h"
+
+#include <memory>
+
+namespace corvane {
+/// The feed at a place, of which the aircraft around a center are let through. That nobody is there is no failure: it
+/// tells of that as it tells of everything, and tries for ever.
+std::unique_ptr<NearestTraffic> OpenAircraftFeed(const FeedPlace& place, const NearestTrafficOptions& nearest);
+} // namespace corvane
