@@ -29,6 +29,9 @@ struct TrackReport {
 
 enum class TrackTrend : std::int8_t { Descending = -1, Level = 0, Climbing = 1 };
 
+/// Course and climb are those of the reports of the last so many seconds.
+inline constexpr double CourseSeconds = 10;
+
 /// A member's way as it is known at one time.
 struct TrackState {
     TrackId Id = 0;

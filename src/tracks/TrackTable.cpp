@@ -8,8 +8,6 @@
 #include <utility>
 
 namespace corvane {
-/// Course and climb are those of the reports of the last seconds.
-static constexpr double CourseSeconds = 10;
 /// A member that reports more often is kept this often, so that a flood of reports takes no more memory than a radio.
 static constexpr double LeastSpacingSeconds = 0.1;
 
