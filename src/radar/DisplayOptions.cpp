@@ -86,6 +86,22 @@ DisplayOptions ModernDisplay(ControlMode mode) noexcept
     return options;
 }
 
+TrackOptions TracksOf(const DisplayOptions& options) noexcept
+{
+    return {.HistoryDots = options.HistoryDots,
+            .HistorySeconds = options.HistorySeconds,
+            .StaleSeconds = options.StaleSeconds};
+}
+
+AlertOptions AlertsOf(const DisplayOptions& options) noexcept
+{
+    return {.ConflictAlert = options.ConflictAlert,
+            .LowAltitudeAlert = options.LowAltitudeAlert,
+            .ConflictNm = options.ConflictNm,
+            .ConflictFt = static_cast<double>(options.ConflictFt),
+            .ConflictSeconds = static_cast<double>(options.ConflictSeconds)};
+}
+
 std::span<const std::string_view> DisplayNames() noexcept
 {
     return ReadySetNames;

@@ -2,6 +2,7 @@
 
 #include "area/AreaModel.h"
 #include "core/Result.h"
+#include "tracks/TrackOptions.h"
 
 #include <cstdint>
 #include <optional>
@@ -48,6 +49,10 @@ constexpr DisplayOptions ClassicDisplay() noexcept
 }
 /// The ready set for a crowded sky. A sector's controllers keep aircraft 5 nm apart, those of an airport 3.
 DisplayOptions ModernDisplay(ControlMode mode = ControlMode::Airport) noexcept;
+/// What of the options concerns the tracks, and what the alerts.
+TrackOptions TracksOf(const DisplayOptions& options) noexcept;
+AlertOptions AlertsOf(const DisplayOptions& options) noexcept;
+
 /// The ready sets' names, "classic" and "modern".
 std::span<const std::string_view> DisplayNames() noexcept;
 /// The ready set of a name; nothing for any other.
