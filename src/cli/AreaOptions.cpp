@@ -6,14 +6,24 @@
 #include "core/Text.h"
 
 namespace corvane {
-void AddAreaOptions(CLI::App& command, AreaOptions& options)
+static CLI::Option_group* AddAreaGroup(CLI::App& command, AreaOptions& options, const char* help)
 {
     AddAppFolderOption(command, options.Folders);
-    auto* const which = command.add_option_group("area", "The area to load: one of these");
+    auto* const which = command.add_option_group("area", help);
     which->add_option("--airport", options.Airport, "An airport of the list, such as \"KSEA - Seattle Tacoma Intl\"")
         ->type_name("TEXT");
     which->add_option("--sector", options.Sector, "An ARTCC/FIR sector, such as \"PANAMA FIR\"")->type_name("NAME");
-    which->require_option(1);
+    return which;
+}
+
+void AddAreaOptions(CLI::App& command, AreaOptions& options)
+{
+    AddAreaGroup(command, options, "The area to load: one of these")->require_option(1);
+}
+
+void AddOptionalAreaOptions(CLI::App& command, AreaOptions& options)
+{
+    AddAreaGroup(command, options, "The area to load: one of these, or none")->require_option(0, 1);
 }
 
 Result<AreaModel> LoadArea(const AreaOptions& options, std::ostream& notices)

@@ -46,8 +46,8 @@ int RunCommandLine(int argc, const char* const* argv, const Console& console)
     app.require_subcommand(1);
     CommandWork work;
     for (const auto add :
-         {AddBuildCommand, AddDumpCommand, AddAreaCommand, AddScopeCommand, AddCalcCommand, AddMessageCommand,
-          AddSessionsCommand, AddHostCommand, AddJoinCommand, AddDemoWorldCommand, AddImportCommand})
+         {AddBuildCommand, AddDumpCommand, AddAreaCommand, AddScopeCommand, AddAlertsCommand, AddCalcCommand,
+          AddMessageCommand, AddSessionsCommand, AddHostCommand, AddJoinCommand, AddDemoWorldCommand, AddImportCommand})
         add(app, console, work);
     try {
         app.parse(argc, argv);

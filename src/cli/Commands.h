@@ -29,6 +29,7 @@ CLI::Option* AddFsFolderOption(CLI::App& command, FolderOptions& folders);
 Result<std::string> SimulatorFolder(const FolderOptions& folders);
 
 /// Each adds one command. console outlives the parsing and the work.
+void AddAlertsCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddAreaCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddBuildCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddCalcCommand(CLI::App& app, const Console& console, CommandWork& work);

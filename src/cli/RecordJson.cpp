@@ -189,14 +189,18 @@ static std::string TakePlayer(const Json& object, PlayerRecord& player)
     return members.Why();
 }
 
-Result<std::vector<PlayerRecord>> PlayersFromJson(std::string_view text, std::string_view what)
+Result<std::vector<PlayerRecord>> PlayersFromText(std::string_view text, std::string_view what)
 {
-    const Json parsed = Json::parse(text, nullptr, false);
-    if (!parsed.is_array())
+    return PlayersFromJson(Json::parse(text, nullptr, false), what);
+}
+
+Result<std::vector<PlayerRecord>> PlayersFromJson(const Json& array, std::string_view what)
+{
+    if (!array.is_array())
         return Fail(std::string(what), "is not a JSON array of players");
     std::vector<PlayerRecord> players;
-    players.reserve(parsed.size());
-    for (const Json& object : parsed) {
+    players.reserve(array.size());
+    for (const Json& object : array) {
         const std::string why = TakePlayer(object, players.emplace_back());
         if (!why.empty())
             return Fail(std::string(what), "player " + NumberText(std::int64_t(players.size())) + ": " + why);

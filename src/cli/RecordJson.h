@@ -34,5 +34,7 @@ template <class Record> Json ToJsonArray(const std::vector<Record>& records)
 Json TextJson(std::string_view text);
 
 /// An array of player objects; missing members are 0 or empty. what names the source in errors.
-Result<std::vector<PlayerRecord>> PlayersFromJson(std::string_view text, std::string_view what);
+Result<std::vector<PlayerRecord>> PlayersFromJson(const Json& array, std::string_view what);
+/// The same from a text.
+Result<std::vector<PlayerRecord>> PlayersFromText(std::string_view text, std::string_view what);
 } // namespace corvane

@@ -89,7 +89,7 @@ static Result<std::vector<PlayerRecord>> ReadPlayers(const std::string& fileName
     const Result<FileBytes> file = ReadWholeFile(fileName);
     if (!file)
         return file.error();
-    return PlayersFromJson({reinterpret_cast<const char*>(file->Span().data()), file->Size()}, FullName(fileName));
+    return PlayersFromText({reinterpret_cast<const char*>(file->Span().data()), file->Size()}, FullName(fileName));
 }
 
 static ScopeView ViewOf(const ScopeOptions& options, const AreaModel& area)
