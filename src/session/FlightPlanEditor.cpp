@@ -17,8 +17,14 @@ static bool IsEligible(const PlayerRecord& player, const SessionState& session, 
 
 void FlightPlanEditor::Load()
 {
-    m_fields = {};
     RebuildNames();
+    ResetFields();
+}
+
+void FlightPlanEditor::ResetFields()
+{
+    m_fields = {};
+    m_changed();
 }
 
 void FlightPlanEditor::RebuildNames()
@@ -47,7 +53,7 @@ PlayerRecord* FlightPlanEditor::PickedPilot()
 void FlightPlanEditor::PilotNotFound()
 {
     RebuildNames();
-    m_fields = {};
+    ResetFields();
     m_boxes.Inform("The player you had selected is not currently in the session, select another player.");
 }
 
@@ -66,13 +72,14 @@ void FlightPlanEditor::Pick(std::size_t index)
     m_fields.DestinationIcao = pilot->DestinationIcao;
     m_fields.Ifr = pilot->FlightRules != 0;
     m_fields.CruiseAltitude = NumberText(std::int32_t{pilot->CruiseAltitude});
+    m_changed();
 }
 
 void FlightPlanEditor::Save(const FlightPlanFields& typed)
 {
-    m_fields = typed;
-    if (!m_selected || m_players.PlayerCount() == 0)
+    if (!SomethingIsPicked())
         return;
+    m_fields = typed;
     PlayerRecord* pilot = PickedPilot();
     if (pilot == nullptr)
         return PilotNotFound();
@@ -83,17 +90,21 @@ void FlightPlanEditor::Save(const FlightPlanFields& typed)
     pilot->DepartureIcao = TrimSpaces(typed.DepartureIcao);
     pilot->DestinationIcao = TrimSpaces(typed.DestinationIcao);
     pilot->CruiseAltitude = *altitude;
-    m_fields = {};
+    ResetFields();
 }
 
 void FlightPlanEditor::Discard()
 {
-    m_fields = {};
+    if (!SomethingIsPicked())
+        return;
+    if (PickedPilot() == nullptr)
+        return PilotNotFound();
+    ResetFields();
 }
 
 std::optional<LatLon> FlightPlanEditor::Center()
 {
-    if (!m_selected || m_players.PlayerCount() == 0)
+    if (!SomethingIsPicked())
         return std::nullopt;
     const PlayerRecord* pilot = PickedPilot();
     if (pilot == nullptr) {

@@ -6,6 +6,7 @@
 #include "session/SessionState.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,12 +27,14 @@ struct FlightPlanFields {
 
 /// The logic of the window in which the controller keeps the pilots' flight plans.
 ///
-/// The window shows Names and Fields again after every call. It never updates by itself: a pilot that left is noticed
-/// when it is picked or a button is pressed, and reported; the list is rebuilt then, with nothing selected.
+/// The window shows Names, Selected and Fields again whenever the editor says that they changed. It never updates by
+/// itself: a pilot that left is noticed when it is picked or a button is pressed; the list is rebuilt then, with
+/// nothing selected, and shown before a box reports it. While nothing is selected the buttons do nothing.
 class FlightPlanEditor {
 public:
-    FlightPlanEditor(const SessionState& session, PlayerTable& players, MessageBoxes& boxes) noexcept
-        : m_session(session), m_players(players), m_boxes(boxes)
+    FlightPlanEditor(const SessionState& session, PlayerTable& players, MessageBoxes& boxes,
+                     std::function<void()> changed)
+        : m_session(session), m_players(players), m_boxes(boxes), m_changed(std::move(changed))
     {
     }
 
@@ -41,6 +44,7 @@ public:
     /// Stores the typed flight plan. A cruise altitude that the table cannot hold is refused with a warning: nothing is
     /// stored then, and what was typed stays.
     void Save(const FlightPlanFields& typed);
+    /// Forgets what was typed.
     void Discard();
     /// The picked pilot's position, on which the scope is to be centred; nothing when no pilot is picked or it has
     /// left.
@@ -53,12 +57,15 @@ public:
 
 private:
     PlayerRecord* PickedPilot();
+    [[nodiscard]] bool SomethingIsPicked() const noexcept { return m_selected && m_players.PlayerCount() > 0; }
+    void ResetFields();
     void RebuildNames();
     void PilotNotFound();
 
     const SessionState& m_session;
     PlayerTable& m_players;
     MessageBoxes& m_boxes;
+    std::function<void()> m_changed;
     std::vector<std::string> m_names;
     std::optional<std::size_t> m_selected;
     FlightPlanFields m_fields;

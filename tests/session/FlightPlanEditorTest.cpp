@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <limits>
 
 namespace corvane {
@@ -39,14 +40,18 @@ protected:
     SessionState Session;
     PlayerTable Players;
     ScriptedBoxes Boxes;
-    FlightPlanEditor Editor{Session, Players, Boxes};
+    int Changes = 0;
+    FlightPlanEditor Editor{Session, Players, Boxes, [this] { ++Changes; }};
 };
 
 TEST_F(EditorTest, OffersTheOtherPilots)
 {
     EXPECT_THAT(Editor.Names(), ElementsAre("Ann", "Bob", "Ann"));
     EXPECT_EQ(Editor.Fields(), FlightPlanFields{});
+    Changes = 0;
     Editor.Save({}); // nothing is picked
+    Editor.Discard();
+    EXPECT_EQ(Changes, 0) << "what was typed stays";
     EXPECT_EQ(Editor.Center(), std::nullopt);
     EXPECT_THAT(Boxes.Shown, IsEmpty());
 }
@@ -87,18 +92,29 @@ TEST_F(EditorTest, OfTwoOfOneNameTheLaterIsMeant)
     }
 }
 
-TEST_F(EditorTest, APilotThatLeftIsReportedAndNothingStored)
+TEST_F(EditorTest, APilotThatLeftIsReportedByEveryButtonOnceTheListIsRebuilt)
 {
-    const std::vector<std::size_t> bob{4};
-    Editor.Pick(1);
-    Players.Remove(bob);
-    FlightPlanFields typed = Editor.Fields();
-    typed.CruiseAltitude = "5000";
-    Editor.Save(typed);
-    EXPECT_THAT(Boxes.Shown, ElementsAre(NotThereBox));
-    EXPECT_THAT(Editor.Names(), ElementsAre("Ann", "Ann"));
-    EXPECT_EQ(Editor.Selected(), std::nullopt);
-    EXPECT_EQ(Editor.Fields(), FlightPlanFields{});
+    const std::vector<std::size_t> last{Players.PlayerCount()};
+    for (const std::function<void()>& press : std::initializer_list<std::function<void()>>{
+             [this] { Editor.Pick(3); }, [this] { Editor.Save(Editor.Fields()); }, [this] { Editor.Discard(); },
+             [this] { EXPECT_EQ(Editor.Center(), std::nullopt); }}) {
+        Players.Append("Passing", 16, PilotRole);
+        Editor.Load();
+        Editor.Pick(3);
+        Players.Remove(last);
+        Players.Append("Coming", 17, PilotRole);
+        Boxes.WhileOpen = [this] {
+            EXPECT_THAT(Editor.Names(), ElementsAre("Ann", "Bob", "Ann", "Coming"));
+            EXPECT_EQ(Editor.Selected(), std::nullopt);
+            EXPECT_EQ(Editor.Fields(), FlightPlanFields{});
+            EXPECT_EQ(Changes, 1) << "and shown";
+        };
+        Changes = 0;
+        Boxes.Shown.clear();
+        press();
+        EXPECT_THAT(Boxes.Shown, ElementsAre(NotThereBox));
+        Players.Remove(last);
+    }
 }
 
 TEST_F(EditorTest, DiscardingStoresNothing)

@@ -7,15 +7,14 @@
 
 namespace corvane {
 PlayerPropertiesWindow::PlayerPropertiesWindow(const SessionState& session, PlayerTable& players, MessageBoxes& boxes)
-    : m_ui(std::make_unique<Ui::Form11>()), m_editor(session, players, boxes)
+    : m_ui(std::make_unique<Ui::Form11>()), m_editor(session, players, boxes, [this] { ShowEditor(); })
 {
     m_ui->setupUi(this);
     m_ui->Combo2->addItems({QStringLiteral("VFR"), QStringLiteral("IFR")});
     m_editor.Load();
-    ShowEditor();
     connect(m_ui->Combo1, &QComboBox::activated, this, &PlayerPropertiesWindow::Pick);
     connect(m_ui->Command1, &QPushButton::clicked, this, &PlayerPropertiesWindow::Save);
-    connect(m_ui->Command2, &QPushButton::clicked, this, &PlayerPropertiesWindow::Discard);
+    connect(m_ui->Command2, &QPushButton::clicked, this, [this] { m_editor.Discard(); });
     connect(m_ui->Command3, &QPushButton::clicked, this, &PlayerPropertiesWindow::Center);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 }
@@ -41,7 +40,6 @@ void PlayerPropertiesWindow::ShowEditor()
 void PlayerPropertiesWindow::Pick(int index)
 {
     m_editor.Pick(static_cast<std::size_t>(index));
-    ShowEditor();
 }
 
 void PlayerPropertiesWindow::Save()
@@ -52,19 +50,11 @@ void PlayerPropertiesWindow::Save()
     typed.Ifr = m_ui->Combo2->currentIndex() == 1;
     typed.CruiseAltitude = ToText(m_ui->Text6->text());
     m_editor.Save(typed);
-    ShowEditor();
-}
-
-void PlayerPropertiesWindow::Discard()
-{
-    m_editor.Discard();
-    ShowEditor();
 }
 
 void PlayerPropertiesWindow::Center()
 {
     const std::optional<LatLon> position = m_editor.Center();
-    ShowEditor();
     if (position) {
         emit CenterRequested(position->Lon, position->Lat);
         close();

@@ -30,7 +30,6 @@ private:
     void ShowEditor();
     void Pick(int index);
     void Save();
-    void Discard();
     void Center();
 
     std::unique_ptr<Ui::Form11> m_ui;
