@@ -33,6 +33,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
     ConnectControls();
+    GatherActions();
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
     m_ui->Picture1->SetDisplay(&m_display);
     UpdateScope();
@@ -61,7 +62,7 @@ void MainWindow::ConnectControls()
     connect(m_ui->Picture1, &ScopeWidget::WheelTurned, this, &MainWindow::ZoomBy);
     connect(m_ui->Picture1, &ScopeWidget::PointerMoved, this, &MainWindow::ShowPanelLabel);
     connect(m_ui->Picture1, &ScopeWidget::LeftPressed, &m_timer2, &QTimer::stop);
-    connect(m_ui->Picture1, &ScopeWidget::LeftReleased, &m_timer2, qOverload<>(&QTimer::start));
+    connect(m_ui->Picture1, &ScopeWidget::LeftReleased, this, &MainWindow::StartRefreshing);
     connect(m_ui->Picture1, &ScopeWidget::Resized, this, [this] {
         m_display.Resize(m_ui->Picture1->width(), m_ui->Picture1->height());
         UpdateScope();
@@ -78,6 +79,17 @@ void MainWindow::ConnectControls()
     connect(m_ui->show_chat_win_op1, &QAction::triggered, this, &MainWindow::ChatRequested);
     connect(m_ui->preferences_op1, &QAction::triggered, this, &MainWindow::PreferencesRequested);
     connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
+}
+
+/// Collects what the menus do, so that it can be switched off: a desktop that shows menus outside of the window does
+/// not see that the window is disabled.
+void MainWindow::GatherActions()
+{
+    m_actions.setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
+    for (const QAction* menu : m_ui->MenuBar->actions())
+        for (QAction* action : menu->menu()->actions())
+            if (action->actionGroup() == nullptr)
+                m_actions.addAction(action);
 }
 
 void MainWindow::MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)()) const
@@ -141,12 +153,12 @@ void MainWindow::ShowPanelLabel()
     label.raise();
 }
 
-void MainWindow::EndMeasuring()
+/// Lets the targets be refreshed, unless nobody sees them, they would wipe the measuring line, or another window works
+/// here.
+void MainWindow::StartRefreshing()
 {
-    if (!m_display.Measuring())
-        return;
-    m_display.ReleaseLeft();
-    m_timer2.start();
+    if (!m_takenOver && !m_left && !isMinimized() && !m_display.Measuring())
+        m_timer2.start();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event)
@@ -160,7 +172,7 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Right: m_display.Pan(1, 0); break;
     case Qt::Key_Up: m_display.Pan(0, 1); break;
     case Qt::Key_Down: m_display.Pan(0, -1); break;
-    case Qt::Key_Escape: EndMeasuring(); break;
+    case Qt::Key_Escape: m_ui->Picture1->EndMeasuring(); break;
     default: QMainWindow::keyPressEvent(event); return;
     }
     UpdateScope();
@@ -169,12 +181,10 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() != QEvent::WindowStateChange || m_takenOver || m_left)
+    if (event->type() != QEvent::WindowStateChange)
         return;
-    if (isMinimized())
-        m_timer2.stop(); // nobody sees the targets
-    else
-        m_timer2.start();
+    m_timer2.stop();
+    StartRefreshing();
 }
 
 void MainWindow::SetControlsEnabled(bool enabled)
@@ -182,12 +192,14 @@ void MainWindow::SetControlsEnabled(bool enabled)
     for (QWidget* control : std::initializer_list<QWidget*>{m_ui->Picture1, m_ui->Command2, m_ui->Command3,
                                                             m_ui->Command5, m_ui->Command6, this})
         control->setEnabled(enabled);
+    m_actions.setEnabled(enabled);
+    m_recording->SetSpeedsEnabled(enabled);
 }
 
 void MainWindow::TakeOver()
 {
     m_takenOver = true;
-    EndMeasuring(); // the button's release will not be heard
+    m_ui->Picture1->EndMeasuring(); // the button's release will not be heard
     m_timer2.stop();
     m_timer4.stop();
     SetControlsEnabled(false);

@@ -5,6 +5,7 @@
 #include "radar/RadarDisplay.h"
 #include "session/MessagePump.h"
 
+#include <QActionGroup>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -64,6 +65,7 @@ private:
     void Disconnect() override { Leave(); }
 
     void ConnectControls();
+    void GatherActions();
     void MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)()) const;
     void PumpTick();
     void TargetTick();
@@ -72,7 +74,7 @@ private:
     void ZoomBy(int steps);
     void UpdateScope();
     void ShowPanelLabel();
-    void EndMeasuring();
+    void StartRefreshing();
     void SetControlsEnabled(bool enabled);
 
     std::unique_ptr<Ui::Form1> m_ui;
@@ -84,10 +86,11 @@ private:
     RadarDisplay m_display;
     MessagePump m_pump;
     std::unique_ptr<RecordingControls> m_recording;
-    QTimer m_timer1{this}; ///< message pump
-    QTimer m_timer2{this}; ///< target refresh
-    QTimer m_timer3{this}; ///< player upkeep
-    QTimer m_timer4{this}; ///< information panel
+    QActionGroup m_actions{this}; ///< what the menus do
+    QTimer m_timer1{this};        ///< message pump
+    QTimer m_timer2{this};        ///< target refresh
+    QTimer m_timer3{this};        ///< player upkeep
+    QTimer m_timer4{this};        ///< information panel
     bool m_takenOver = false;
     bool m_left = false;
 };

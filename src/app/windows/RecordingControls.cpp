@@ -73,6 +73,11 @@ void RecordingControls::Refresh()
         m_boxes.Warn(BoxText(*failure));
 }
 
+void RecordingControls::SetSpeedsEnabled(bool enabled)
+{
+    m_speeds->setEnabled(enabled);
+}
+
 void RecordingControls::ShowState()
 {
     m_record.setEnabled(m_parts.Recorder.CanRecord());

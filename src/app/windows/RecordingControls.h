@@ -34,6 +34,8 @@ public:
     /// Also tells, in a box, of a recording that stopped by itself. This object may be gone when it returns: timers
     /// run on behind the box.
     void Refresh();
+    /// The playback's speeds; the other actions are among those of the menus they are in.
+    void SetSpeedsEnabled(bool enabled);
 
 private:
     void FillMenu(QMenu& playback);

@@ -3,6 +3,7 @@
 #include "area/windows/EntryCombo.h"
 #include "ui_AirportListWindow.h"
 
+#include <QApplication>
 #include <QShortcut>
 
 namespace corvane {
@@ -17,7 +18,10 @@ AirportListWindow::AirportListWindow(const AreaModel& area, MessageBoxes& boxes)
     connect(m_ui->Command3, &QPushButton::clicked, this, &AirportListWindow::FillList);
     connect(m_ui->Command1, &QPushButton::clicked, this, &AirportListWindow::CenterOnPicked);
     connect(m_ui->Command2, &QPushButton::clicked, this, &AirportListWindow::ShowInfo);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] {
+        QWidget* const offered = QApplication::activePopupWidget(); // the entries that match what was typed
+        (offered != nullptr ? offered : this)->close();
+    });
 }
 
 AirportListWindow::~AirportListWindow() = default;

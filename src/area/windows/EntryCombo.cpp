@@ -56,6 +56,8 @@ void SetEntries(QComboBox& combo, const std::vector<std::string>& entries)
         completer->setFilterMode(Qt::MatchContains);
         completer->setCompletionMode(QCompleter::PopupCompletion);
         combo.setCompleter(completer);
+        // By itself Qt picks what was typed when the field is left: the first entry that differs in letter case alone.
+        QObject::disconnect(combo.lineEdit(), &QLineEdit::editingFinished, &combo, nullptr);
         combo.clearEditText();
         ShowPlaceholder(combo);
     }

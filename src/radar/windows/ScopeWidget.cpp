@@ -67,16 +67,35 @@ void ScopeWidget::mousePressEvent(QMouseEvent* event)
 
 void ScopeWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (m_display == nullptr || event->button() != Qt::LeftButton)
+    if (event->button() == Qt::LeftButton)
+        EndMeasuring();
+}
+
+void ScopeWidget::EndMeasuring()
+{
+    if (m_display == nullptr || !m_display->Measuring())
         return;
     m_display->ReleaseLeft();
     emit LeftReleased();
+}
+
+/// The release of a button may never be heard: a message box has come between, or the window has gone.
+bool ScopeWidget::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::WindowBlocked:
+    case QEvent::Hide: EndMeasuring(); break;
+    default: break;
+    }
+    return QWidget::event(event);
 }
 
 void ScopeWidget::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_display == nullptr)
         return;
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        EndMeasuring();
     m_display->MovePointerTo(PixelAt(event->position()));
     if (m_display->IsStale())
         update();

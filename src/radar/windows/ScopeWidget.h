@@ -19,6 +19,8 @@ public:
 
     /// Borrowed; null for none.
     void SetDisplay(RadarDisplay* display);
+    /// Ends measuring as the release of the button does; nothing where nothing is measured.
+    void EndMeasuring();
 
 signals:
     void PointerMoved();
@@ -31,6 +33,7 @@ signals:
     void DensityChanged();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

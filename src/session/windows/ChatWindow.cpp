@@ -14,6 +14,9 @@ ChatWindow::ChatWindow(const SessionState& session, const PlayerTable& players, 
       m_boxes(boxes)
 {
     m_ui->setupUi(this);
+    QFont font = m_ui->RichTextBox1->font();
+    font.setPointSizeF(8.5); // which the form's file cannot say
+    m_ui->RichTextBox1->setFont(font);
     setAttribute(Qt::WA_ShowWithoutActivating);
     m_timer1.setObjectName("Timer1");
     m_timer1.setInterval(StayOnTopIntervalMs);

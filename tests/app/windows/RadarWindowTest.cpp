@@ -2,11 +2,13 @@
 #include "tests/app/windows/ProgramFixture.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QMouseEvent>
 #include <QTextEdit>
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <functional>
 
 // The radar window as a person works it, down to the pixels that the scope shows.
 
@@ -43,10 +45,10 @@ protected:
         }
     }
     /// At once, as nothing else is let through meanwhile: neither news of the pilots nor the display's own pointer.
-    void MovePointerTo(QPoint place)
+    void MovePointerTo(QPoint place, Qt::MouseButtons held = {})
     {
         ScopeWidget& scope = Scope(m_radar);
-        QMouseEvent event(QEvent::MouseMove, place, scope.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+        QMouseEvent event(QEvent::MouseMove, place, scope.mapToGlobal(place), Qt::NoButton, held, {});
         QCoreApplication::sendEvent(&scope, &event);
     }
     /// The colour of a pixel of the widget, which has several pixels on a dense screen.
@@ -102,7 +104,7 @@ TEST_F(RadarWindowTest, DraggingMeasures)
     MovePointerTo(from);
     QTest::mousePress(&scope, Qt::LeftButton, {}, from);
     EXPECT_FALSE(In<QTimer>(m_radar, "Timer2").isActive()) << "the refresh would wipe the line";
-    MovePointerTo(to);
+    MovePointerTo(to, Qt::LeftButton);
     EXPECT_EQ(dots(), 61);
     EXPECT_TRUE(ShowsIn(readout, White));
     QTest::mouseRelease(&scope, Qt::LeftButton, {}, to);
@@ -113,7 +115,7 @@ TEST_F(RadarWindowTest, DraggingMeasures)
     EXPECT_FALSE(ShowsIn(readout, White));
 
     QTest::mousePress(&scope, Qt::LeftButton, {}, from);
-    MovePointerTo(to);
+    MovePointerTo(to, Qt::LeftButton);
     scope.setFocus();
     Press(Qt::Key_Escape);
     EXPECT_TRUE(In<QTimer>(m_radar, "Timer2").isActive());
@@ -124,8 +126,35 @@ TEST_F(RadarWindowTest, DraggingMeasures)
     QTest::mousePress(&scope, Qt::LeftButton, {}, from);
     Choose(m_radar, "preferences_op1"); // by its key, with the button still down
     Find("Form10")->close();
-    MovePointerTo(to + QPoint(5, 5));
+    MovePointerTo(to + QPoint(5, 5), Qt::LeftButton);
     EXPECT_FALSE(ShowsIn(readout, White)) << "the release was never heard, and yet nothing is being measured";
+}
+
+TEST_F(RadarWindowTest, MeasuringEndsWhereTheReleaseIsNotHeard)
+{
+    const QPoint from(300, 300);
+    const QPoint to(420, 300);
+    QDialog box(m_radar);
+    box.setWindowModality(Qt::ApplicationModal);
+    struct Way {
+        const char* Name;
+        std::function<void()> Happens;
+    };
+    for (const Way& way : {Way{"a box blocks the window", [&] { box.show(); }},
+                           {"the window is hidden", [&] { m_radar->hide(); }},
+                           {"the pointer moves without the button", [&] { MovePointerTo(to); }}}) {
+        QTest::mousePress(&Scope(m_radar), Qt::LeftButton, {}, from);
+        MovePointerTo(to, Qt::LeftButton);
+        EXPECT_FALSE(In<QTimer>(m_radar, "Timer2").isActive()) << way.Name;
+        way.Happens();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(In<QTimer>(m_radar, "Timer2").isActive()) << way.Name << ": targets move again";
+        box.hide();
+        m_radar->show();
+        Fire(m_radar, "Timer2");
+        MovePointerTo(to + QPoint(5, 5), Qt::LeftButton);
+        EXPECT_FALSE(ShowsIn({360, 300, 200, 20}, White)) << way.Name;
+    }
 }
 
 TEST_F(RadarWindowTest, TheAirspaceUnderThePointerIsHighlighted)
@@ -235,6 +264,7 @@ TEST_F(RadarWindowTest, TheChatStaysAboveUntilItIsHidden)
     auto& history = In<QTextEdit>(chat, "RichTextBox1");
     auto& line = In<QLineEdit>(chat, "Text1");
     EXPECT_EQ(history.toPlainText(), "[Corvane v3.0]");
+    EXPECT_EQ(history.font().pointSizeF(), 8.5);
     EXPECT_EQ(line.text(), "[Write your message here]");
     line.setText("hello");
     QTest::keyClick(&line, Qt::Key_Return);

@@ -1,6 +1,7 @@
 #include "radar/windows/ScopeWidget.h"
 #include "tests/app/windows/ProgramFixture.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QEventLoop>
 
@@ -99,6 +100,29 @@ TEST_F(TakeOverTest, EveryWayOutGivesTheRadarBack)
     }
 }
 
+/// As from a menu bar that the desktop shows outside of the window.
+TEST_F(TakeOverTest, MenuActionsOfATakenRadarDoNothing)
+{
+    m_dialogs.File = m_folder.Path() / "taken.cvr";
+    m_shown.ConfirmAnswer = true;
+    Choose(m_radar, "about_program1");
+    QWidget* const about = Find("Form7");
+    Click(Find("Form6"), "Command2");
+    for (QAction* action : m_radar->findChildren<QAction*>())
+        action->trigger();
+    EXPECT_TRUE(about->isVisible());
+    for (const char* window : {"Form5", "Form6", "Form9", "Form10", "Form11"})
+        EXPECT_EQ(Find(window), nullptr) << window;
+    EXPECT_FALSE(m_recorder.IsRecording());
+    EXPECT_TRUE(m_state.Session.RadarOpen);
+    WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }); // ticks of the pump show what can be recorded
+    Choose(m_radar, "record_session1");
+    EXPECT_FALSE(m_recorder.IsRecording());
+    about->close();
+    Choose(m_radar, "record_session1");
+    EXPECT_TRUE(m_recorder.IsRecording()) << "given back";
+}
+
 TEST_F(TakeOverTest, CenteringOnAnAirportGivesBackAndMovesTheView)
 {
     QTest::keyClick(&Scope(m_radar), Qt::Key_Left);
@@ -133,7 +157,15 @@ TEST_F(TakeOverTest, AnAirportsInfoIsShownByNameAndByIdentifier)
     const std::size_t boxes = m_shown.Texts.size();
     airports.setEditText("KSEA");
     Click(list, "Command2");
-    EXPECT_EQ(m_shown.Texts.size(), boxes) << "typed text is no selection";
+    airports.setFocus();
+    airports.lineEdit()->selectAll();
+    QTest::keyClicks(&airports, airports.itemText(0).toLower());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    for (const Qt::Key left : {Qt::Key_Return, Qt::Key_Tab}) {
+        QTest::keyClick(&airports, left);
+        Click(list, "Command2");
+    }
+    EXPECT_EQ(m_shown.Texts.size(), boxes) << "typed text is no selection, not even an entry's in other letters";
     EXPECT_TRUE(list->isVisible());
 }
 
