@@ -10,10 +10,14 @@
 #include <vector>
 
 namespace corvane {
+static bool IsSeparator(char c) noexcept
+{
+    return c == '\\' || c == '/';
+}
+
 std::string SetUpModel::PathAfterChange(std::string_view text)
 {
     constexpr std::size_t DriveRootLength = 3;
-    constexpr auto IsSeparator = [](char c) { return c == '\\' || c == '/'; };
     std::string path(text);
     if (path.size() == DriveRootLength && !IsSeparator(path.front())) // "/tm" is an absolute path half typed
         std::erase_if(path, IsSeparator);
@@ -34,6 +38,8 @@ void SetUpModel::OptionClicked() noexcept
 
 bool SetUpModel::NextStep(std::string_view path, bool fs2002Selected)
 {
+    while (path.size() > 1 && IsSeparator(path.back())) // the settings name a folder without one
+        path.remove_suffix(1);
     if (!HoldsSimulator(path)) {
         m_boxes.Warn("The directory or path that you selected is not your currently FS2002 main folder, because this "
                      "program didn't found the FS2002.EXE file. Please try again.");

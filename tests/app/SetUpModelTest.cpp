@@ -29,7 +29,7 @@ TEST_F(SetUpWindow, ReducesADriveRootToItsLetter)
 TEST_F(SetUpWindow, WritesTheSettingsOfASimulatorFolderInAnyLetterCase)
 {
     Write("sim/FS2002.EXE");
-    EXPECT_TRUE(Window.NextStep(Folder("SIM"), true));
+    EXPECT_TRUE(Window.NextStep(Folder("SIM") + "/\\", true)) << "typed with separators, which are not stored";
     EXPECT_TRUE(Window.SetupFinished());
     EXPECT_THAT(Boxes.Shown, ElementsAre("information: Settings file created successfully!"));
     EXPECT_EQ(State.Settings.FsPath, Folder("SIM"));

@@ -105,9 +105,9 @@ void Program::Start()
 void Program::AfterStartupChecks(StartupDecision decision)
 {
     m_outermostLoop = thread()->loopLevel();
-    LetGo(m_splash);
     if (decision == StartupDecision::SetUpAfterUpdateMessage)
         m_boxes.Inform(UpdateDatabaseMessage);
+    LetGo(m_splash);
     if (decision == StartupDecision::Chooser)
         OpenChooser();
     else
@@ -225,7 +225,7 @@ void Program::OpenRadar()
     m_main->show();
     m_chat->show();
     LetGo(m_connection);
-    m_boxes.RadarReached();
+    m_boxes.JoinEnds();
     m_script.Practice = false;
     if (!m_script.Screenshot.isEmpty())
         m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot);
@@ -315,8 +315,10 @@ void Program::RunScriptInChooser()
 
 void Program::RunScriptInConnection()
 {
-    const auto practice = ToQString(InMemoryProvider::ConnectionName);
-    if (m_connection != nullptr && !m_connection->JoinFirstSession(practice))
+    if (m_connection == nullptr)
+        return;
+    m_boxes.JoinBegins();
+    if (!m_connection->JoinFirstSession(ToQString(InMemoryProvider::ConnectionName)))
         FailScript("there is no practice session to join");
 }
 

@@ -7,9 +7,11 @@
 namespace corvane {
 void ScriptedBoxes::Show(MessageIcon icon, std::string_view title, std::string_view text)
 {
+    if (icon != MessageIcon::Information)
+        JoinEnds();
     if (m_unattended)
         std::cerr << "corvane: " << Windows1252ToUtf8(text) << '\n';
-    else if (!m_pressing || icon != MessageIcon::Information)
+    else if (!m_pressing)
         m_shown.Show(icon, title, text);
 }
 

@@ -18,16 +18,17 @@ struct ScriptedStart {
     [[nodiscard]] bool Unattended() const { return !Screenshot.isEmpty(); }
 };
 
-/// Presses OK on information boxes until the scripted start has reached the radar; other boxes wait for the person,
-/// unless there is none.
+/// Presses OK on the information boxes of the join that the script makes; other boxes wait for the person, unless there
+/// is none. A join that fails is the script's last.
 class ScriptedBoxes final : public MessageBoxes {
 public:
     ScriptedBoxes(MessageBoxes& shown, const ScriptedStart& script) noexcept
-        : m_shown(shown), m_pressing(script.Practice), m_unattended(script.Unattended())
+        : m_shown(shown), m_unattended(script.Unattended())
     {
     }
 
-    void RadarReached() noexcept { m_pressing = false; }
+    void JoinBegins() noexcept { m_pressing = true; }
+    void JoinEnds() noexcept { m_pressing = false; }
 
     void Show(MessageIcon icon, std::string_view title, std::string_view text) override;
     bool Confirm(std::string_view title, std::string_view text) override;
@@ -35,7 +36,7 @@ public:
 
 private:
     MessageBoxes& m_shown;
-    bool m_pressing;
+    bool m_pressing = false;
     bool m_unattended;
 };
 } // namespace corvane

@@ -24,24 +24,36 @@ SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
         if (volume.isReady()) // read-only ones too: a simulator's disk need not be written to
             m_ui->Drive1->addItem(QDir::toNativeSeparators(volume.rootPath()));
     connect(m_ui->Option1, &QRadioButton::clicked, this, [this] { m_setUp.OptionClicked(); });
-    connect(m_ui->Drive1, &QComboBox::textActivated, this, &SetupWindow::ChooseDrive);
+    connect(m_ui->Drive1, &QComboBox::textActivated, this, &SetupWindow::PointAt);
     connect(m_ui->Dir1, &QTreeView::clicked, this, &SetupWindow::ChooseFolder);
     connect(m_ui->Dir1, &QTreeView::activated, this, &SetupWindow::ChooseFolder);
     connect(m_ui->Command2, &QPushButton::clicked, this, &SetupWindow::Browse);
     connect(m_ui->Text1, &QLineEdit::textChanged, this, &SetupWindow::PathChanged);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command1, &QPushButton::click);
     connect(m_ui->Command1, &QPushButton::clicked, this, &SetupWindow::NextStep);
-    ChooseDrive(QDir::homePath());
+    connect(m_folders, &QFileSystemModel::directoryLoaded, this, &SetupWindow::KeepInSight);
+    m_ui->Drive1->setCurrentText(QDir::toNativeSeparators(QStorageInfo(QDir::homePath()).rootPath()));
+    PointAt(QDir::homePath());
 }
 
 SetupWindow::~SetupWindow() = default;
 
-void SetupWindow::ChooseDrive(const QString& drive)
+/// Opens the list of folders at one of them, and takes it as the path.
+void SetupWindow::PointAt(const QString& folder)
 {
-    const QModelIndex index = m_folders->index(drive);
+    const QModelIndex index = m_folders->index(folder);
     m_ui->Dir1->setCurrentIndex(index);
-    m_ui->Dir1->scrollTo(index);
-    ChooseFolder(index);
+    m_ui->Dir1->expand(index);
+    m_ui->Dir1->scrollTo(index, QAbstractItemView::PositionAtTop);
+    m_ui->Text1->setText(QDir::toNativeSeparators(folder));
+}
+
+/// Folders are listed in the background, and those that come above the current one would push it out of sight.
+void SetupWindow::KeepInSight(const QString& loaded)
+{
+    const QModelIndex current = m_ui->Dir1->currentIndex();
+    if (m_folders->filePath(current).startsWith(loaded))
+        m_ui->Dir1->scrollTo(current, QAbstractItemView::PositionAtTop);
 }
 
 void SetupWindow::ChooseFolder(const QModelIndex& index)
@@ -53,7 +65,7 @@ void SetupWindow::Browse()
 {
     const QString folder = QFileDialog::getExistingDirectory(this, windowTitle(), m_ui->Text1->text());
     if (!folder.isEmpty())
-        m_ui->Text1->setText(QDir::toNativeSeparators(folder));
+        PointAt(folder);
 }
 
 void SetupWindow::PathChanged(const QString& text)

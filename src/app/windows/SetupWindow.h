@@ -31,7 +31,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void ChooseDrive(const QString& drive);
+    void PointAt(const QString& folder);
+    void KeepInSight(const QString& loaded);
     void ChooseFolder(const QModelIndex& index);
     void Browse();
     void PathChanged(const QString& text);

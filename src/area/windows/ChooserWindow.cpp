@@ -96,6 +96,7 @@ bool ChooserWindow::ChooseAirport(const std::string& icao)
 void ChooserWindow::Leave(ChooserNext next)
 {
     m_left = true;
+    m_timer1.stop(); // the window may be left before its lists were read
     hide();
     emit Finished(next);
 }

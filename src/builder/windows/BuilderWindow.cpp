@@ -135,6 +135,7 @@ void BuilderWindow::closeEvent(QCloseEvent* event)
     }
     if (m_over) // the preparation failed behind the question
         return;
+    m_readSceneriesPaths.stop();
     m_driver->Abandon();
     m_over = true;
     emit Ended();

@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace corvane {
 ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players,
@@ -22,6 +23,7 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
     connect(m_ui->Command2, &QPushButton::clicked, this, &ConnectionWindow::JoinClicked);
     connect(m_ui->Command3, &QPushButton::clicked, this, [this] { m_connection.Exit(); });
     connect(m_ui->List1, &QListWidget::itemSelectionChanged, this, &ConnectionWindow::TypeChosen);
+    m_ui->List1->viewport()->installEventFilter(this);
     connect(m_ui->Check1, &QCheckBox::clicked, this, &ConnectionWindow::HostingClicked);
     connect(m_ui->List1, &QListWidget::itemActivated, m_ui->Command1, &QPushButton::click);
     connect(m_ui->List2, &QListWidget::itemActivated, m_ui->Command2, &QPushButton::click);
@@ -45,6 +47,19 @@ void ConnectionWindow::TypeChosen()
     if (const auto row = SelectedRow(*m_ui->List1))
         m_connection.ConnectionTypeChosen(*row);
     EnableHosting();
+}
+
+/// A click on the type that is selected already starts again, too; no signal tells it from the first half of a
+/// double click, whose second half locates sessions.
+bool ConnectionWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        const auto* const press = static_cast<QMouseEvent*>(event);
+        const QListWidgetItem* const item = m_ui->List1->itemAt(press->position().toPoint());
+        if (press->button() == Qt::LeftButton && item != nullptr && item->isSelected())
+            TypeChosen();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void ConnectionWindow::OfferHosting(const QString& connectionName)

@@ -3,9 +3,11 @@
 #include "tests/app/windows/ProgramFixture.h"
 
 #include <QApplication>
+#include <QFileSystemModel>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QTextEdit>
+#include <QTreeView>
 
 // The flow of windows from the splash to the radar and back, and every way out of it.
 
@@ -95,10 +97,38 @@ TEST_F(ProgramTest, SettingsOfAnotherVersionAreReplacedWithAWord)
     SettingsRecord settings = *ReadSettings(m_folder.Path() / SettingsFileName);
     settings.VersionText = "Corvane Version 2.0";
     ASSERT_TRUE(WriteSettings(m_folder.Path() / SettingsFileName, settings));
-    StartInSetup();
+    m_script.Practice = true; // which presses the boxes of its own join alone
+    m_shown.WhileOpen = [] { EXPECT_NE(Find("Form8"), nullptr) << "the splash closes after the message"; };
+    QWidget* const setup = StartInSetup();
     EXPECT_THAT(m_shown.Texts, testing::ElementsAre(StartsWith("Corvane needs to update your database files")));
     for (const std::string_view name : DataFileNames())
         EXPECT_FALSE(HasFile(name)) << name;
+    EXPECT_TRUE(EndsTheProgram([&] { setup->close(); }));
+    EXPECT_EQ(m_shown.Last(), "You didn't finish setup process, program will end");
+}
+
+TEST_F(ProgramTest, TheSetUpsFoldersOpenWhereThePathSays)
+{
+    const std::filesystem::path home = m_folder.Path() / "homes" / "zoe";
+    std::filesystem::create_directories(home / "inside");
+    for (char neighbour = 'a'; neighbour < 'z'; ++neighbour)
+        std::filesystem::create_directory(m_folder.Path() / "homes" / std::string(1, neighbour));
+    const auto oldHome = qgetenv("HOME");
+    qputenv("HOME", QByteArray::fromStdString(home.string()));
+    QWidget* const setup = StartInSetup();
+    qputenv("HOME", oldHome);
+    auto& folders = In<QTreeView>(setup, "Dir1");
+    const auto shown = [&] {
+        const QModelIndex current = folders.currentIndex();
+        return folders.visualRect(current).isValid() &&
+               folders.viewport()->rect().contains(folders.visualRect(current).center()) &&
+               qobject_cast<QFileSystemModel*>(folders.model())->filePath(current) ==
+                   In<QLineEdit>(setup, "Text1").text();
+    };
+    EXPECT_EQ(In<QLineEdit>(setup, "Text1").text().toStdString(), home.string());
+    EXPECT_TRUE(WaitUntil([&] { return folders.model()->rowCount(folders.currentIndex().parent()) >= 26; }));
+    EXPECT_TRUE(WaitUntil(shown));
+    EXPECT_TRUE(home.string().starts_with(In<QComboBox>(setup, "Drive1").currentText().toStdString()));
 }
 
 TEST_F(ProgramTest, ClosingTheSetUpEndsTheProgram)
@@ -134,6 +164,15 @@ TEST_F(ProgramTest, ClosingTheChooserBeforeASessionEndsTheProgram)
 {
     QWidget* const chooser = StartInChooser();
     EXPECT_TRUE(EndsTheProgram([&] { chooser->close(); }));
+}
+
+TEST_F(ProgramTest, AChooserThatIsLeftBeforeItsListsReadsNothing)
+{
+    BuildDatabase();
+    Start();
+    QWidget* const chooser = WaitFor("Form5");
+    EXPECT_TRUE(EndsTheProgram([&] { Click(chooser, "Command2"); }));
+    EXPECT_FALSE(In<QTimer>(chooser, "Timer1").isActive());
 }
 
 TEST_F(ProgramTest, TheChoosersExitEndsTheProgram)

@@ -47,6 +47,18 @@ TEST_F(JoinTest, WithoutSessionAndNicknameBothAreAskedFor)
     EXPECT_EQ(m_shown.Icons.back(), MessageIcon::Information);
 }
 
+TEST_F(JoinTest, AClickOnTheSelectedConnectionTypeStartsAgain)
+{
+    ASSERT_TRUE(Locate(m_window, "Practice"));
+    auto& types = In<QListWidget>(m_window, "List1");
+    const QPoint selected = types.visualItemRect(types.currentItem()).center();
+    QTest::mouseClick(types.viewport(), Qt::LeftButton, {}, selected);
+    EXPECT_EQ(Status(), "Disconnected");
+    EXPECT_EQ(In<QListWidget>(m_window, "List2").count(), 0);
+    QTest::mouseDClick(types.viewport(), Qt::LeftButton, {}, selected);
+    EXPECT_EQ(Status(), "Done") << "a double click locates, and its last half does not start again";
+}
+
 TEST_F(JoinTest, AWrongPasswordFails)
 {
     Member host(m_network);
