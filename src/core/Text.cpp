@@ -86,6 +86,14 @@ std::string Utf8ToWindows1252(std::string_view text)
     return converted;
 }
 
+bool IsUtf8(std::string_view text) noexcept
+{
+    while (!text.empty())
+        if (!TakeCodePoint(text))
+            return false;
+    return true;
+}
+
 std::string ToLower(std::string_view text)
 {
     std::string lower(text);

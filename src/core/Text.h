@@ -10,6 +10,7 @@ namespace corvane {
 std::string Windows1252ToUtf8(std::string_view text);
 /// Characters without a Windows-1252 code, and malformed UTF-8, become "?".
 std::string Utf8ToWindows1252(std::string_view text);
+bool IsUtf8(std::string_view text) noexcept;
 
 /// Change a-z and A-Z only: file names and identifiers are compared this way whatever the code page.
 std::string ToLower(std::string_view text);
