@@ -16,7 +16,7 @@ using TrafficKey = std::uint32_t;
 /// Where an aircraft is and what it says of itself all the time.
 struct TrafficReport {
     LatLon Position;
-    double AltitudeFt = 0;  ///< -2,000 .. 200,000
+    double AltitudeFt = 0;  ///< -6,000 .. 200,000
     double TrueHeading = 0; ///< 0 .. 360
     double GroundSpeedKt = 0;
     std::optional<std::uint16_t> Squawk; ///< four octal digits as a decimal number: 0021 is 21

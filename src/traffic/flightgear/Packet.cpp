@@ -63,7 +63,7 @@ static void SetMovement(PositionPacket& packet, const Vector3& attitude, const V
 /// Whether an aircraft can be there at that speed: what is huge overflows later.
 static bool IsPlausible(const PositionPacket& packet) noexcept
 {
-    constexpr double LowestFt = -2500; // somewhat below the lowest land
+    constexpr double LowestFt = -6000; // simulators let aircraft sink below the sea
     constexpr double HighestFt = 200000;
     constexpr double FastestKt = 4000;
     return packet.AltitudeFt >= LowestFt && packet.AltitudeFt <= HighestFt && packet.GroundSpeedKt <= FastestKt;
