@@ -6,7 +6,7 @@
 #include "area/Terrain.h"
 #include "area/WorldOutlines.h"
 #include "core/DatabaseFiles.h"
-#include "core/File.h"
+#include "core/AtomicFile.h"
 #include "core/Geodesy.h"
 #include "core/RecordCodec.h"
 

@@ -1,6 +1,6 @@
 #include "builder/BglScanner.h"
 #include "builder/EncodedRecords.h"
-#include "core/File.h"
+#include "core/AtomicFile.h"
 #include "core/Settings.h"
 #include "tests/builder/SampleBgl.h"
 #include "tests/recording/SampleRecording.h"

@@ -1,42 +1,12 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
-#include "core/File.h"
-#include "core/Settings.h"
-#include "core/Text.h"
 
 #include <ostream>
 
 namespace corvane {
 static constexpr int WorkFailed = 1;
 static constexpr int ArgumentsWrong = 2;
-
-std::filesystem::path FolderOptions::AppFile(std::string_view name) const
-{
-    return std::filesystem::path(AppFolder) / name;
-}
-
-CLI::Option* AddAppFolderOption(CLI::App& command, FolderOptions& folders)
-{
-    return command.add_option("--app-folder", folders.AppFolder, "Folder of the settings and database files")
-        ->type_name("DIR")
-        ->capture_default_str();
-}
-
-CLI::Option* AddFsFolderOption(CLI::App& command, FolderOptions& folders)
-{
-    return command.add_option("--fs-folder", folders.FsFolder, "The simulator's main folder")->type_name("DIR");
-}
-
-Result<std::string> SimulatorFolder(const FolderOptions& folders)
-{
-    if (!folders.FsFolder.empty())
-        return Utf8ToWindows1252(folders.FsFolder);
-    const Result<SettingsRecord> settings = ReadSettings(folders.AppFile(SettingsFileName));
-    if (!settings)
-        return settings.error();
-    return settings->FsPath;
-}
 
 int RunCommandLine(int argc, const char* const* argv, const Console& console)
 {

@@ -1,17 +1,8 @@
 #pragma once
 
-#include <iosfwd>
+#include "cli/Console.h"
 
 namespace corvane {
-/// What a command line talks to. Results alone go to Out; notices, progress and errors go to Notices.
-struct Console {
-    std::istream& In;
-    std::ostream& Out;
-    std::ostream& Notices;
-    bool NoticesOnTerminal = false; ///< a progress bar is drawn only on a terminal
-    int LiveInput = -1;             ///< descriptor of the input that is followed while it is written; below 0: none
-};
-
 /// Runs one corvane-cli command line. Returns the exit status: 0 done, 1 the work failed, 2 the arguments are wrong.
 int RunCommandLine(int argc, const char* const* argv, const Console& console);
 } // namespace corvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/RecordJson.h"
+#include "cli/Json.h"
 #include "core/Rounding.h"
 #include "core/Text.h"
 

@@ -1,19 +1,15 @@
 #pragma once
 
+#include "cli/Json.h"
 #include "core/Records.h"
 #include "core/Result.h"
 #include "core/Settings.h"
 #include "session/PlayerTable.h"
 
-#include <nlohmann/json.hpp>
-
 #include <string_view>
 #include <vector>
 
 namespace corvane {
-/// Members keep the order in which they are set: the order of the record's fields.
-using Json = nlohmann::ordered_json;
-
 /// Records as JSON objects with the field names of the records; lists hold the elements in use, with their "...Count"
 /// beside them. Texts become UTF-8.
 Json ToJson(const SettingsRecord& settings);

@@ -1,5 +1,6 @@
 #include "cli/ScopePng.h"
 
+#include "core/AtomicFile.h"
 #include "core/File.h"
 #include "radar/ScopePainter.h"
 #include "radar/paint/ScopePaint.h"

@@ -63,4 +63,13 @@ Result<void> AtomicFile::Commit()
         m_created = false;
     return m_status;
 }
+
+Result<void> WriteFileAtomically(const std::filesystem::path& path, ByteSpan content)
+{
+    AtomicFile file(path);
+    if (Result<void> opened = file.Open(); !opened)
+        return opened;
+    file.Write(content);
+    return file.Commit();
+}
 } // namespace corvane

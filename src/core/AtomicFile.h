@@ -37,4 +37,7 @@ private:
     Result<void> m_status;
     bool m_created = false; ///< a temporary file of ours is there
 };
+
+/// Writes a temporary file beside path and renames it, so that path holds either its old content or all of the new.
+Result<void> WriteFileAtomically(const std::filesystem::path& path, ByteSpan content);
 } // namespace corvane

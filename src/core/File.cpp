@@ -1,6 +1,5 @@
 #include "core/File.h"
 
-#include "core/AtomicFile.h"
 #include "core/OpenFile.h"
 #include "os/Files.h"
 
@@ -66,15 +65,6 @@ Result<FileBytes> ReadWholeFileIfPresent(const std::filesystem::path& path)
     if (!std::filesystem::exists(path, ignored))
         return FileBytes();
     return ReadWholeFile(path);
-}
-
-Result<void> WriteFileAtomically(const std::filesystem::path& path, ByteSpan content)
-{
-    AtomicFile file(path);
-    if (Result<void> opened = file.Open(); !opened)
-        return opened;
-    file.Write(content);
-    return file.Commit();
 }
 
 bool FileExists(const std::filesystem::path& path) noexcept

@@ -33,9 +33,6 @@ Result<FileBytes> ReadWholeFile(const std::filesystem::path& path);
 /// As ReadWholeFile, but a file that does not exist reads as empty.
 Result<FileBytes> ReadWholeFileIfPresent(const std::filesystem::path& path);
 
-/// Writes a temporary file beside path and renames it, so that path holds either its old content or all of the new.
-Result<void> WriteFileAtomically(const std::filesystem::path& path, ByteSpan content);
-
 bool FileExists(const std::filesystem::path& path) noexcept;
 /// Errors are ignored: a file that cannot be deleted stays.
 void DeleteFile(const std::filesystem::path& path) noexcept;

@@ -1,5 +1,6 @@
 #include "core/Settings.h"
 
+#include "core/AtomicFile.h"
 #include "core/File.h"
 #include "core/NumberText.h"
 

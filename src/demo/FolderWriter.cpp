@@ -1,5 +1,6 @@
 #include "demo/FolderWriter.h"
 
+#include "core/AtomicFile.h"
 #include "core/File.h"
 
 #include <system_error>

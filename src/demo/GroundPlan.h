@@ -1,18 +1,11 @@
 #pragma once
 
-#include "demo/PlaneGeometry.h"
+#include "demo/PlannedRunway.h"
 #include "demo/SceneryObjects.h"
 
 #include <span>
 
 namespace corvane {
-/// A runway as the ground planner sees it.
-struct PlannedRunway {
-    GroundVector Center;
-    double TrueHeading = 0; ///< degrees
-    double LengthM = 0;
-};
-
 /// How many stands the apron has and how they are laid out.
 struct ApronStyle {
     int Lanes = 1;        ///< taxi lanes side by side, 1 .. 26

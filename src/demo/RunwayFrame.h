@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/GroundPlan.h"
+#include "demo/PlannedRunway.h"
 
 #include <vector>
 

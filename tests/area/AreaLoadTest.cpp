@@ -1,7 +1,7 @@
 #include "area/AreaLoad.h"
 
 #include "core/DatabaseFiles.h"
-#include "core/File.h"
+#include "core/AtomicFile.h"
 #include "tests/area/SmallWorld.h"
 
 #include <gmock/gmock.h>

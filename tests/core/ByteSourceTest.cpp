@@ -1,6 +1,6 @@
 #include "core/ByteSource.h"
 
-#include "core/File.h"
+#include "core/AtomicFile.h"
 #include "tests/core/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+#include "core/AtomicFile.h"
 #include "core/File.h"
 #include "core/MagVarGrid.h"
 #include "core/PathLookup.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "net/wire/WireDecode.h"
+#include "net/wire/DropReason.h"
+#include "net/wire/WireMessages.h"
 
 namespace corvane::directplay {
 /// Reads what stands behind the signature, command and version of a management message. bare starts at the signature,

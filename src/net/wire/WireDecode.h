@@ -1,32 +1,14 @@
 #pragma once
 
+#include "net/wire/DropReason.h"
 #include "net/wire/WireMessages.h"
 
 namespace corvane::directplay {
-/// Why a packet was dropped.
-enum class DropReason : std::uint8_t {
-    Truncated,      ///< fewer bytes than its size field or its shape needs
-    Oversized,      ///< more bytes than its size field, or than any message may have
-    BadMagic,       ///< no known token, no internet address, or no signature where one is needed
-    WrongVersion,   ///< older than any machine that speaks this protocol
-    UnknownCommand, ///< a command number without a meaning
-    Malformed,      ///< a length, offset or count inside that does not fit
-    Stranger,       ///< from a machine that may not say this
-    Flooding,       ///< above a rate or a number that is capped
-};
-inline constexpr std::size_t DropReasons = 8;
-
 /// The first 20 bytes of every message.
 struct Prefix {
     std::uint32_t Size = 0;
     std::uint32_t Token = 0;
     SocketAddress Stated; ///< the sender's stream port, as it says; the address is mostly 0
-};
-
-/// A management message taken apart.
-struct Management {
-    std::uint16_t Version = 0;
-    WireMessage Body;
 };
 
 /// What a player message says, with its payload borrowed from the packet.

@@ -226,4 +226,10 @@ using WireMessage =
                  AddPlayerToGroupMessage, DeletePlayerFromGroup, PlayerDataChanged, GroupDataChanged, PlayerNameChanged,
                  GroupNameChanged, Packet, Packet2Data, Packet2Ack, Ping, PingReply, YouAreDead, PlayerWrapper,
                  SessionDescChanged, IAmNameServer, LoginFailed, IgnoredMessage>;
+
+/// A management message taken apart.
+struct Management {
+    std::uint16_t Version = 0;
+    WireMessage Body;
+};
 } // namespace corvane::directplay
