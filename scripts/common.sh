@@ -6,7 +6,7 @@ run_packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libasio-dev libcli11-
   libgtest-dev libgmock-dev libcpp-httplib-dev fonts-dejavu-core)
 # Those that the tests need besides.
 test_packages=(clang-14 libclang-rt-14-dev libgdal-dev xvfb dpkg-dev file desktop-file-utils appstream
-  g++-mingw-w64-x86-64-posix)
+  g++-mingw-w64-x86-64-posix python3-minimal)
 # For ./coverage and ./lint.
 coverage_packages=(gcovr)
 lint_packages=(clang-format-14 clang-tidy-14)
