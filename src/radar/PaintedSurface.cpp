@@ -86,6 +86,14 @@ void PaintedSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left
     }
 }
 
+std::int32_t PaintedSurface::TextWidth(std::string_view text) const
+{
+    std::int64_t width = 0;
+    for (const char character : text)
+        width += m_font.Glyphs[static_cast<unsigned char>(character)].Advance;
+    return RoundTo<std::int32_t>(std::ceil(static_cast<double>(width) / m_scale));
+}
+
 void PaintedSurface::TextOut(ScopePoint topLeft, std::string_view text)
 {
     std::int64_t pen = RoundTo<std::int32_t>(topLeft.X * m_scale);

@@ -33,6 +33,7 @@ public:
     {
         return RoundTo<std::int32_t>(m_font.LineHeight / m_scale);
     }
+    [[nodiscard]] std::int32_t TextWidth(std::string_view text) const override;
 
 private:
     /// The image's pixel in the middle of one of the surface.

@@ -1,5 +1,7 @@
 #include "radar/RecordingSurface.h"
 
+#include "radar/ScopeTextAdvances.h"
+
 namespace corvane {
 using Primitive = ScopeOperation::Primitive;
 
@@ -41,6 +43,14 @@ void RecordingSurface::TextOut(ScopePoint topLeft, std::string_view text)
     operation.TextStart = static_cast<std::uint32_t>(m_texts.size());
     operation.TextLength = static_cast<std::uint32_t>(text.size());
     m_texts.append(text);
+}
+
+std::int32_t RecordingSurface::TextWidth(std::string_view text) const
+{
+    std::int32_t width = 0;
+    for (const char character : text)
+        width += ScopeTextAdvances[static_cast<unsigned char>(character)];
+    return width;
 }
 
 std::string_view RecordingSurface::TextOf(const ScopeOperation& operation) const noexcept

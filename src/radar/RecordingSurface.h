@@ -37,6 +37,8 @@ public:
     void SetPixel(ScopePoint at, Color color) override;
     void TextOut(ScopePoint topLeft, std::string_view text) override;
     [[nodiscard]] std::int32_t TextHeight() const override { return m_textHeight; }
+    /// In the scope's typeface.
+    [[nodiscard]] std::int32_t TextWidth(std::string_view text) const override;
 
     [[nodiscard]] std::span<const ScopeOperation> Operations() const noexcept { return m_operations; }
     /// The Windows-1252 text of a Text operation of this recorder; valid until the next call that draws or clears.

@@ -78,5 +78,7 @@ public:
     virtual void TextOut(ScopePoint topLeft, std::string_view text) = 0;
     /// Pixels from the top of one line of text to the top of the next.
     [[nodiscard]] virtual std::int32_t TextHeight() const = 0;
+    /// Pixels that a text is wide.
+    [[nodiscard]] virtual std::int32_t TextWidth(std::string_view text) const = 0;
 };
 } // namespace corvane
