@@ -33,6 +33,7 @@ struct FeedReport {
     std::optional<bool> OnGround = {};
     std::string Category = {}; ///< of the emitter: "A1" light to "A5" heavy, "A7" helicopter
     std::string TypeName = {}; ///< the aircraft type's designator, such as "B738"
+    bool operator==(const FeedReport&) const = default;
 };
 
 /// The rules for single values, which lines of text and JSON share; nothing where a value breaks them.
