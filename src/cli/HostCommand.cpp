@@ -5,6 +5,7 @@
 #include "cli/EventLines.h"
 #include "cli/NetworkOptions.h"
 #include "cli/NumberList.h"
+#include "cli/TrafficOptions.h"
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "follow/HostWatch.h"
@@ -167,18 +168,6 @@ static Result<void> HostRecording(const HostOptions& options, const Console& con
                       [session, clock] { return session->Advance(); },
                       [session] { session->End(); }};
     });
-}
-
-/// A place on the earth.
-static CLI::Validator Place()
-{
-    return {[](std::string& text) {
-                const auto place = ParseNumbers(text, ',', 2);
-                const bool valid = place && place->front() >= -90 && place->front() <= 90 && place->back() >= -180 &&
-                                   place->back() <= 180;
-                return valid ? std::string() : std::string("must have the form LAT,LON, in degrees");
-            },
-            "LAT,LON"};
 }
 
 void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)

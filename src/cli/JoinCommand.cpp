@@ -3,10 +3,13 @@
 #include "cli/EventLines.h"
 #include "cli/InputLines.h"
 #include "cli/NetworkOptions.h"
+#include "cli/TrafficOptions.h"
 #include "core/Text.h"
 #include "follow/SessionFollower.h"
 #include "net/DirectPlayPeer.h"
 #include "recording/RecordingPeer.h"
+#include "traffic/TrafficProvider.h"
+#include "traffic/feeds/AircraftFeed.h"
 
 #include <thread>
 
@@ -18,6 +21,8 @@ struct JoinOptions {
     FollowOptions Follow; ///< texts as given, in UTF-8
     std::optional<double> ForS;
     std::string Record; ///< file to which the session is recorded; empty: none
+    TrafficOptions Traffic;
+    std::string FeedOut;
 };
 
 /// Records a session from the moment of being admitted.
@@ -69,7 +74,7 @@ static void SayInput(InputLines& input, SessionFollower& follower)
     }
 }
 
-static Result<void> Follow(SessionFollower& follower, JoinedRecording& recording, const EndOfRun& end,
+static Result<void> Follow(SessionFollower& follower, JoinedRecording& recording, FeedOut* feedOut, const EndOfRun& end,
                            const Console& console)
 {
     constexpr std::chrono::milliseconds Pause(HandshakeIntervalMs);
@@ -86,26 +91,62 @@ static Result<void> Follow(SessionFollower& follower, JoinedRecording& recording
         }
         if (follower.IsJoined())
             SayInput(input, follower);
+        if (feedOut != nullptr)
+            feedOut->Tick(follower.Players().Players(), end.ElapsedMs());
         std::this_thread::sleep_for(Pause);
     }
     follower.Leave(end.Reason());
     return recording.Outcome();
 }
 
-static Result<void> Join(const JoinOptions& options, const Console& console)
+/// Follows the session that a factory's peers find, to the end of the run.
+static Result<void> FollowOn(SessionPeerFactory& factory, const JoinOptions& options,
+                             const TrafficDetailsTable& details, EventLines& events, const EndOfRun& end,
+                             const Console& console)
 {
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
         return grid.error();
+    const auto feedOut = OpenFeedOut(options.FeedOut, **grid, &details);
+    if (!feedOut)
+        return feedOut.error();
+    JoinedRecording recording(options.Record, events);
+    RecordingPeerFactory recorded(factory, recording.Recorder());
+    SessionFollower follower(recorded, **grid, events, ToWindows1252(options.Follow));
+    const Result<void> followed = Follow(follower, recording, feedOut->get(), end, console);
+    return followed ? followed : Fail("join", followed.error().Text());
+}
+
+static Result<void> JoinSession(const JoinOptions& options, const Console& console)
+{
     const EndOfRun end(options.ForS);
     DirectPlayProvider provider(options.Network);
     provider.Options.WhileWaiting = [&end] { return !end.HasCome(); };
     EventLines events(console.Out, end);
-    JoinedRecording recording(options.Record, events);
-    RecordingPeerFactory factory(provider, recording.Recorder());
-    SessionFollower follower(factory, **grid, events, ToWindows1252(options.Follow));
-    const Result<void> followed = Follow(follower, recording, end, console);
-    return followed ? followed : Fail("join", followed.error().Text());
+    return FollowOn(provider, options, {}, events, end, console);
+}
+
+static Result<void> JoinFeed(const JoinOptions& options, const Console& console)
+{
+    const auto nearest = NearestOf(options.Traffic, options.Folders, console.Notices);
+    if (!nearest)
+        return nearest.error();
+    const auto place = ParseFeedPlace(options.Traffic.Feed);
+    if (!place)
+        return place.error();
+    const EndOfRun end(options.ForS);
+    EventLines events(console.Out, end);
+    TrafficDetailsTable details;
+    TrafficConnection connection;
+    connection.Name = "Aircraft feed";
+    connection.Address = "feed:";
+    connection.Open = [&]() -> Result<std::unique_ptr<TrafficFeed>> {
+        return std::unique_ptr<TrafficFeed>(OpenAircraftFeed(*place, *nearest));
+    };
+    connection.OnNotice = [&events](std::string_view text) { events.Notice(MessageIcon::Warning, text); };
+    TrafficProvider provider(std::move(connection), details);
+    events.Listening(place->Kind == FeedKind::JsonFile ? place->Path : place->Host, place->Port);
+    return FollowOn(provider, options, details, events, end, console);
 }
 
 void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work)
@@ -126,6 +167,16 @@ void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->type_name("FILE");
     AddAppFolderOption(*command, options->Folders);
     AddForOption(*command, options->ForS);
-    command->callback([options, &console, &work] { work = [options, &console] { return Join(*options, console); }; });
+    CLI::Option* const feed = AddFeedOption(*command, options->Traffic);
+    for (const char* const ofSessions : {"--address", "--broadcast", "--session", "--password"})
+        feed->excludes(command->get_option(ofSessions));
+    AddTrafficPlaceOptions(*command, options->Traffic);
+    AddFeedOutOption(*command, options->FeedOut);
+    command->callback([options, &console, &work] {
+        RequireTrafficPlace(options->Traffic, !options->Traffic.Feed.empty());
+        work = [options, &console] {
+            return options->Traffic.Feed.empty() ? JoinSession(*options, console) : JoinFeed(*options, console);
+        };
+    });
 }
 } // namespace corvane

@@ -13,8 +13,8 @@ namespace corvane {
 using asio::ip::tcp;
 
 namespace {
-struct Reader {
-    explicit Reader(tcp::socket socket) : Socket(std::move(socket)) {}
+struct LineReader {
+    explicit LineReader(tcp::socket socket) : Socket(std::move(socket)) {}
 
     tcp::socket Socket;
     std::string Waiting;
@@ -26,7 +26,7 @@ struct Reader {
 struct LineServer::Sockets {
     asio::io_context Io;
     tcp::acceptor Acceptor{Io};
-    std::list<Reader> Readers;
+    std::list<LineReader> Readers;
     std::uint64_t Dropped = 0;
 };
 
@@ -85,7 +85,7 @@ bool LineServer::Accept()
             break;
         socket.non_blocking(true, error);
         if (readers.size() >= MostReaders)
-            if (const auto left = std::ranges::find_if(readers, &Reader::SaidGoodbye); left != readers.end())
+            if (const auto left = std::ranges::find_if(readers, &LineReader::SaidGoodbye); left != readers.end())
                 readers.erase(left); // the likeliest to have gone altogether
         if (!error && readers.size() < MostReaders) {
             readers.emplace_back(std::move(socket));
@@ -96,7 +96,7 @@ bool LineServer::Accept()
 }
 
 /// Throws away what a reader sends, and notices whether it has gone.
-static void ListenTo(Reader& reader)
+static void ListenTo(LineReader& reader)
 {
     std::array<char, 4096> thrownAway{};
     asio::error_code error;
@@ -106,7 +106,7 @@ static void ListenTo(Reader& reader)
     reader.Gone = error && error != asio::error::would_block && error != asio::error::eof;
 }
 
-static void WriteTo(Reader& reader)
+static void WriteTo(LineReader& reader)
 {
     asio::error_code error;
     std::size_t written = 0;
@@ -118,7 +118,7 @@ static void WriteTo(Reader& reader)
 
 void LineServer::Send(std::string_view text)
 {
-    for (Reader& reader : m_sockets->Readers) {
+    for (LineReader& reader : m_sockets->Readers) {
         ListenTo(reader);
         if (reader.Gone)
             continue;
@@ -130,6 +130,6 @@ void LineServer::Send(std::string_view text)
         reader.Waiting.append(text);
         WriteTo(reader);
     }
-    std::erase_if(m_sockets->Readers, [](const Reader& reader) { return reader.Gone; });
+    std::erase_if(m_sockets->Readers, [](const LineReader& reader) { return reader.Gone; });
 }
 } // namespace corvane
