@@ -141,6 +141,27 @@ void RecenterView(ScopeView& view, double lon, double lat) noexcept
     RecenterRectangle(view.SavedWest, view.SavedNorth, view.SavedEast, view.SavedSouth, lon, lat);
 }
 
+/// Degrees from the centre to either edge that are as long a way as half the span from west to east.
+static void ProportionRectangle(const ScopeView& view, double west, double& north, double east, double& south) noexcept
+{
+    constexpr double HighestLat = 89;
+    const double center = (north + south) / 2;
+    const double lat = std::clamp(center, -HighestLat, HighestLat);
+    const double milesWide = LongitudeSpan(west, east) * std::cos(lat * RadiansPerDegree);
+    const double halfHeight = milesWide * view.ScopeHeightPx / view.ScopeWidthPx / 2;
+    north = center + halfHeight;
+    south = center - halfHeight;
+}
+
+ScopeView WithTrueProportions(ScopeView view) noexcept
+{
+    if (view.ScopeWidthPx <= 0 || view.ScopeHeightPx <= 0)
+        return view;
+    ProportionRectangle(view, view.ViewWest, view.ViewNorth, view.ViewEast, view.ViewSouth);
+    ProportionRectangle(view, view.SavedWest, view.SavedNorth, view.SavedEast, view.SavedSouth);
+    return view;
+}
+
 double UserScaleRight(const ScopeView& view) noexcept
 {
     return CrossesDateLine(view) ? view.ViewEast + 360 : view.ViewEast;

@@ -81,6 +81,11 @@ void ZoomTo(ScopeView& view, std::int16_t level) noexcept;
 /// Moves view and saved rectangle to a new centre, keeping their spans and the level. Longitude comes first.
 void RecenterView(ScopeView& view, double lon, double lat) noexcept;
 
+/// The same centre and the same span from west to east with as many degrees from south to north as make a mile as many
+/// pixels up as across, at the latitude of the centre (89 degrees beyond that, where there is no such span). Both
+/// rectangles change. Steps and moves begin at the view that this one was made of.
+ScopeView WithTrueProportions(ScopeView view) noexcept;
+
 /// A position in the scope's own coordinates, as pointer events carry it: X is a longitude that goes on above 180 east
 /// of the 180 degree meridian in a view across it, Y a latitude. Single precision, like the events.
 struct ScopeDegrees {
