@@ -5,7 +5,6 @@
 #include "core/Rounding.h"
 
 #include <cmath>
-#include <optional>
 
 namespace corvane {
 void FormatTargetLines(const PlayerRecord& target, TargetLines& lines)
@@ -47,9 +46,7 @@ const TargetLines& TargetTexts::LinesFor(const PlayerRecord& target, std::size_t
     return entry.Lines;
 }
 
-/// The target's pixel, or nothing where it is not to be drawn.
-static std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots,
-                                             const PlayerRecord& target) noexcept
+std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots, const PlayerRecord& target) noexcept
 {
     if (!EligiblePilot(target, pilots.OwnPlayerId, pilots.OwnName) || !OnEarth(target.Latitude, target.Longitude))
         return std::nullopt;
@@ -66,7 +63,7 @@ void UpdateMinimumAltitudes(const MapScene& scene, const Pilots& pilots, Minimum
     }
 }
 
-static ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept
+ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept
 {
     constexpr double VectorPx = 15;
     const double heading =

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,11 @@ struct TargetMemory {
     MinimumAltitudes Altitudes;
     TargetTexts Texts;
 };
+
+/// A target's pixel, or nothing where it is not shown: the controller's own entry, observers, what lies off the scope.
+std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots, const PlayerRecord& target) noexcept;
+/// The end of the heading vector of a target at a pixel.
+ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept;
 
 /// Stores the minimum altitude of every target that is on the scope. DrawTargets does this by itself unless measuring;
 /// it stands alone for a picture that begins in the middle of measuring.

@@ -1,13 +1,24 @@
 #include "radar/RadarDisplay.h"
 
 #include "radar/AirspaceLayer.h"
+#include "radar/ColourSchemes.h"
 #include "radar/InformationPanel.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace corvane {
-RadarDisplay::RadarDisplay(const RadarSources& sources, const ScopeFont& font) : m_sources(sources), m_painter(font) {}
+RadarDisplay::RadarDisplay(const RadarSources& sources, const ScopeFont& font)
+    : m_sources(sources), m_targets(sources.Variation), m_painter(font)
+{
+}
+
+void RadarDisplay::MapIsStale() noexcept
+{
+    m_shown = m_options.TrueProportions ? WithTrueProportions(m_view) : m_view;
+    m_rearrange = true;
+    m_stale = Stale::Map;
+}
 
 void RadarDisplay::Load(std::int32_t widthPx, std::int32_t heightPx)
 {
@@ -55,8 +66,8 @@ void RadarDisplay::CenterOnArea()
 void RadarDisplay::Pan(int eastTenths, int northTenths)
 {
     constexpr double Poles = 90;
-    const double width = UserScaleRight(m_view) - m_view.ViewWest;
-    const double height = m_view.ViewNorth - m_view.ViewSouth;
+    const double width = UserScaleRight(m_shown) - m_shown.ViewWest;
+    const double height = m_shown.ViewNorth - m_shown.ViewSouth;
     const double lat = m_view.ViewCenterLat + height * northTenths / 10;
     Recenter(NormalizeLongitude(m_view.ViewCenterLon + width * eastTenths / 10), std::clamp(lat, -Poles, Poles));
 }
@@ -69,18 +80,74 @@ void RadarDisplay::RedrawAll()
 void RadarDisplay::AreaChanged()
 {
     m_memory.Altitudes.Reset();
+    m_targets.SetArea(m_sources.Area);
     CenterOnArea();
 }
 
-void RadarDisplay::RefreshTargets()
+void RadarDisplay::RefreshTargets(double now)
 {
-    if (m_stale == Stale::Nothing && !Measuring()) // the measuring line must not be wiped
+    m_now = now;
+    if (Measuring()) // the measuring line must not be wiped
+        return;
+    if (!Classic()) {
+        WithFrame([this](const TargetDisplay::Frame& frame) { m_targets.Refresh(frame); });
+        m_rearrange = m_stale == Stale::Map; // a view that has changed by then is another matter
+    }
+    if (m_stale == Stale::Nothing)
+        m_stale = Stale::Targets;
+}
+
+void RadarDisplay::SetDisplay(const DisplayOptions& options, double now)
+{
+    const bool wasClassic = Classic();
+    const DisplayOptions before = std::exchange(m_options, options);
+    m_now = now;
+    if (Classic())
+        m_targets.Clear();
+    else if (wasClassic)
+        BeginWatching();
+    if (before.TrueProportions != options.TrueProportions || before.Colours != options.Colours)
+        MapIsStale();
+    TargetsChanged();
+}
+
+/// What is known of the members so far counts as reported now.
+void RadarDisplay::BeginWatching()
+{
+    m_targets.SetArea(m_sources.Area);
+    for (const PlayerRecord& player : m_sources.Players.Players())
+        if (player.Latitude != 0 || player.Longitude != 0)
+            m_targets.Report(player, m_now);
+}
+
+void RadarDisplay::Report(const PlayerRecord& member, double now)
+{
+    m_now = now;
+    if (!Classic())
+        m_targets.Report(member, now);
+}
+
+void RadarDisplay::Select(std::optional<MemberKey> member)
+{
+    m_focus.Selected = std::move(member);
+    TargetsChanged();
+}
+
+void RadarDisplay::SetPanelBox(const PixelBox& box)
+{
+    m_focus.Panel = box; // the next refresh makes room for it
+}
+
+void RadarDisplay::TargetsChanged() noexcept
+{
+    m_rearrange = true;
+    if (m_stale == Stale::Nothing)
         m_stale = Stale::Targets;
 }
 
 void RadarDisplay::PressLeft(ScopePoint at)
 {
-    PressLeftButton(m_pointer, DegreesAtPixel(m_view, at));
+    PressLeftButton(m_pointer, DegreesAtPixel(m_shown, at));
 }
 
 void RadarDisplay::ReleaseLeft()
@@ -90,13 +157,13 @@ void RadarDisplay::ReleaseLeft()
 
 void RadarDisplay::PressRight(ScopePoint at)
 {
-    const LatLon center = RecenterPosition(DegreesAtPixel(m_view, at));
+    const LatLon center = RecenterPosition(DegreesAtPixel(m_shown, at));
     Recenter(center.Lon, center.Lat);
 }
 
 void RadarDisplay::MovePointerTo(ScopePoint at)
 {
-    MovePointer(m_pointer, DegreesAtPixel(m_view, at));
+    MovePointer(m_pointer, DegreesAtPixel(m_shown, at));
     if (Measuring() && m_stale == Stale::Nothing)
         m_stale = Stale::Targets;
 }
@@ -119,19 +186,37 @@ bool RadarDisplay::TickPanel()
 
 ScopePoint RadarDisplay::PanelPosition() const noexcept
 {
-    return PixelAtDegrees(m_view, m_pointer.PointerPositionRaw.Lon, m_pointer.PointerPositionRaw.Lat);
+    return PixelAtDegrees(m_shown, m_pointer.PointerPositionRaw.Lon, m_pointer.PointerPositionRaw.Lat);
 }
 
-void RadarDisplay::DrawOverMap(bool highlight)
+template <class Call> void RadarDisplay::WithFrame(const Call& call)
 {
-    Surface& scope = m_painter.Scope();
+    const MapScene scene = Scene();
+    const std::string ownName = OwnName();
+    const Pilots members{m_sources.Players.Players(), m_sources.Session.OwnPlayerId, ownName};
+    call(TargetDisplay::Frame{scene, members, m_options, m_focus, m_painter.Scope(), m_now});
+}
+
+void RadarDisplay::DrawAllTargets(Surface& scope)
+{
+    if (Classic()) {
+        const std::string ownName = OwnName();
+        DrawTargets(scope, Scene(), {m_sources.Players.Players(), m_sources.Session.OwnPlayerId, ownName}, Measuring(),
+                    m_memory);
+        return;
+    }
+    if (std::exchange(m_rearrange, false))
+        WithFrame([this](const TargetDisplay::Frame& frame) { m_targets.Rearrange(frame); });
+    m_targets.Draw(m_painter.Scope(), m_options.Colours);
+}
+
+void RadarDisplay::DrawOverMap(Surface& scope, bool highlight)
+{
     const MapScene scene = Scene();
     if (highlight && AirspacesShown(scene))
         DrawAirspaceHighlight(scope, scene, m_pointer.SelectedAirspace);
-    const std::string ownName = OwnName();
-    DrawTargets(scope, scene, {m_sources.Players.Players(), m_sources.Session.OwnPlayerId, ownName}, Measuring(),
-                m_memory);
-    DrawMeasurement(scope, m_view, m_sources.Variation, m_pointer);
+    DrawAllTargets(scope);
+    DrawMeasurement(scope, m_shown, m_sources.Variation, m_pointer);
 }
 
 void RadarDisplay::Draw()
@@ -140,9 +225,15 @@ void RadarDisplay::Draw()
     if (stale == Stale::Nothing)
         return;
     if (stale == Stale::Map)
-        m_painter.DrawMap(Scene());
+        m_painter.DrawMap(Scene(), m_options.Colours);
     else
         m_painter.RestoreMap();
-    DrawOverMap(stale == Stale::Targets && !Measuring());
+    const bool highlight = stale == Stale::Targets && !Measuring();
+    if (m_options.Colours == ColourScheme::Classic) {
+        DrawOverMap(m_painter.Scope(), highlight);
+        return;
+    }
+    ColouredSurface coloured(m_painter.Scope(), m_options.Colours);
+    DrawOverMap(coloured, highlight);
 }
 } // namespace corvane

@@ -4,9 +4,11 @@
 #include "radar/PlayerTargets.h"
 #include "radar/PointerReadout.h"
 #include "radar/ScopePainter.h"
+#include "radar/TargetDisplay.h"
 #include "session/SessionState.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -46,7 +48,25 @@ public:
     void AreaChanged();
 
     /// The periodic refresh: targets and highlight over the map's snapshot.
-    void RefreshTargets();
+    ///
+    /// now  seconds of a clock that does not go back, by which every display but the classic one counts ages
+    void RefreshTargets(double now = 0);
+
+    /// How targets are drawn from now on. The classic display draws as if there were no other.
+    void SetDisplay(const DisplayOptions& options, double now);
+    [[nodiscard]] const DisplayOptions& Display() const noexcept { return m_options; }
+    [[nodiscard]] bool Classic() const noexcept { return m_options == ClassicDisplay(); }
+    /// A member has reported what its record holds.
+    void Report(const PlayerRecord& member, double now);
+    /// The targets of every display but the classic one; what is changed there shows after TargetsChanged.
+    [[nodiscard]] TargetDisplay& Targets() noexcept { return m_targets; }
+    /// The target whose block is bright and on top; nobody for none.
+    void Select(std::optional<MemberKey> member);
+    [[nodiscard]] const std::optional<MemberKey>& Selected() const noexcept { return m_focus.Selected; }
+    /// Where the information panel stands, so that blocks keep off it; an empty box while it is hidden.
+    void SetPanelBox(const PixelBox& box);
+    /// Selection, blocks by hand or alerts have changed.
+    void TargetsChanged() noexcept;
 
     void PressLeft(ScopePoint at);
     void ReleaseLeft();
@@ -64,23 +84,32 @@ public:
     void Draw();
     [[nodiscard]] bool IsStale() const noexcept { return m_stale != Stale::Nothing; }
     [[nodiscard]] const PixelImage& Picture() const noexcept { return m_painter.Picture(); }
-    [[nodiscard]] const ScopeView& View() const noexcept { return m_view; }
+    [[nodiscard]] const ScopeView& View() const noexcept { return m_shown; }
 
 private:
     enum class Stale : std::uint8_t { Nothing, Targets, Map };
 
     [[nodiscard]] MapScene Scene() const noexcept
     {
-        return {m_sources.Area, m_sources.Variation, m_view, m_sources.Flags};
+        return {m_sources.Area, m_sources.Variation, m_shown, m_sources.Flags};
     }
     [[nodiscard]] std::string OwnName() const;
-    void DrawOverMap(bool highlight);
-    void MapIsStale() noexcept { m_stale = Stale::Map; }
+    void BeginWatching();
+    template <class Call> void WithFrame(const Call& call);
+    void DrawOverMap(Surface& scope, bool highlight);
+    void DrawAllTargets(Surface& scope);
+    void MapIsStale() noexcept;
 
     RadarSources m_sources;
-    ScopeView m_view;
+    ScopeView m_view;  ///< as zoom and moves leave it
+    ScopeView m_shown; ///< the same, in true proportions where the display has them
     PointerState m_pointer;
     TargetMemory m_memory;
+    DisplayOptions m_options;
+    TargetDisplay m_targets;
+    TargetFocus m_focus;
+    double m_now = 0;
+    bool m_rearrange = false; ///< marks and places no longer fit view, options or focus
     ScopePainter m_painter;
     Stale m_stale = Stale::Nothing;
 };

@@ -1,10 +1,11 @@
 #include "radar/ScopePainter.h"
 
 #include "core/Rounding.h"
+#include "radar/ColourSchemes.h"
 #include "radar/MapLayers.h"
 
 namespace corvane {
-void ScopePainter::DrawMap(const MapScene& scene)
+void ScopePainter::DrawMap(const MapScene& scene, ColourScheme colours)
 {
     const PixelImage& picture = m_scope.Image();
     const auto width = RoundTo<std::int32_t>(scene.View.ScopeWidthPx * m_scale);
@@ -13,7 +14,13 @@ void ScopePainter::DrawMap(const MapScene& scene)
         m_scope.Resize(width, height);
     m_scope.SetPicture(nullptr);
     m_surface.RestoreDefaults();
-    DrawMapLayers(m_surface, scene);
+    if (colours == ColourScheme::Classic) {
+        DrawMapLayers(m_surface, scene);
+    } else {
+        ColouredSurface coloured(m_surface, colours);
+        DrawMapLayers(coloured, scene);
+        m_surface.RestoreDefaults();
+    }
     m_map = m_scope.Image();
 }
 } // namespace corvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "radar/DisplayOptions.h"
 #include "radar/MapScene.h"
 #include "radar/PaintedSurface.h"
 #include "radar/PictureBox.h"
@@ -22,7 +23,7 @@ public:
     ScopePainter& operator=(const ScopePainter&) = delete;
 
     /// Clears the scope to the size of the scene's view times the scale, draws the map layers and takes their snapshot.
-    void DrawMap(const MapScene& scene);
+    void DrawMap(const MapScene& scene, ColourScheme colours = ColourScheme::Classic);
     /// Takes everything off the scope but the map.
     void RestoreMap() noexcept { m_scope.SetPicture(&m_map); }
 

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "radar/Surface.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
+
+namespace corvane {
+/// A rectangle of pixels; Right and Bottom are the first ones beyond it.
+struct PixelBox {
+    std::int32_t Left = 0;
+    std::int32_t Top = 0;
+    std::int32_t Right = 0;
+    std::int32_t Bottom = 0;
+
+    [[nodiscard]] std::int32_t Width() const noexcept { return Right - Left; }
+    [[nodiscard]] std::int32_t Height() const noexcept { return Bottom - Top; }
+    [[nodiscard]] bool Empty() const noexcept { return Right <= Left || Bottom <= Top; }
+    [[nodiscard]] std::int64_t Area() const noexcept { return Empty() ? 0 : std::int64_t{Width()} * Height(); }
+    [[nodiscard]] bool Contains(ScopePoint at) const noexcept
+    {
+        return at.X >= Left && at.X < Right && at.Y >= Top && at.Y < Bottom;
+    }
+    /// Larger by some pixels on every side.
+    [[nodiscard]] PixelBox Grown(std::int32_t by) const noexcept
+    {
+        return {Left - by, Top - by, Right + by, Bottom + by};
+    }
+    bool operator==(const PixelBox&) const = default;
+};
+
+constexpr PixelBox BoxAround(ScopePoint at, std::int32_t radius) noexcept
+{
+    return {at.X - radius, at.Y - radius, at.X + radius + 1, at.Y + radius + 1};
+}
+
+/// Pixels that two boxes share.
+constexpr std::int64_t SharedArea(const PixelBox& a, const PixelBox& b) noexcept
+{
+    const std::int64_t width = std::int64_t{std::min(a.Right, b.Right)} - std::max(a.Left, b.Left);
+    const std::int64_t height = std::int64_t{std::min(a.Bottom, b.Bottom)} - std::max(a.Top, b.Top);
+    return width > 0 && height > 0 ? width * height : 0;
+}
+
+/// Whether a line touches a box.
+bool LineMeetsBox(ScopePoint from, ScopePoint to, const PixelBox& box) noexcept;
+
+struct BlockSize {
+    std::int32_t Width = 0;
+    std::int32_t Height = 0;
+    [[nodiscard]] bool Empty() const noexcept { return Width <= 0 || Height <= 0; }
+};
+
+/// The directions of a key pad without its middle, those next to 9 first, which is the usual place.
+std::span<const std::int32_t> LeaderDirections() noexcept;
+/// How many eighths of a turn two directions lie apart, 0 .. 4.
+std::int32_t StepsApart(std::int32_t direction1, std::int32_t direction2) noexcept;
+/// The direction in which a place lies from a target; 9 for the target's own place.
+std::int32_t DirectionOf(ScopePoint target, ScopePoint place) noexcept;
+/// Where a leader ends. Diagonal ones are as long as the others, rounded to pixels: 30 is 21 across and 21 up.
+ScopePoint LeaderEnd(ScopePoint target, std::int32_t direction, std::int32_t lengthPx) noexcept;
+/// The box of a block at the end of a leader: the corner or the middle of the side that looks at the target is there.
+PixelBox BoxAtLeader(ScopePoint leaderEnd, std::int32_t direction, BlockSize size) noexcept;
+/// The point of a box nearest to a target: where the leader of a dragged block ends.
+ScopePoint NearestPoint(const PixelBox& box, ScopePoint target) noexcept;
+} // namespace corvane
