@@ -1,6 +1,7 @@
 #pragma once
 
-#include "radar/TargetArrangement.h"
+#include "radar/TargetMarks.h"
+#include "radar/TargetSources.h"
 
 #include <cstddef>
 #include <optional>

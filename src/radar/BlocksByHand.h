@@ -1,6 +1,6 @@
 #pragma once
 
-#include "radar/blocks/BlockPlacer.h"
+#include "radar/BlockPlacer.h"
 #include "tracks/Track.h"
 
 #include <algorithm>

@@ -142,6 +142,24 @@ PanelAnswer PanelTick(const MapScene& scene, const Pilots& pilots, const Pointer
     return answer;
 }
 
+PixelBox PanelBox(const PointerState& pointer, const ScopeView& view, const Surface& metrics)
+{
+    constexpr std::int32_t MarginPx = 4;
+    if (pointer.PanelText.empty())
+        return {};
+    BlockSize size{0, 2 * MarginPx};
+    for (std::string_view rest = pointer.PanelText; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find("\r\n"));
+        size.Width = std::max(size.Width, metrics.TextWidth(line) + 2 * MarginPx);
+        size.Height += metrics.TextHeight();
+        rest.remove_prefix(std::min(rest.size(), line.size() + 2));
+    }
+    const ScopePoint at = PixelAtDegrees(view, pointer.PointerPositionRaw.Lon, pointer.PointerPositionRaw.Lat);
+    const std::int32_t left = std::clamp(at.X, 0, std::max(view.ScopeWidthPx - size.Width, 0));
+    const std::int32_t top = std::clamp(at.Y, 0, std::max(view.ScopeHeightPx - size.Height, 0));
+    return {left, top, left + size.Width, top + size.Height};
+}
+
 void ShowPanel(PointerState& pointer, PanelAnswer&& answer) noexcept
 {
     if (answer.SelectedAirspace)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Geodesy.h"
+#include "radar/BlockGeometry.h"
 #include "radar/MapScene.h"
 #include "radar/Pilots.h"
 #include "radar/PointerReadout.h"
@@ -18,6 +19,9 @@ struct PanelAnswer {
 /// navaid and 7 for all else. Where several are, the last one counts in the order airspaces, NDBs, VORs, pilots, then
 /// airport by airport its gates, runway ends and ILS. Nothing while measuring or while the panel shows.
 PanelAnswer PanelTick(const MapScene& scene, const Pilots& pilots, const PointerState& pointer);
+
+/// The panel's box where its text is drawn in the scope's typeface, inside the scope; empty while it is hidden.
+PixelBox PanelBox(const PointerState& pointer, const ScopeView& view, const Surface& metrics);
 
 /// Keeps a tick's answer: caption and selected airspace. An empty text leaves the panel hidden, so that the next tick
 /// looks again. The panel's top-left corner belongs at PointerPositionRaw.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "radar/blocks/BlockPlacer.h"
-#include "radar/blocks/BlockText.h"
+#include "radar/BlockPlacer.h"
+#include "radar/BlockText.h"
 #include "tracks/Track.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "radar/blocks/BlockText.h"
+#include "radar/BlockText.h"
 
 #include "core/NumberText.h"
 #include "core/Rounding.h"

@@ -1,4 +1,4 @@
-#include "radar/blocks/BlockGeometry.h"
+#include "radar/BlockGeometry.h"
 
 #include "core/Geodesy.h"
 #include "core/Rounding.h"

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "radar/BlockGeometry.h"
 #include "radar/DisplayOptions.h"
 #include "radar/Surface.h"
-#include "radar/blocks/BlockGeometry.h"
 #include "session/PlayerTable.h"
 #include "tracks/Track.h"
 

@@ -1,4 +1,4 @@
-#include "radar/blocks/BlockPlacer.h"
+#include "radar/BlockPlacer.h"
 
 #include <array>
 #include <limits>

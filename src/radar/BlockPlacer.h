@@ -1,6 +1,6 @@
 #pragma once
 
-#include "radar/blocks/BlockGeometry.h"
+#include "radar/BlockGeometry.h"
 
 #include <cstddef>
 #include <cstdint>
