@@ -1,67 +1,27 @@
+#include "cli/AlertJson.h"
 #include "cli/AreaOptions.h"
 #include "cli/Commands.h"
+#include "cli/DisplayArguments.h"
 #include "cli/HistoryFile.h"
-#include "cli/RecordJson.h"
-#include "radar/DisplayOptions.h"
 #include "radar/MinimumAltitude.h"
 
 #include <memory>
 #include <ostream>
 #include <string>
-#include <vector>
 
 namespace corvane {
 namespace {
 struct AlertsOptions {
     AreaOptions Area;
     std::string History;
-    std::vector<std::string> Set;
+    DisplayArguments Display;
 };
 } // namespace
 
-static Json EventJson(const AlertEvent& event)
-{
-    const Alert& alert = event.What;
-    Json object = {{"time", event.Time}, {"event", event.Begins ? "begin" : "end"}};
-    if (alert.Kind == AlertKind::LowAltitude) {
-        object["kind"] = "low-altitude";
-        object["Player"] = alert.FirstId;
-        object["AltitudeFt"] = alert.AltitudeFt;
-        object["MinimumAltitudeFt"] = alert.MinimumAltitudeFt;
-        return object;
-    }
-    object["kind"] = "conflict";
-    object["Players"] = Json::array({alert.FirstId, alert.SecondId});
-    object["violated"] = alert.Violated;
-    object["SecondsToClosest"] = alert.SecondsToClosest;
-    object["ClosestNm"] = alert.ClosestNm;
-    object["ClosestFt"] = alert.ClosestFt;
-    return object;
-}
-
-/// The modern display's options with what the command line changes.
-static Result<DisplayOptions> OptionsOf(const AlertsOptions& options)
-{
-    DisplayOptions display = ModernDisplay(options.Area.Sector.empty() ? ControlMode::Airport : ControlMode::Sector);
-    for (const std::string& assignment : options.Set)
-        if (const Result<void> set = SetDisplayOption(display, assignment); !set)
-            return set.error();
-    return display;
-}
-
-static CLI::Validator DisplayAssignment()
-{
-    return {[](std::string& assignment) {
-                DisplayOptions display;
-                const Result<void> set = SetDisplayOption(display, assignment);
-                return set ? std::string() : set.error().Text();
-            },
-            "NAME=VALUE"};
-}
-
 static Result<void> RunAlerts(const AlertsOptions& options, const Console& console)
 {
-    const Result<DisplayOptions> display = OptionsOf(options);
+    const ControlMode mode = options.Area.Sector.empty() ? ControlMode::Airport : ControlMode::Sector;
+    const Result<DisplayOptions> display = DisplayOptionsOf(options.Display, mode, "modern");
     if (!display)
         return display.error();
     AreaModel area;
@@ -84,7 +44,7 @@ static Result<void> RunAlerts(const AlertsOptions& options, const Console& conso
             member.MinimumAltitudeFt = altitudes.For(area, member, slot);
         };
     HistoryPlay play(
-        monitor, [&](const AlertEvent& event) { console.Out << EventJson(event).dump() << '\n'; }, update);
+        monitor, [&](const AlertEvent& event) { console.Out << ToJson(event).dump() << '\n'; }, update);
     if (const Result<void> read =
             ReadHistoryFile(options.History, [&](HistoryLine line) { play.Play(std::move(line)); });
         !read)
@@ -102,8 +62,7 @@ void AddAlertsCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->type_name("FILE")
         ->required();
     AddOptionalAreaOptions(*command, options->Area);
-    command->add_option("--set", options->Set, "Changes a value of the modern display: ConflictNm=5")
-        ->check(DisplayAssignment());
+    AddSetOption(*command, options->Display);
     command->callback(
         [options, &console, &work] { work = [options, &console] { return RunAlerts(*options, console); }; });
 }

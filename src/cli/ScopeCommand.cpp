@@ -1,19 +1,19 @@
 #include "cli/AreaOptions.h"
 #include "cli/Commands.h"
 #include "cli/NumberList.h"
-#include "cli/RecordJson.h"
+#include "cli/ScopeDisplay.h"
+#include "cli/ScopeJson.h"
 #include "cli/ScopePng.h"
 #include "core/File.h"
 #include "core/Rounding.h"
 #include "radar/AirspaceLayer.h"
+#include "radar/ColourSchemes.h"
 #include "radar/InformationPanel.h"
 #include "radar/MapLayers.h"
 #include "radar/PlayerTargets.h"
 #include "radar/PointerReadout.h"
-#include "radar/RecordingSurface.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <ostream>
 
@@ -30,6 +30,7 @@ struct ScopeOptions {
     std::string Measure;
     std::string Png;
     bool Primitives = false;
+    ScopeDisplayArguments Display;
 };
 
 /// Everything that one picture of the scope is made from.
@@ -42,10 +43,11 @@ struct ScopePicture {
     std::string OwnName;
     PointerState Pointer;
 
-    [[nodiscard]] MapScene Scene() const { return {Area, *Variation, View, Flags}; }
-    [[nodiscard]] Pilots Members() { return {Players, OwnId, OwnName}; }
+    DisplayOptions Display;
+    DisplayedScene Displayed; ///< empty in the classic display
 
-    static constexpr std::int32_t OwnId = 1; ///< the id by which a players file names the controller's own entry
+    [[nodiscard]] MapScene Scene() const { return {Area, *Variation, View, Flags}; }
+    [[nodiscard]] Pilots Members() { return {Players, ScopeOwnId, OwnName}; }
 };
 } // namespace
 
@@ -73,15 +75,6 @@ static CLI::Validator FlagName()
             "NAME"};
 }
 
-/// The controller's own entry has OwnId; without one no name is the controller's.
-static std::string OwnNameAmong(const std::vector<PlayerRecord>& players)
-{
-    constexpr std::string_view Nobody("\0", 1); // no member can bear it
-    const auto own = std::find_if(players.begin(), players.end(),
-                                  [](const PlayerRecord& p) { return p.PlayerId == ScopePicture::OwnId; });
-    return own == players.end() ? std::string(Nobody) : own->Name;
-}
-
 static Result<std::vector<PlayerRecord>> ReadPlayers(const std::string& fileName)
 {
     if (fileName.empty())
@@ -103,6 +96,23 @@ static ScopeView ViewOf(const ScopeOptions& options, const AreaModel& area)
     return view;
 }
 
+/// Takes over the display, and plays what came before the picture.
+static Result<void> SetUpDisplay(const ScopeOptions& options, ScopePicture& picture)
+{
+    const auto display = DisplayOptionsOf(options.Display.Display, picture.Area.AreaMode, "classic");
+    if (!display)
+        return display.error();
+    picture.Display = *display;
+    if (display->TrueProportions)
+        picture.View = WithTrueProportions(picture.View);
+    auto displayed =
+        PlayScene(options.Display, picture.Scene(), picture.Display, !options.Players.empty(), picture.Players);
+    if (!displayed)
+        return displayed.error();
+    picture.Displayed = *std::move(displayed);
+    return {};
+}
+
 static Result<ScopePicture> MakePicture(const ScopeOptions& options, std::ostream& notices)
 {
     ScopePicture picture;
@@ -118,77 +128,14 @@ static Result<ScopePicture> MakePicture(const ScopeOptions& options, std::ostrea
     if (!players)
         return players.error();
     picture.Players = std::move(*players);
-    picture.OwnName = OwnNameAmong(picture.Players);
     for (const DisplayFlagName& flag : DisplayFlagNames)
         if (std::find(options.Hide.begin(), options.Hide.end(), flag.Name) != options.Hide.end())
             picture.Flags.*flag.Flag = false;
     picture.View = ViewOf(options, picture.Area);
+    if (const Result<void> set = SetUpDisplay(options, picture); !set)
+        return set.error();
+    picture.OwnName = OwnNameAmong(picture.Players);
     return picture;
-}
-
-static Json ColorJson(Color color)
-{
-    return Json::array({color.R, color.G, color.B});
-}
-
-static Json PenJson(const DrawState& state)
-{
-    constexpr std::array<const char*, 3> Styles = {"solid", "dash", "dot"};
-    return Json::array({state.PenColor.R, state.PenColor.G, state.PenColor.B, state.PenWidth,
-                        Styles.at(static_cast<std::size_t>(state.Style))});
-}
-
-static Json OperationJson(const RecordingSurface& recorder, const ScopeOperation& operation)
-{
-    const auto& [p1, p2, p3, p4] = operation.Points;
-    switch (operation.Type) {
-    case ScopeOperation::Primitive::Line:
-        return {{"op", "line"}, {"x1", p1.X}, {"y1", p1.Y},
-                {"x2", p2.X},   {"y2", p2.Y}, {"pen", PenJson(operation.State)}};
-    case ScopeOperation::Primitive::Ellipse:
-        return {{"op", "ellipse"},
-                {"x1", p1.X},
-                {"y1", p1.Y},
-                {"x2", p2.X},
-                {"y2", p2.Y},
-                {"pen", PenJson(operation.State)},
-                {"fill", operation.State.FillSolid ? ColorJson(operation.State.FillColor) : Json(nullptr)}};
-    case ScopeOperation::Primitive::Arc:
-        return {{"op", "arc"}, {"x1", p1.X}, {"y1", p1.Y}, {"x2", p2.X}, {"y2", p2.Y},
-                {"xs", p3.X},  {"ys", p3.Y}, {"xe", p4.X}, {"ye", p4.Y}, {"pen", PenJson(operation.State)}};
-    case ScopeOperation::Primitive::Pixel:
-        return {{"op", "pixel"}, {"x", p1.X}, {"y", p1.Y}, {"color", ColorJson(operation.Ink)}};
-    case ScopeOperation::Primitive::Text: break;
-    }
-    return {{"op", "text"},
-            {"x", p1.X},
-            {"y", p1.Y},
-            {"text", TextJson(recorder.TextOf(operation))},
-            {"color", ColorJson(operation.Ink)}};
-}
-
-static Json OperationsJson(const RecordingSurface& recorder)
-{
-    Json operations = Json::array();
-    for (const ScopeOperation& operation : recorder.Operations())
-        operations.push_back(OperationJson(recorder, operation));
-    return operations;
-}
-
-static Json ViewJson(const ScopeView& view)
-{
-    return {{"ViewWest", view.ViewWest},      {"ViewNorth", view.ViewNorth},   {"ViewEast", view.ViewEast},
-            {"ViewSouth", view.ViewSouth},    {"SavedWest", view.SavedWest},   {"SavedNorth", view.SavedNorth},
-            {"SavedEast", view.SavedEast},    {"SavedSouth", view.SavedSouth}, {"ZoomLevel", view.ZoomLevel},
-            {"OutlineStep", view.OutlineStep}};
-}
-
-static Json PositionJson(const PositionRecord& position)
-{
-    return {{"Name", TextJson(position.Name)},
-            {"Kind", TextJson(position.Kind)},
-            {"Lat", position.Lat},
-            {"Lon", position.Lon}};
 }
 
 /// Puts pointer and measuring line where the command line wants them, as the pointer's events would.
@@ -213,13 +160,51 @@ static void MovePointerAsAsked(const ScopeOptions& options, ScopePicture& pictur
     }
 }
 
+/// A panel that the pointer has brought up is in the blocks' way.
+static void MakeRoomForPanel(ScopePicture& picture)
+{
+    if (!picture.Displayed.Targets || picture.Pointer.PanelText.empty())
+        return;
+    const RecordingSurface metrics;
+    const MapScene scene = picture.Scene();
+    const TargetFocus focus{std::nullopt, PanelBox(picture.Pointer, picture.View, metrics)};
+    picture.Displayed.Targets->Rearrange(
+        {scene, picture.Members(), picture.Display, focus, metrics, picture.Displayed.Now});
+}
+
+static void DrawPictureTargets(Surface& surface, ScopePicture& picture, TargetMemory& memory)
+{
+    if (picture.Displayed.Targets)
+        picture.Displayed.Targets->Draw(surface, picture.Display.Colours);
+    else
+        DrawTargets(surface, picture.Scene(), picture.Members(), picture.Pointer.MeasureActive, memory);
+}
+
 /// What lies over the map: the highlight, the targets and the measuring line.
 static void DrawOverMap(Surface& surface, ScopePicture& picture, TargetMemory& memory)
 {
+    const bool classic = picture.Display.Colours == ColourScheme::Classic;
+    ColouredSurface coloured(surface, picture.Display.Colours);
+    Surface& mapColours = classic ? surface : coloured;
     if (AirspacesShown(picture.Scene()))
-        DrawAirspaceHighlight(surface, picture.Scene(), picture.Pointer.SelectedAirspace);
-    DrawTargets(surface, picture.Scene(), picture.Members(), picture.Pointer.MeasureActive, memory);
-    DrawMeasurement(surface, picture.View, *picture.Variation, picture.Pointer);
+        DrawAirspaceHighlight(mapColours, picture.Scene(), picture.Pointer.SelectedAirspace);
+    DrawPictureTargets(surface, picture, memory);
+    DrawMeasurement(mapColours, picture.View, *picture.Variation, picture.Pointer);
+}
+
+static void DrawMap(Surface& surface, const ScopePicture& picture)
+{
+    ColouredSurface coloured(surface, picture.Display.Colours);
+    DrawMapLayers(picture.Display.Colours == ColourScheme::Classic ? surface : coloured, picture.Scene());
+}
+
+/// Only a display that was asked for adds to what is printed.
+static void AddDisplayMembers(Json& object, const ScopeOptions& options, const ScopePicture& picture)
+{
+    if (options.Display.Display.Display.empty() || !picture.Displayed.Targets)
+        return;
+    object["Labels"] = LabelsJson(picture.Displayed.Targets->Marks());
+    object["Alerts"] = AlertsJson(picture.Displayed.Targets->Monitor());
 }
 
 static void AddPanel(Json& object, const ScopeOptions& options, const PointerState& pointer)
@@ -233,11 +218,12 @@ static void AddPanel(Json& object, const ScopeOptions& options, const PointerSta
 static Json Primitives(const ScopeOptions& options, ScopePicture& picture, TargetMemory& memory)
 {
     RecordingSurface map;
-    DrawMapLayers(map, picture.Scene());
+    DrawMap(map, picture);
     RecordingSurface over;
     DrawOverMap(over, picture, memory);
     Json object = {{"View", ViewJson(picture.View)}, {"Map", OperationsJson(map)}, {"Targets", OperationsJson(over)}};
     AddPanel(object, options, picture.Pointer);
+    AddDisplayMembers(object, options, picture);
     return object;
 }
 
@@ -249,6 +235,7 @@ static Result<void> RunScope(const ScopeOptions& options, const Console& console
     ScopePicture& picture = *made;
     TargetMemory memory;
     MovePointerAsAsked(options, picture, memory.Altitudes);
+    MakeRoomForPanel(picture);
     Json answer;
     if (options.Primitives)
         answer = Primitives(options, picture, memory);
@@ -256,7 +243,8 @@ static Result<void> RunScope(const ScopeOptions& options, const Console& console
         AddPanel(answer, options, picture.Pointer);
     if (!options.Png.empty()) {
         const auto drawOver = [&](Surface& surface) { DrawOverMap(surface, picture, memory); };
-        if (const Result<void> written = WriteScopePng(options.Png, picture.Scene(), drawOver); !written)
+        if (const Result<void> written = WriteScopePng(options.Png, picture.Scene(), picture.Display.Colours, drawOver);
+            !written)
             return written.error();
     }
     if (!answer.is_null())
@@ -285,6 +273,7 @@ void AddScopeCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->check(Numbers(',', 2, "X,Y"));
     command->add_option("--measure", options->Measure, "The ends of a measuring line")
         ->check(Numbers(',', 4, "LAT,LON,LAT,LON"));
+    AddScopeDisplayOptions(*command, options->Display);
     auto* const output = command->add_option_group("output", "What to make: one of these");
     output->add_option("--png", options->Png, "Writes the picture")->type_name("FILE");
     output->add_flag("--primitives", options->Primitives, "Prints the drawing operations");

@@ -12,7 +12,7 @@
 #include <string>
 
 namespace corvane {
-Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& scene,
+Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& scene, ColourScheme colours,
                            const std::function<void(Surface&)>& drawOver)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen"); // fonts need a running application, not a display
@@ -23,7 +23,7 @@ Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& sc
 
     const ScopeFont font = MakeScopeFont(ScopeQFont());
     ScopePainter painter(font);
-    painter.DrawMap(scene);
+    painter.DrawMap(scene, colours);
     drawOver(painter.Scope());
 
     QByteArray png;
