@@ -100,6 +100,14 @@ TrackState TrackTable::StateOf(const Track& track, double now) const
     return state;
 }
 
+std::size_t TrackTable::ReportsHeld() const noexcept
+{
+    std::size_t count = 0;
+    for (const auto& [member, track] : m_tracks)
+        count += 1 + track.Recent.size() + track.Dots.size();
+    return count;
+}
+
 std::vector<LatLon> TrackTable::HistoryDots(const MemberKey& member) const
 {
     std::vector<LatLon> dots;

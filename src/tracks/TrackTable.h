@@ -33,6 +33,8 @@ public:
     /// Past positions, the latest first: at most HistoryDots, HistorySeconds or more apart, without the last report's.
     [[nodiscard]] std::vector<LatLon> HistoryDots(const MemberKey& member) const;
     [[nodiscard]] std::size_t size() const noexcept { return m_tracks.size(); }
+    /// How many reports and dots are kept of all members.
+    [[nodiscard]] std::size_t ReportsHeld() const noexcept;
 
 private:
     struct Dot {
