@@ -4,7 +4,6 @@
 #include <cmath>
 
 namespace corvane {
-static constexpr double SecondsPerHour = 3600;
 static constexpr double SecondsPerMinute = 60;
 
 Mover MakeMover(const LatLon& position, double course, double speedKt, double altitudeFt, double climbFtPerMin) noexcept

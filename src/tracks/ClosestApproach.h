@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tracks/PairPlane.h"
+#include "tracks/Track.h"
 #include "tracks/TrackOptions.h"
 
 #include <optional>

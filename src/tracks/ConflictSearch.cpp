@@ -12,13 +12,13 @@ static constexpr double SlackDegrees = 1e-6;
 /// The way from now to the end of what is looked ahead, as degrees of latitude.
 static double NorthReachDegrees(const Mover& mover, const AlertOptions& options) noexcept
 {
-    return mover.NorthKt * options.ConflictSeconds / (3600 * PlaneNmPerDegree);
+    return mover.NorthKt * options.ConflictSeconds / (SecondsPerHour * PlaneNmPerDegree);
 }
 
 /// The same of longitude, where cosLat shortens it.
 static double EastReachDegrees(const Mover& mover, const AlertOptions& options, double cosLat) noexcept
 {
-    return mover.EastKt * options.ConflictSeconds / (3600 * PlaneNmPerDegree * cosLat);
+    return mover.EastKt * options.ConflictSeconds / (SecondsPerHour * PlaneNmPerDegree * cosLat);
 }
 
 void ConflictSearch::MakeBoxes(std::span<const Mover> movers, const AlertOptions& options)

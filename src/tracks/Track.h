@@ -29,6 +29,8 @@ struct TrackReport {
 
 enum class TrackTrend : std::int8_t { Descending = -1, Level = 0, Climbing = 1 };
 
+inline constexpr double SecondsPerHour = 3600;
+
 /// Course and climb are those of the reports of the last so many seconds.
 inline constexpr double CourseSeconds = 10;
 

@@ -13,7 +13,6 @@ static constexpr double LeastSpacingSeconds = 0.1;
 
 LatLon PositionAhead(const TrackState& track, double seconds) noexcept
 {
-    constexpr double SecondsPerHour = 3600;
     return Along(track.Last.Position, track.Course, track.Last.GroundSpeedKt * seconds / SecondsPerHour);
 }
 
