@@ -133,6 +133,42 @@ TEST_F(WorldCommands, AreaCollectsWhatLiesAround)
     EXPECT_THAT(unknown.Notices, testing::HasSubstr("KSEA - Elsewhere"));
 }
 
+TEST_F(WorldCommands, AlertsKnowTheAreasAirportsAndTerrain)
+{
+    const json area = json::parse(RunCli({"area", "--app-folder", Folder(), "--airport", ListEntry("KSEA")}).Out);
+    const double lat = area["AreaCenterLat"];
+    const double lon = area["AreaCenterLon"];
+    const auto pilot = [&](int id, double northNm, int altitudeFt) {
+        return json{{"Name", "N" + std::to_string(id)},
+                    {"PlayerId", id},
+                    {"Role", "player"},
+                    {"Latitude", lat + northNm / 60},
+                    {"Longitude", lon},
+                    {"AltitudeFt", altitudeFt},
+                    {"MagHeading", 90},
+                    {"GroundSpeedKt", 120},
+                    {"FlightRules", 1},
+                    {"DestinationIcao", "ksea"},
+                    {"MinimumAltitudeFt", 1},
+                    {"CruiseAltitude", 9000}};
+    };
+    std::string history; // two in the pattern, one low 20 miles out
+    for (int second = 0; second < 3; ++second)
+        history +=
+            json{{"Time", second}, {"Players", {pilot(2, 0, 900), pilot(3, 1, 900), pilot(4, 20, 600)}}}.dump() + '\n';
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("history.jsonl", history).string();
+    const std::vector<json> alone = JsonLines(RunCli({"alerts", "--history", file}).Out);
+    ASSERT_EQ(alone.size(), 1U);
+    EXPECT_EQ(alone[0]["kind"], "conflict");
+    const std::vector<json> overSeattle =
+        JsonLines(RunCli({"alerts", "--history", file, "--app-folder", Folder(), "--airport", ListEntry("KSEA")}).Out);
+    ASSERT_EQ(overSeattle.size(), 1U);
+    EXPECT_EQ(overSeattle[0]["kind"], "low-altitude");
+    EXPECT_EQ(overSeattle[0]["Player"], 4);
+    EXPECT_GE(overSeattle[0]["MinimumAltitudeFt"], 2000);
+}
+
 TEST_F(WorldCommands, SectorIsNamedAndBounded)
 {
     const json area = json::parse(RunCli({"area", "--app-folder", Folder(), "--sector", "PANAMA FIR"}).Out);
