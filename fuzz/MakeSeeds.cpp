@@ -39,6 +39,20 @@ static Bytes RecordingSeed()
     return Bytes{0, 1, 7, 2, 'N', '1', 9, 4, 7, static_cast<std::uint8_t>(line.size())} + line + Bytes{9, 3, 7, 0};
 }
 
+/// Two that lose their separation, one of them below its minimum altitude.
+static Bytes HistorySeed()
+{
+    std::string text;
+    for (const char* time : {"0", "1", "2.5"})
+        text += std::string(R"({"Time":)") + time +
+                R"(,"Players":[{"Name":"A","PlayerId":2,"Role":"player","AltitudeFt":5000,"MagHeading":90,)"
+                R"("GroundSpeedKt":300,"FlightRules":1,"MinimumAltitudeFt":6000},)"
+                R"({"Name":"B","PlayerId":3,"Role":"player","Longitude":0.1,"AltitudeFt":5000,"MagHeading":270,)"
+                R"("GroundSpeedKt":300}]})"
+                "\n";
+    return BytesOf(text);
+}
+
 /// Writes the seeds of the scenery and database targets below the folder given: fuzz/corpus in the source tree.
 int main(int argc, char** argv)
 {
@@ -62,6 +76,7 @@ int main(int argc, char** argv)
         WriteSeed(corpus / "FuzzDatabase/airspaces", DatabaseSeed(2, records.Airspaces)) &&
         WriteSeed(corpus / "FuzzSettings/settings", EncodeSettings({.FsPath = "C:\\fs2002", .AirportCount = 5})) &&
         WriteSeed(corpus / "FuzzMagdec/short", MagdecSeed()) &&
+        WriteSeed(corpus / "FuzzHistory/meeting", HistorySeed()) &&
         WriteSeed(corpus / "FuzzRecording/whole", test::FileOf(test::SampleRecords())) &&
         WriteSeed(corpus / "FuzzRecording/records", RecordingSeed());
     return written ? 0 : 1;
