@@ -74,6 +74,20 @@ private:
 };
 } // namespace
 
+/// The library's own names of errors are single words.
+static std::string Words(httplib::Error error, const FetchLimits& limits)
+{
+    if (Clock::now() >= limits.Deadline)
+        return "the server takes too long";
+    switch (error) {
+    case httplib::Error::Connection:
+    case httplib::Error::ConnectionTimeout: return "the server cannot be reached";
+    case httplib::Error::Canceled: return "the page is too large";
+    case httplib::Error::Read: return "the server's answer cannot be read";
+    default: return to_string(error);
+    }
+}
+
 Result<std::string> FetchWebPage(const WebPage& page, std::size_t mostBytes, const std::atomic<bool>& stop)
 {
     constexpr std::chrono::seconds Longest(10);
@@ -90,7 +104,7 @@ Result<std::string> FetchWebPage(const WebPage& page, std::size_t mostBytes, con
         return true;
     });
     if (!answer)
-        return Fail(name, Clock::now() >= limits.Deadline ? "takes too long" : to_string(answer.error()));
+        return Fail(name, Words(answer.error(), limits));
     if (answer->status != Okay)
         return Fail(name, "the server answers with status " + std::to_string(answer->status));
     return content;
