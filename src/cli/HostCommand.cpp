@@ -5,6 +5,7 @@
 #include "cli/EventLines.h"
 #include "cli/NetworkOptions.h"
 #include "cli/NumberList.h"
+#include "cli/TrafficEventLines.h"
 #include "cli/TrafficOptions.h"
 #include "core/Settings.h"
 #include "core/Text.h"
@@ -12,6 +13,7 @@
 #include "net/DirectPlayPeer.h"
 #include "practice/PracticeSession.h"
 #include "recording/ReplaySession.h"
+#include "traffic/TrafficSession.h"
 
 #include <functional>
 #include <ostream>
@@ -26,11 +28,11 @@ struct HostOptions {
     std::string Password;
     std::optional<std::int32_t> MaxPlayers;
     int Pilots = 5;
-    std::string Around = "47.449,-122.309";
     std::uint64_t Seed = 1;
     std::optional<double> ForS;
     bool NoMigrate = false;
-    std::string Replay; ///< the recording whose members appear instead of simulated pilots
+    TrafficOptions Traffic; ///< instead of simulated pilots; its place is theirs too
+    std::string Replay;     ///< the recording whose members appear instead of simulated pilots
     int Speed = 1;
 };
 
@@ -41,13 +43,14 @@ struct Hosted {
     std::function<void()> End;
 };
 /// Makes a session with the factory's peers; the clock goes on with the run.
-using MakeHosted = std::function<Result<Hosted>(SessionPeerFactory& factory, const MillisecondClock& now)>;
+using MakeHosted =
+    std::function<Result<Hosted>(SessionPeerFactory& factory, SessionEvents& events, const MillisecondClock& now)>;
 } // namespace
 
 /// The airports and navaids around a place; without a database there are none, and the pilots fly from place to place.
 static Result<PracticeScene> LoadScene(const HostOptions& options)
 {
-    const auto place = *ParseNumbers(options.Around, ',', 2);
+    const auto place = *ParseNumbers(options.Traffic.Around, ',', 2);
     const LatLon center{place[0], place[1]};
     const auto settingsFile = options.Folders.AppFile(SettingsFileName);
     if (std::error_code ignored; !std::filesystem::exists(settingsFile, ignored))
@@ -101,7 +104,9 @@ static Result<void> Run(const Hosted& hosted, HostWatch& watch, const EndOfRun& 
 }
 
 /// Hosts a session to the end of the run, and prints what happens there.
-static Result<void> Serve(const HostOptions& options, const Console& console, const MakeHosted& make)
+/// details  of members that come from outside
+static Result<void> Serve(const HostOptions& options, const Console& console, const TrafficDetailsTable& details,
+                          const MakeHosted& make)
 {
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
@@ -109,12 +114,13 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
     const EndOfRun end(options.ForS);
     DirectPlayProvider provider(options.Network);
     provider.Options.MustBeFound = true;
-    EventLines events(console.Out, end);
+    EventLines lines(console.Out, end);
+    TrafficEventLines events(lines, details, **grid);
     HostWatch watch(provider, **grid, events);
-    const auto hosted = make(watch, [&end] { return end.ElapsedMs(); });
+    const auto hosted = make(watch, events, [&end] { return end.ElapsedMs(); });
     if (!hosted)
         return Fail("host", hosted.error().Text());
-    events.Listening(options.Network.BindAddress, options.Network.EnumerationPort);
+    lines.Listening(options.Network.BindAddress, options.Network.EnumerationPort);
     watch.Begin(hosted->Host, end.ElapsedMs());
     const Result<void> ran = Run(*hosted, watch, end);
     hosted->End();
@@ -130,19 +136,21 @@ static Result<void> HostPractice(const HostOptions& options, const Console& cons
     auto scene = LoadScene(options);
     if (!scene)
         return scene.error();
-    return Serve(options, console, [&](SessionPeerFactory& factory, const MillisecondClock& now) -> Result<Hosted> {
-        auto created = PracticeSession::Create(factory, *std::move(scene), **grid, ToPracticeOptions(options));
-        if (!created)
-            return created.error();
-        const std::shared_ptr<PracticeSession> session = *std::move(created);
-        const PracticeMember& host = *session->Host();
-        return Hosted{{host.SharePeer(), host.Id(), host.Name(), host.IsPilot(), session->Entry()},
-                      [session, now]() -> Result<void> {
-                          session->Advance(static_cast<double>(now()) / 1000);
-                          return {};
-                      },
-                      [session] { session->End(); }};
-    });
+    return Serve(
+        options, console, {},
+        [&](SessionPeerFactory& factory, SessionEvents& /*events*/, const MillisecondClock& now) -> Result<Hosted> {
+            auto created = PracticeSession::Create(factory, *std::move(scene), **grid, ToPracticeOptions(options));
+            if (!created)
+                return created.error();
+            const std::shared_ptr<PracticeSession> session = *std::move(created);
+            const PracticeMember& host = *session->Host();
+            return Hosted{{host.SharePeer(), host.Id(), host.Name(), host.IsPilot(), session->Entry()},
+                          [session, now]() -> Result<void> {
+                              session->Advance(static_cast<double>(now()) / 1000);
+                              return {};
+                          },
+                          [session] { session->End(); }};
+        });
 }
 
 static Result<void> HostRecording(const HostOptions& options, const Console& console)
@@ -153,37 +161,81 @@ static Result<void> HostRecording(const HostOptions& options, const Console& con
     if (read->LeftOut)
         console.Notices << "corvane-cli: " << read->LeftOut->Text() << '\n';
     const auto recording = std::make_shared<const Recording>(*std::move(read));
-    return Serve(options, console, [&](SessionPeerFactory& factory, const MillisecondClock& now) -> Result<Hosted> {
-        const auto clock = std::make_shared<PlaybackClock>(now);
-        clock->SetSpeed(options.Speed);
-        auto created = ReplaySession::Create(factory, recording, *clock,
-                                             {.SessionName = Utf8ToWindows1252(options.Name),
-                                              .Password = Utf8ToWindows1252(options.Password),
-                                              .MaxPlayers = options.MaxPlayers.value_or(0),
-                                              .MigrateHost = !options.NoMigrate});
-        if (!created)
-            return created.error();
-        const std::shared_ptr<ReplaySession> session = *std::move(created);
-        return Hosted{{session->Peer(), session->HostId(), session->HostName(), true, session->Entry()},
-                      [session, clock] { return session->Advance(); },
-                      [session] { session->End(); }};
-    });
+    return Serve(
+        options, console, {},
+        [&](SessionPeerFactory& factory, SessionEvents& /*events*/, const MillisecondClock& now) -> Result<Hosted> {
+            const auto clock = std::make_shared<PlaybackClock>(now);
+            clock->SetSpeed(options.Speed);
+            auto created = ReplaySession::Create(factory, recording, *clock,
+                                                 {.SessionName = Utf8ToWindows1252(options.Name),
+                                                  .Password = Utf8ToWindows1252(options.Password),
+                                                  .MaxPlayers = options.MaxPlayers.value_or(0),
+                                                  .MigrateHost = !options.NoMigrate});
+            if (!created)
+                return created.error();
+            const std::shared_ptr<ReplaySession> session = *std::move(created);
+            return Hosted{{session->Peer(), session->HostId(), session->HostName(), true, session->Entry()},
+                          [session, clock] { return session->Advance(); },
+                          [session] { session->End(); }};
+        });
+}
+
+/// A place is kept for one more member, and one is the host's own.
+static constexpr std::int32_t PlacesForOthers = 2;
+
+static TrafficSessionOptions ToTrafficOptions(const HostOptions& options, SessionEvents& events)
+{
+    TrafficSessionOptions traffic;
+    traffic.SessionName = Utf8ToWindows1252(options.Name);
+    traffic.Password = Utf8ToWindows1252(options.Password);
+    traffic.HostName = options.Traffic.Callsign.empty() ? "Host" : options.Traffic.Callsign;
+    traffic.MaxPlayers = options.MaxPlayers.value_or(DefaultMaxPlayers);
+    traffic.MigrateHost = !options.NoMigrate;
+    traffic.HostIsMember = true;
+    traffic.ShowMembers = true;
+    traffic.OnNotice = [&events](std::string_view text) { events.Notice(MessageIcon::Information, text); };
+    return traffic;
+}
+
+static Result<void> HostTraffic(const HostOptions& options, const Console& console)
+{
+    TrafficOptions wanted = options.Traffic;
+    const std::int32_t places = options.MaxPlayers.value_or(DefaultMaxPlayers) - PlacesForOthers;
+    wanted.Most = std::min(wanted.Most, static_cast<std::size_t>(std::max(places, 0)));
+    auto opened = OpenTraffic(wanted, options.Folders, console.Notices);
+    if (!opened)
+        return Fail("host", opened.error().Text());
+    TrafficDetailsTable details;
+    return Serve(
+        options, console, details,
+        [&](SessionPeerFactory& factory, SessionEvents& events, const MillisecondClock& now) -> Result<Hosted> {
+            auto created = TrafficSession::Create(factory, *opened->Feed, details, ToTrafficOptions(options, events));
+            if (!created)
+                return created.error();
+            const std::shared_ptr<TrafficSession> session = *std::move(created);
+            return Hosted{{session->Peer(), session->HostId(), session->HostName(), false, session->Entry()},
+                          [session, now] { return session->Advance(now()); },
+                          [session] { session->End(); }};
+        });
 }
 
 void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
 {
     constexpr int MostMembers = 1000;
-    CLI::App* const command = app.add_subcommand(
-        "host",
-        "Hosts a practice session with simulated pilots, or one that was recorded, and prints what happens there");
+    CLI::App* const command = app.add_subcommand("host", "Hosts a session with simulated pilots, a recording's members "
+                                                         "or traffic from outside, and prints what happens there");
     const auto options = std::make_shared<HostOptions>();
     options->Network.BindAddress = "127.0.0.1";
     CLI::Option_group* const session = command->add_option_group("Session", "What is hosted");
-    session->add_option("--name", options->Name, "Name of the session; else the recorded one's")->type_name("TEXT");
+    CLI::Option* const named =
+        session->add_option("--name", options->Name, "Name of the session; else the recorded one's");
+    named->type_name("TEXT");
     CLI::Option* const replay =
         session->add_option("--replay", options->Replay, "A recording whose members appear instead of simulated pilots")
             ->type_name("FILE");
     session->require_option(1, 0);
+    CLI::Option* const from = AddFromOption(*command, options->Traffic);
+    from->excludes(replay)->needs(named);
     command->add_option("--speed", options->Speed, "How many times as fast the recording plays")
         ->check(CLI::Range(PlaybackClock::MinSpeed, PlaybackClock::MaxSpeed))
         ->needs(replay)
@@ -196,12 +248,13 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
     command->add_option("--pilots", options->Pilots, "Simulated pilots; a place stays free for a controller")
         ->check(CLI::Range(0, MostMembers))
         ->excludes(replay)
+        ->excludes(from)
         ->capture_default_str();
-    command->add_option("--around", options->Around, "Where they fly")
-        ->check(Place())
+    AddTrafficPlaceOptions(*command, options->Traffic);
+    command->get_option("--around")
         ->excludes(replay)
-        ->type_name("")
-        ->capture_default_str();
+        ->description("Where simulated pilots fly, or what other traffic is around [47.449,-122.309]");
+    AddStationOptions(*command, options->Traffic);
     AddAppFolderOption(*command, options->Folders);
     command->add_option("--seed", options->Seed, "The same seed gives the same pilots")
         ->excludes(replay)
@@ -209,7 +262,12 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
     AddForOption(*command, options->ForS);
     command->add_flag("--no-migrate", options->NoMigrate, "The session ends with its host");
     command->callback([options, &console, &work] {
+        if (!options->Traffic.HasPlace())
+            options->Traffic.Around = "47.449,-122.309";
+        CheckTrafficOptions(options->Traffic);
         work = [options, &console] {
+            if (options->Traffic.IsWanted())
+                return HostTraffic(*options, console);
             return options->Replay.empty() ? HostPractice(*options, console) : HostRecording(*options, console);
         };
     });

@@ -3,13 +3,13 @@
 #include "cli/EventLines.h"
 #include "cli/InputLines.h"
 #include "cli/NetworkOptions.h"
+#include "cli/TrafficEventLines.h"
 #include "cli/TrafficOptions.h"
 #include "core/Text.h"
 #include "follow/SessionFollower.h"
 #include "net/DirectPlayPeer.h"
 #include "recording/RecordingPeer.h"
 #include "traffic/TrafficProvider.h"
-#include "traffic/feeds/AircraftFeed.h"
 
 #include <thread>
 
@@ -101,7 +101,7 @@ static Result<void> Follow(SessionFollower& follower, JoinedRecording& recording
 
 /// Follows the session that a factory's peers find, to the end of the run.
 static Result<void> FollowOn(SessionPeerFactory& factory, const JoinOptions& options,
-                             const TrafficDetailsTable& details, EventLines& events, const EndOfRun& end,
+                             const TrafficDetailsTable& details, EventLines& lines, const EndOfRun& end,
                              const Console& console)
 {
     const auto grid = LoadMagVarGrid(options.Folders);
@@ -110,6 +110,7 @@ static Result<void> FollowOn(SessionPeerFactory& factory, const JoinOptions& opt
     const auto feedOut = OpenFeedOut(options.FeedOut, **grid, &details);
     if (!feedOut)
         return feedOut.error();
+    TrafficEventLines events(lines, details, **grid);
     JoinedRecording recording(options.Record, events);
     RecordingPeerFactory recorded(factory, recording.Recorder());
     SessionFollower follower(recorded, **grid, events, ToWindows1252(options.Follow));
@@ -126,26 +127,22 @@ static Result<void> JoinSession(const JoinOptions& options, const Console& conso
     return FollowOn(provider, options, {}, events, end, console);
 }
 
-static Result<void> JoinFeed(const JoinOptions& options, const Console& console)
+/// Traffic from outside is a session of this process, which is followed like any other.
+static Result<void> JoinTraffic(const JoinOptions& options, const Console& console)
 {
-    const auto nearest = NearestOf(options.Traffic, options.Folders, console.Notices);
-    if (!nearest)
-        return nearest.error();
-    const auto place = ParseFeedPlace(options.Traffic.Feed);
-    if (!place)
-        return place.error();
     const EndOfRun end(options.ForS);
     EventLines events(console.Out, end);
+    auto opened = OpenTraffic(options.Traffic, options.Folders, console.Notices);
+    if (!opened)
+        return Fail("join", opened.error().Text());
     TrafficDetailsTable details;
     TrafficConnection connection;
-    connection.Name = "Aircraft feed";
-    connection.Address = "feed:";
-    connection.Open = [&]() -> Result<std::unique_ptr<TrafficFeed>> {
-        return std::unique_ptr<TrafficFeed>(OpenAircraftFeed(*place, *nearest));
-    };
+    connection.Name = opened->Feed->Name();
+    connection.Address = "traffic:";
+    connection.Open = [&feed = opened->Feed]() -> Result<std::unique_ptr<TrafficFeed>> { return std::move(feed); };
     connection.OnNotice = [&events](std::string_view text) { events.Notice(MessageIcon::Warning, text); };
     TrafficProvider provider(std::move(connection), details);
-    events.Listening(place->Kind == FeedKind::JsonFile ? place->Path : place->Host, place->Port);
+    events.Listening(opened->Address, opened->Port);
     return FollowOn(provider, options, details, events, end, console);
 }
 
@@ -168,14 +165,23 @@ void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work)
     AddAppFolderOption(*command, options->Folders);
     AddForOption(*command, options->ForS);
     CLI::Option* const feed = AddFeedOption(*command, options->Traffic);
+    CLI::Option* const flightGear = AddFlightGearOption(*command, options->Traffic)->excludes(feed);
     for (const char* const ofSessions : {"--address", "--broadcast", "--session", "--password"})
-        feed->excludes(command->get_option(ofSessions));
+        for (CLI::Option* const traffic : {feed, flightGear})
+            traffic->excludes(command->get_option(ofSessions));
+    AddStationOptions(*command, options->Traffic);
     AddTrafficPlaceOptions(*command, options->Traffic);
     AddFeedOutOption(*command, options->FeedOut);
-    command->callback([options, &console, &work] {
-        RequireTrafficPlace(options->Traffic, !options->Traffic.Feed.empty());
+    CLI::Option* const nickname = command->get_option("--nickname");
+    command->callback([options, nickname, &console, &work] {
+        CheckTrafficOptions(options->Traffic);
+        if (options->Traffic.HasPlace() && !options->Traffic.IsWanted())
+            throw CLI::RequiredError("--flightgear or --feed");
+        options->Traffic.BindAddress = options->Network.BindAddress;
+        if (nickname->empty() && !options->Traffic.Callsign.empty())
+            options->Follow.Nickname = options->Traffic.Callsign;
         work = [options, &console] {
-            return options->Traffic.Feed.empty() ? JoinSession(*options, console) : JoinFeed(*options, console);
+            return options->Traffic.IsWanted() ? JoinTraffic(*options, console) : JoinSession(*options, console);
         };
     });
 }

@@ -1,6 +1,11 @@
 #include "cli/TrafficOptions.h"
 
+#include "traffic/feeds/AircraftFeed.h"
 #include "traffic/feeds/FeedPlace.h"
+#include "traffic/flightgear/AreaStation.h"
+#include "traffic/flightgear/FlightGearFeed.h"
+
+#include <utility>
 
 namespace corvane {
 /// Refuses a text that a parser does not take, with the parser's own words.
@@ -52,13 +57,65 @@ void AddTrafficPlaceOptions(CLI::App& command, TrafficOptions& options)
         ->capture_default_str();
 }
 
-void RequireTrafficPlace(const TrafficOptions& options, bool traffic)
+static Result<FeedPlace> ParseFlightGearHost(std::string_view text)
 {
-    const bool given = !options.Around.empty() || !options.Area.Airport.empty() || !options.Area.Sector.empty();
-    if (traffic && !given)
+    return ParseHostAndPort(text, FlightGearPort);
+}
+
+CLI::Option* AddFlightGearOption(CLI::App& command, TrafficOptions& options)
+{
+    return command
+        .add_option("--flightgear", options.FlightGear,
+                    "FlightGear's multiplayer traffic, of a relay or another program: HOST[:5000]")
+        ->check(ReadBy(ParseFlightGearHost, "HOST"))
+        ->type_name("");
+}
+
+CLI::Option* AddFromOption(CLI::App& command, TrafficOptions& options)
+{
+    constexpr std::string_view FlightGearPrefix = "flightgear:";
+    const auto parse = [FlightGearPrefix](std::string_view text) {
+        return text.starts_with(FlightGearPrefix) ? ParseFlightGearHost(text.substr(FlightGearPrefix.size()))
+                                                  : ParseFeedPlace(text);
+    };
+    return command
+        .add_option_function<std::string>(
+            "--from",
+            [&options, FlightGearPrefix](const std::string& text) {
+                const bool isFlightGear = text.starts_with(FlightGearPrefix);
+                (isFlightGear ? options.FlightGear : options.Feed) =
+                    isFlightGear ? text.substr(FlightGearPrefix.size()) : text;
+            },
+            "Whose aircraft appear instead of simulated pilots: flightgear:HOST[:5000], sbs:HOST[:30003], json:FILE or "
+            "json:http://HOST[:80]/PATH")
+        ->check(ReadBy(parse, "SOURCE"))
+        ->type_name("");
+}
+
+void AddStationOptions(CLI::App& command, TrafficOptions& options)
+{
+    constexpr int LargestPort = 65535;
+    const auto callsign = [](std::string& text) {
+        return IsStationCallsign(text) ? std::string()
+                                       : std::string("must be 1 to 7 letters, digits, - and _, and not begin with obs");
+    };
+    command.add_option("--callsign", options.Callsign, "Own callsign on FlightGear")
+        ->check(CLI::Validator(callsign, "NAME"))
+        ->type_name("");
+    command.add_option("--listen", options.ListenPort, "Own UDP port for FlightGear; else any that is free")
+        ->check(CLI::Range(1, LargestPort));
+}
+
+void CheckTrafficOptions(const TrafficOptions& options)
+{
+    if (options.IsWanted() && !options.HasPlace())
         throw CLI::RequiredError("--airport, --sector or --around"); // the parser's own way of refusing arguments
-    if (given && !traffic)
-        throw CLI::RequiredError("--feed");
+    if (!options.FlightGear.empty() && options.Callsign.empty())
+        throw CLI::RequiredError("--callsign");
+    if (options.FlightGear.empty() && (!options.Callsign.empty() || options.ListenPort != 0))
+        throw CLI::ValidationError("--callsign and --listen", "are for FlightGear alone");
+    if (!options.IsWanted() && (!options.Area.Airport.empty() || !options.Area.Sector.empty()))
+        throw CLI::ValidationError("--airport and --sector", "are for other traffic alone");
 }
 
 void AddFeedOutOption(CLI::App& command, std::string& place)
@@ -68,23 +125,61 @@ void AddFeedOutOption(CLI::App& command, std::string& place)
         ->type_name("");
 }
 
-Result<NearestTrafficOptions> NearestOf(const TrafficOptions& options, const FolderOptions& folders,
-                                        std::ostream& notices)
+static Result<AreaModel> LoadPlace(const TrafficOptions& options, const FolderOptions& folders, std::ostream& notices)
 {
-    NearestTrafficOptions nearest{.Center = {}, .RadiusNm = options.RadiusNm, .Most = options.Most};
     if (const auto place = ParseNumbers(options.Around, ',', 2)) {
-        nearest.Center = {place->front(), place->back()};
-        return nearest;
+        AreaModel area;
+        area.AreaCenterLat = place->front();
+        area.AreaCenterLon = place->back();
+        return area;
     }
     AreaOptions wanted = options.Area;
     wanted.Folders = folders;
-    const auto area = LoadArea(wanted, notices);
+    auto area = LoadArea(wanted, notices);
+    if (area && area->AreaCenterLat == 0 && area->AreaCenterLon == 0)
+        return Fail("traffic", "without its area nobody knows which traffic is wanted");
+    return area;
+}
+
+/// A relay passes on what is in range, and another program what it likes: only the number is limited here.
+static Result<OpenedTraffic> OpenFlightGear(const TrafficOptions& options, const AreaModel& area)
+{
+    constexpr double WholeEarthNm = 10800;
+    const auto host = ParseFlightGearHost(options.FlightGear);
+    if (!host)
+        return host.error();
+    FlightGearLink link;
+    link.PartnerHost = host->Host;
+    link.PartnerPort = host->Port;
+    link.BindAddress = options.BindAddress;
+    link.ListenPort = options.ListenPort;
+    link.Station = StationAt(area, options.Callsign);
+    auto feed = FlightGearFeed::Start(std::move(link));
+    if (!feed)
+        return feed.error();
+    OpenedTraffic opened{.Feed = {}, .Address = (*feed)->LocalAddress(), .Port = (*feed)->LocalPort()};
+    opened.Feed = std::make_unique<NearestTraffic>(
+        *std::move(feed), NearestTrafficOptions{.Center = {area.AreaCenterLat, area.AreaCenterLon},
+                                                .RadiusNm = WholeEarthNm,
+                                                .Most = options.Most});
+    return opened;
+}
+
+Result<OpenedTraffic> OpenTraffic(const TrafficOptions& options, const FolderOptions& folders, std::ostream& notices)
+{
+    const auto area = LoadPlace(options, folders, notices);
     if (!area)
         return area.error();
-    nearest.Center = {area->AreaCenterLat, area->AreaCenterLon};
-    if (nearest.Center == LatLon{})
-        return Fail("traffic", "without its area nobody knows which traffic is wanted");
-    return nearest;
+    if (!options.FlightGear.empty())
+        return OpenFlightGear(options, *area);
+    const auto place = ParseFeedPlace(options.Feed);
+    if (!place)
+        return place.error();
+    const NearestTrafficOptions nearest{
+        .Center = {area->AreaCenterLat, area->AreaCenterLon}, .RadiusNm = options.RadiusNm, .Most = options.Most};
+    return OpenedTraffic{.Feed = OpenAircraftFeed(*place, nearest),
+                         .Address = place->Kind == FeedKind::JsonFile ? place->Path : place->Host,
+                         .Port = place->Port};
 }
 
 Result<std::unique_ptr<FeedOut>> OpenFeedOut(const std::string& place, const MagVarGrid& magVar,

@@ -51,6 +51,7 @@ public:
     [[nodiscard]] const SessionEntry& Entry() const noexcept { return m_entry; }
     [[nodiscard]] const std::shared_ptr<SessionPeer>& Peer() const noexcept { return m_peer; }
     [[nodiscard]] PlayerId HostId() const noexcept { return m_hostId; }
+    [[nodiscard]] const std::string& HostName() const noexcept { return m_options.HostName; }
     /// The aircraft that are members.
     [[nodiscard]] std::size_t AircraftCount() const noexcept { return m_keys.size(); }
 

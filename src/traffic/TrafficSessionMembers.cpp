@@ -203,8 +203,13 @@ void TrafficSession::HandleChat(const MessageHeader& header, const ReceivedMessa
         return;
     if (!m_feed.CanBeTalkedTo())
         return Notice("This traffic cannot be talked to: nobody has read \"" + chat->Text + "\".");
-    const std::string speaker = m_options.ShowMembers ? FindOther(message.From)->Name + ": " : std::string();
-    m_feed.Tell(LineSaid{speaker + chat->Text});
+    if (!m_options.ShowMembers)
+        return m_feed.Tell(LineSaid{chat->Text});
+    constexpr std::string_view ControllersMark = "**";
+    std::string_view speaker = FindOther(message.From)->Name;
+    if (speaker.starts_with(ControllersMark))
+        speaker.remove_prefix(ControllersMark.size());
+    m_feed.Tell(LineSaid{std::string(speaker) + ": " + chat->Text});
 }
 
 void TrafficSession::HandlePosition(const MessageHeader& header, const ReceivedMessage& message)

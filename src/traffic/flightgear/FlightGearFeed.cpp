@@ -1,5 +1,8 @@
 #include "traffic/flightgear/FlightGearFeed.h"
 
+#include "core/Text.h"
+#include "net/sockets/HostResolver.h"
+#include "net/wire/SocketAddress.h"
 #include "traffic/TrafficQueue.h"
 
 #include <asio/io_context.hpp>
@@ -7,6 +10,7 @@
 #include <asio/post.hpp>
 #include <asio/steady_timer.hpp>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -26,9 +30,11 @@ public:
     Impl& operator=(Impl&&) = delete;
     ~Impl()
     {
+        m_ending = true;
         m_io.stop();
-        if (m_thread.joinable())
-            m_thread.join();
+        for (std::thread* thread : {&m_thread, &m_lookup})
+            if (thread->joinable())
+                thread->join();
     }
 
     Result<void> Open();
@@ -44,6 +50,9 @@ public:
     [[nodiscard]] std::uint64_t Received() const noexcept { return m_received; }
 
 private:
+    Result<void> Connect(std::uint32_t ip);
+    void LookUp();
+    void LookedUp(const Result<std::uint32_t>& ip);
     void WaitForDatagram();
     void ReadWaiting();
     void WaitForTick();
@@ -58,7 +67,9 @@ private:
     asio::io_context m_io{1};
     udp::socket m_socket{m_io};
     asio::steady_timer m_timer{m_io};
-    udp::endpoint m_local;
+    asio::steady_timer m_retry{m_io};
+    udp::endpoint m_local;              ///< changes while the thread does not run
+    std::chrono::seconds m_patience{5}; ///< until the partner's name is looked up again
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
     FlightGearSource m_source;
     TrafficQueue m_queue;
@@ -66,44 +77,83 @@ private:
     std::atomic<std::uint64_t> m_received{0};
     std::atomic<std::size_t> m_pilots{0};
     std::atomic<std::int64_t> m_heardMs{-1};
+    bool m_connected = false;
+    bool m_failureTold = false;
+    std::atomic<bool> m_ending{false};
     std::thread m_thread;
+    std::thread m_lookup; ///< waits for the name service, and hands over to m_thread
 };
 
-/// The connected socket hears its partner alone, and of its refusals.
 Result<void> FlightGearFeed::Impl::Open()
 {
     constexpr int WantedBuffer = 4 << 20; // bytes; the system gives what it allows
     asio::error_code error;
-    const auto partner = asio::ip::make_address_v4(m_link.PartnerAddress, error);
-    if (error)
-        return Fail(m_link.PartnerAddress, "is no IPv4 address");
     auto own = asio::ip::address_v4::any();
     if (!m_link.BindAddress.empty())
         own = asio::ip::make_address_v4(m_link.BindAddress, error);
     if (error)
         return Fail(m_link.BindAddress, "is no IPv4 address to bind to");
-    const auto failed = [&](const char* what) {
-        return Fail(m_link.BindAddress + ":" + std::to_string(m_link.ListenPort),
-                    std::string(what) + ": " + error.message());
-    };
-    if (m_socket.open(udp::v4(), error))
-        return failed("cannot be opened");
-    asio::error_code ignored; // the default is smaller, and serves
-    m_socket.set_option(asio::socket_base::receive_buffer_size(WantedBuffer), ignored);
-    if (m_socket.bind({own, m_link.ListenPort}, error))
-        return failed("cannot be bound to");
-    if (m_socket.connect({partner, m_link.PartnerPort}, error))
-        return failed("cannot reach the partner");
-    if (m_socket.non_blocking(true, error))
-        return failed("cannot be used");
+    m_socket.open(udp::v4(), error);
+    if (!error) {
+        asio::error_code ignored; // the default is smaller, and serves
+        m_socket.set_option(asio::socket_base::receive_buffer_size(WantedBuffer), ignored);
+        m_socket.bind({own, m_link.ListenPort}, error);
+    }
+    if (!error)
+        m_socket.non_blocking(true, error);
+    if (error)
+        return Fail(own.to_string() + ":" + std::to_string(m_link.ListenPort), "cannot be opened: " + error.message());
+    if (const auto ip = directplay::ParseIp(m_link.PartnerHost))
+        if (const Result<void> connected = Connect(*ip); !connected)
+            return connected;
     m_local = m_socket.local_endpoint(error);
     return {};
+}
+
+/// The connected socket hears its partner alone, and of its refusals.
+Result<void> FlightGearFeed::Impl::Connect(std::uint32_t ip)
+{
+    asio::error_code error;
+    m_socket.connect({asio::ip::address_v4(ip), m_link.PartnerPort}, error);
+    if (error)
+        return Fail(m_link.Station.Partner, "cannot be reached: " + error.message());
+    m_connected = true;
+    return {};
+}
+
+void FlightGearFeed::Impl::LookUp()
+{
+    m_lookup = std::thread([this] {
+        constexpr directplay::Millis Limit{10000};
+        const auto ip = directplay::ResolveHost(m_link.PartnerHost, Limit, [this] { return !m_ending; });
+        asio::post(m_io, [this, ip] { LookedUp(ip); });
+    });
+}
+
+void FlightGearFeed::Impl::LookedUp(const Result<std::uint32_t>& ip)
+{
+    constexpr std::chrono::seconds LongestPatience(60);
+    m_lookup.join();
+    const Result<void> connected = ip ? Connect(*ip) : Result<void>(ip.error());
+    if (connected)
+        return WaitForDatagram();
+    if (!std::exchange(m_failureTold, true))
+        m_queue.Push({SourceNotice{Utf8ToWindows1252(connected.error().Text()) + ". It is tried again."}});
+    m_retry.expires_after(m_patience);
+    m_patience = std::min(2 * m_patience, LongestPatience);
+    m_retry.async_wait([this](const asio::error_code& error) {
+        if (!error)
+            LookUp();
+    });
 }
 
 void FlightGearFeed::Impl::Run()
 {
     m_thread = std::thread([this] {
-        WaitForDatagram();
+        if (m_connected)
+            WaitForDatagram();
+        else
+            LookUp();
         WaitForTick();
         m_io.run();
     });
@@ -147,7 +197,8 @@ void FlightGearFeed::Impl::WaitForTick()
     m_timer.async_wait([this](const asio::error_code& error) {
         if (error)
             return;
-        m_source.Advance(NowMs());
+        if (m_connected)
+            m_source.Advance(NowMs());
         HandOver();
         WaitForTick();
     });
@@ -184,7 +235,7 @@ Result<std::unique_ptr<FlightGearFeed>> FlightGearFeed::Start(FlightGearLink lin
     const auto sinceMidnight = sinceEpoch % std::chrono::days(1);
     link.Station.UtcS = std::chrono::duration<double>(sinceMidnight).count();
     if (link.Station.Partner.empty())
-        link.Station.Partner = link.PartnerAddress + ":" + std::to_string(link.PartnerPort);
+        link.Station.Partner = Utf8ToWindows1252(link.PartnerHost) + ":" + std::to_string(link.PartnerPort);
     auto impl = std::make_unique<Impl>(std::move(link));
     if (const Result<void> opened = impl->Open(); !opened)
         return opened.error();

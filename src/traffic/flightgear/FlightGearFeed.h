@@ -8,9 +8,9 @@
 #include <string>
 
 namespace corvane {
-/// Where FlightGear's traffic comes from. Addresses are IPv4 addresses in numbers.
+/// Where FlightGear's traffic comes from.
 struct FlightGearLink {
-    std::string PartnerAddress; ///< a relay, or another program
+    std::string PartnerHost; ///< name or IPv4 address of a relay, or of a machine where another program runs
     std::uint16_t PartnerPort = FlightGearPort;
     std::string BindAddress;      ///< of this machine; empty: any
     std::uint16_t ListenPort = 0; ///< 0: any that is free
@@ -18,7 +18,7 @@ struct FlightGearLink {
 };
 
 /// FlightGear's multiplayer traffic over UDP. One socket, on a thread of its own, sends and receives; what comes from
-/// other addresses than the partner's is dropped. A partner that refuses or falls silent is no end.
+/// other addresses than the partner's is dropped. A partner that is not found, refuses or falls silent is no end.
 class FlightGearFeed final : public TrafficFeed {
 public:
     /// Takes the socket and starts the thread. An Error says what cannot be had.
