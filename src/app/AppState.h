@@ -4,6 +4,7 @@
 #include "core/MagVarGrid.h"
 #include "core/Settings.h"
 #include "radar/DisplayFlags.h"
+#include "radar/DisplayOptions.h"
 #include "session/PlayerTable.h"
 #include "session/SessionState.h"
 
@@ -24,5 +25,6 @@ struct AppState {
     std::vector<AirspaceRecord> AllAirspaces; ///< the whole airspaces file, while the area chooser is open
     MagVarGrid MagVar;
     DisplayFlags Flags;
+    DisplayOptions Display; ///< how targets are shown
 };
 } // namespace corvane

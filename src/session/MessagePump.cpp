@@ -145,6 +145,7 @@ Result<void> MessagePump::HandlePosition(const MessageHeader& header, const Rece
         PlayerRecord& player = m_players.Players()[*index];
         UpdatePosition(player, *position);
         m_events.PlayerUpdated(player);
+        m_events.PositionReported(player);
     }
     return {};
 }

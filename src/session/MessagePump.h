@@ -33,6 +33,8 @@ public:
 
     virtual void PlayerAdded(const PlayerRecord& /*player*/) {}
     virtual void PlayerUpdated(const PlayerRecord& /*player*/) {}
+    /// A member has reported the position that its record holds now; PlayerUpdated has told of it too.
+    virtual void PositionReported(const PlayerRecord& /*player*/) {}
     virtual void PlayerRemoved(const PlayerRecord& /*player*/) {}
 };
 

@@ -30,12 +30,16 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_ui->setupUi(this);
     m_recording = std::make_unique<RecordingControls>(recording, boxes, *m_ui->record_session1, *m_ui->playback_op1,
                                                       *m_ui->Label8);
+    m_displayControls = std::make_unique<DisplayControls>(state.Display, state.Area, *m_ui->modern_display_op1,
+                                                          *m_ui->display_options_op1, *this);
+    connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
     ConnectControls();
     GatherActions();
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
     m_ui->Picture1->SetDisplay(&m_display);
+    TakeDisplay();
     UpdateScope();
     MakeTimer(m_timer1, "Timer1", PumpIntervalMs, &MainWindow::PumpTick);
     MakeTimer(m_timer2, "Timer2", TargetIntervalMs, &MainWindow::TargetTick);
@@ -109,7 +113,7 @@ void MainWindow::PumpTick()
 
 void MainWindow::TargetTick()
 {
-    m_display.RefreshTargets();
+    m_display.RefreshTargets(Now());
     UpdateScope();
 }
 
@@ -136,6 +140,23 @@ void MainWindow::UpdateScope()
     m_ui->Label7->setText(QStringLiteral("x%1").arg(m_display.View().ZoomLevel));
     if (m_display.IsStale())
         m_ui->Picture1->update();
+}
+
+double MainWindow::Now() const
+{
+    constexpr double MillisecondsPerSecond = 1000;
+    return static_cast<double>(m_clock()) / MillisecondsPerSecond;
+}
+
+void MainWindow::TakeDisplay()
+{
+    m_display.SetDisplay(m_state.Display, Now());
+    UpdateScope();
+}
+
+void MainWindow::PositionReported(const PlayerRecord& player)
+{
+    m_display.Report(player, Now());
 }
 
 void MainWindow::ShowPanelLabel()

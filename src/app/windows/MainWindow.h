@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/windows/DisplayControls.h"
 #include "app/windows/RecordingControls.h"
 #include "core/MessageBoxes.h"
+#include "core/MillisecondClock.h"
 #include "radar/RadarDisplay.h"
 #include "session/MessagePump.h"
 
@@ -63,6 +65,7 @@ private:
     void RefreshPlayerList() override;
     void AddChatLine(std::string_view from, std::string_view text) override;
     void Disconnect() override { Leave(); }
+    void PositionReported(const PlayerRecord& player) override;
 
     void ConnectControls();
     void GatherActions();
@@ -73,6 +76,8 @@ private:
     void PanelTick();
     void ZoomBy(int steps);
     void UpdateScope();
+    [[nodiscard]] double Now() const;
+    void TakeDisplay();
     void ShowPanelLabel();
     void StartRefreshing();
     void SetControlsEnabled(bool enabled);
@@ -85,7 +90,9 @@ private:
     ScopeFont m_font;
     RadarDisplay m_display;
     MessagePump m_pump;
+    MillisecondClock m_clock = SteadyMilliseconds();
     std::unique_ptr<RecordingControls> m_recording;
+    std::unique_ptr<DisplayControls> m_displayControls;
     QActionGroup m_actions{this}; ///< what the menus do
     QTimer m_timer1{this};        ///< message pump
     QTimer m_timer2{this};        ///< target refresh

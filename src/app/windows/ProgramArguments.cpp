@@ -26,11 +26,13 @@ ProgramArguments::ProgramArguments()
       m_firstStart("first-start",
                    "Deletes the settings and database files first: the program begins as on its first day."),
       m_userFolder("user-folder", "Takes the user's own folder for --app-folder, and makes it where needed."),
-      m_demo("demo", "Opens the demonstration world, which it makes in the user's own folder, with practice traffic.")
+      m_demo("demo", "Opens the demonstration world, which it makes in the user's own folder, with practice traffic."),
+      m_display("display", "How targets are shown at first: classic, or modern for a crowded sky.", "NAME", "classic")
 {
     m_parser.setApplicationDescription("An air traffic control radar for multiplayer sessions of Microsoft Flight "
                                        "Simulator 2002.");
-    m_parser.addOptions({m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_demo});
+    m_parser.addOptions(
+        {m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_demo, m_display});
 }
 
 void ProgramArguments::AnswerWithoutDisplay(int& argc, char** argv)
@@ -55,6 +57,15 @@ static std::filesystem::path OwnFolder(bool demonstration)
     std::exit(1); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
 }
 
+/// The ready set of that name; ends the program where there is none.
+static DisplayOptions ChosenDisplay(const QString& name)
+{
+    if (const auto display = DisplayByName(ToText(name), ControlMode::Airport))
+        return *display;
+    std::cerr << "corvane: --display: there are classic and modern\n";
+    std::exit(2); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
+}
+
 ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppState& state)
 {
     m_parser.process(application);
@@ -62,6 +73,7 @@ ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppSta
     state.AppFolder = AppFolderFromText(ToText(m_parser.value(m_appFolder)));
     if (m_parser.isSet(m_userFolder) || demonstration)
         state.AppFolder = OwnFolder(demonstration);
+    state.Display = ChosenDisplay(m_parser.value(m_display));
     ScriptedStart script;
     script.Airport = ToUpper(ToText(m_parser.value(m_airport)));
     script.Practice = m_parser.isSet(m_practice) || demonstration;

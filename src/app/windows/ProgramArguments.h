@@ -32,5 +32,6 @@ private:
     QCommandLineOption m_firstStart;
     QCommandLineOption m_userFolder;
     QCommandLineOption m_demo;
+    QCommandLineOption m_display;
 };
 } // namespace corvane

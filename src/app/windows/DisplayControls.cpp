@@ -1,0 +1,52 @@
+#include "app/windows/DisplayControls.h"
+
+#include "area/AreaModel.h"
+#include "radar/windows/DisplayOptionsWindow.h"
+
+#include <QAction>
+
+namespace corvane {
+DisplayControls::DisplayControls(DisplayOptions& options, const AreaModel& area, QAction& modern, QAction& window,
+                                 QWidget& radar)
+    : m_options(options), m_area(area), m_modern(modern), m_radar(radar)
+{
+    if (m_options == ModernDisplay())
+        m_options = ModernDisplay(area.AreaMode); // chosen before there was an area
+    OptionsChanged();
+    connect(&modern, &QAction::triggered, this, &DisplayControls::SwitchModern);
+    connect(&window, &QAction::triggered, this, &DisplayControls::OpenWindow);
+}
+
+void DisplayControls::OptionsChanged()
+{
+    const bool classic = m_options == ClassicDisplay();
+    m_modern.setChecked(!classic);
+    if (!classic)
+        m_lastModern = m_options;
+    emit Changed();
+}
+
+void DisplayControls::SwitchModern(bool on)
+{
+    const bool hadModern = m_lastModern != ClassicDisplay();
+    m_options = !on ? ClassicDisplay() : hadModern ? m_lastModern : ModernDisplay(m_area.AreaMode);
+    if (m_window)
+        m_window->ShowOptions();
+    OptionsChanged();
+}
+
+void DisplayControls::OpenWindow()
+{
+    constexpr int BelowTheMenus = 50;
+    if (!m_window) {
+        m_window = new DisplayOptionsWindow(m_options, m_area.AreaMode, &m_radar);
+        m_window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_window, &DisplayOptionsWindow::Changed, this, &DisplayControls::OptionsChanged);
+        m_window->adjustSize();
+        m_window->move(m_radar.x() + m_radar.width() - m_window->width(), m_radar.y() + BelowTheMenus);
+    }
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+} // namespace corvane
