@@ -169,7 +169,7 @@ static void MakeRoomForPanel(ScopePicture& picture)
     const MapScene scene = picture.Scene();
     const TargetFocus focus{std::nullopt, PanelBox(picture.Pointer, picture.View, metrics)};
     picture.Displayed.Targets->Rearrange(
-        {scene, picture.Members(), picture.Display, focus, metrics, picture.Displayed.Now});
+        {scene, picture.Members(), picture.Display, focus, metrics, picture.Displayed.Now}, true);
 }
 
 static void DrawPictureTargets(Surface& surface, ScopePicture& picture, TargetMemory& memory)

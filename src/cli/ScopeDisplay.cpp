@@ -86,7 +86,7 @@ private:
         const Pilots members{players, ScopeOwnId, ownName};
         const TargetFocus focus;
         const TargetDisplay::Frame frame{m_scene, members, m_options, focus, m_metrics, now};
-        refresh ? m_display.Refresh(frame) : m_display.Rearrange(frame);
+        refresh ? m_display.Refresh(frame) : m_display.Rearrange(frame, true);
         m_shown += players.size();
     }
 

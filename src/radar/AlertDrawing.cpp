@@ -58,11 +58,9 @@ void DrawAlertSigns(Surface& surface, const TargetMark& mark, const TargetColour
 
 void DrawScopeNotes(Surface& surface, const TargetMarks& marks, const TargetColours& colours)
 {
-    constexpr std::int32_t BesidePx = 6;
     for (const PairMark& pair : marks.Pairs) {
         surface.State.PenColor = pair.Violated ? colours.Violation : colours.Prediction;
-        const ScopePoint middle{pair.From.X / 2 + pair.To.X / 2, pair.From.Y / 2 + pair.To.Y / 2};
-        surface.TextOut(Offset(middle, BesidePx, BesidePx), pair.Text);
+        surface.TextOut({pair.TextBox.Left, pair.TextBox.Top}, pair.Text);
     }
     for (const AlertLine& line : marks.Alerts) {
         surface.State.PenColor = line.Violated ? colours.Violation : colours.Prediction;

@@ -81,8 +81,9 @@ static std::string ConflictText(const Alert& alert)
 namespace {
 class AlertMarker {
 public:
-    AlertMarker(const TargetSources& sources, std::span<const PilotTrack> pilots, TargetMarks& marks)
-        : m_sources(sources), m_pilots(pilots), m_byTrack(pilots), m_marks(marks)
+    AlertMarker(const TargetSources& sources, std::span<const PilotTrack> pilots, const Surface& metrics,
+                TargetMarks& marks)
+        : m_sources(sources), m_pilots(pilots), m_byTrack(pilots), m_metrics(metrics), m_marks(marks)
     {
     }
 
@@ -122,15 +123,20 @@ private:
     {
         if (!OnEarth(first.Latitude, first.Longitude) || !OnEarth(second.Latitude, second.Longitude))
             return;
+        constexpr std::int32_t BesidePx = 14;
         const ScopeView& view = m_sources.Scene.View;
-        m_marks.Pairs.push_back({ProjectToScope(view, first.Latitude, first.Longitude),
-                                 ProjectToScope(view, second.Latitude, second.Longitude), alert.Violated,
-                                 ConflictText(alert)});
+        const ScopePoint from = ProjectToScope(view, first.Latitude, first.Longitude);
+        const ScopePoint to = ProjectToScope(view, second.Latitude, second.Longitude);
+        const ScopePoint at{from.X / 2 + to.X / 2 + BesidePx, from.Y / 2 + to.Y / 2 + BesidePx};
+        const std::string text = ConflictText(alert);
+        const PixelBox box{at.X, at.Y, at.X + m_metrics.TextWidth(text), at.Y + m_metrics.TextHeight()};
+        m_marks.Pairs.push_back({from, to, alert.Violated, text, box});
     }
 
     const TargetSources& m_sources;
     std::span<const PilotTrack> m_pilots;
     PilotsByTrack m_byTrack;
+    const Surface& m_metrics;
     TargetMarks& m_marks;
 };
 } // namespace
@@ -157,7 +163,7 @@ void MarkAlerts(const TargetSources& sources, std::span<const PilotTrack> tracks
     const std::span<const Alert> alerts = sources.Monitor.Alerts();
     if (alerts.empty())
         return;
-    AlertMarker marker(sources, tracks, marks);
+    AlertMarker marker(sources, tracks, metrics, marks);
     std::size_t index = 0;
     for (; index < alerts.size() && marks.Alerts.size() < MostLines; ++index)
         marker.Add(alerts[index], index);

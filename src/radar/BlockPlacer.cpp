@@ -45,7 +45,7 @@ void BlockPlacer::Recall(const Scene& scene)
             m_places.push_back(ManualPlaceOf(block, scene.Rules.LengthPx));
             continue;
         }
-        if (scene.Rules.Automatic && !block.Size.Empty()) {
+        if (scene.Rules.Automatic && !block.Size.Empty() && scene.Blocks.size() <= MostBlocks) {
             const auto [found, added] = m_memory.try_emplace(block.Track);
             working.Memory = &found->second;
             working.Memory->Seen = true;
@@ -76,7 +76,7 @@ bool BlockPlacer::Overlaps(const Scene& scene, std::size_t index) const
                                [&](const PixelBox& obstacle) { return SharedArea(box, obstacle) > 0; });
 }
 
-void BlockPlacer::JudgeOverlaps(const Scene& scene, double now, bool viewChanged)
+void BlockPlacer::JudgeOverlaps(const Scene& scene, double now, PlacementOccasion occasion)
 {
     constexpr double RestSeconds = 5;
     constexpr int RefreshesToMove = 2;
@@ -85,9 +85,14 @@ void BlockPlacer::JudgeOverlaps(const Scene& scene, double now, bool viewChanged
         if (working.Memory == nullptr)
             continue;
         Remembered& memory = *working.Memory;
-        memory.Overlaps = Overlaps(scene, i) ? memory.Overlaps + 1 : 0;
+        working.MayMove = working.New;
+        if (occasion == PlacementOccasion::Between)
+            continue;
+        const bool overlaps = Overlaps(scene, i);
+        if (occasion == PlacementOccasion::Refresh)
+            memory.Overlaps = overlaps ? memory.Overlaps + 1 : 0;
         const bool rested = memory.Overlaps >= RefreshesToMove && now - memory.MovedAt >= RestSeconds;
-        working.MayMove = working.New || (memory.Overlaps > 0 && viewChanged) || rested;
+        working.MayMove = working.New || (overlaps && (rested || occasion == PlacementOccasion::OtherView));
     }
 }
 
@@ -224,11 +229,11 @@ void BlockPlacer::Remember(double now)
 
 std::span<const BlockPlace> BlockPlacer::Place(std::span<const BlockToPlace> blocks,
                                                const BlockSurroundings& surroundings, const PlacementRules& rules,
-                                               double now, bool viewChanged)
+                                               double now, PlacementOccasion occasion)
 {
     const Scene scene{blocks, surroundings, rules};
     Recall(scene);
-    JudgeOverlaps(scene, now, viewChanged);
+    JudgeOverlaps(scene, now, occasion);
     Settle(scene);
     Remember(now);
     return m_places;

@@ -39,26 +39,35 @@ struct BlockSurroundings {
     std::span<const PixelBox> Cheap;  ///< airports' names
 };
 
+/// What a placement is made for.
+enum class PlacementOccasion : std::uint8_t {
+    Refresh,   ///< the one of each second: overlaps are counted, and what has waited moves
+    OtherView, ///< the scope shows another part, scale or content: what overlaps now may move at once
+    Between,   ///< a block is being dragged, a target selected: only new blocks look for a place
+};
+
 struct PlacementRules {
     bool Automatic = false;
     std::int32_t Direction = 9; ///< the specified place
     std::int32_t LengthPx = 30;
 };
 
-/// Places the targets' blocks once a refresh so that they do not cover one another.
+/// Places the targets' blocks so that they do not cover one another.
 ///
 /// A new block takes the specified place where that is free, else the best there is. From then on it stays: only one
 /// that has overlapped at two refreshes in a row moves, and not again for five seconds. What the places come to depends
 /// on nothing but what is given to Place. A refresh costs the square of the number of blocks in cheap comparisons, and
-/// for each block that may move some dozens of places beside its neighbours.
+/// for each block that may move some dozens of places beside its neighbours; where there are more than MostBlocks, all
+/// stand at the specified place.
 class BlockPlacer {
 public:
+    static constexpr std::size_t MostBlocks = 1000;
+
     /// The blocks' places, valid until the next call, in the order of blocks; that of an empty block is a point.
     ///
-    /// now          seconds; does not go back
-    /// viewChanged  the scope shows another part or scale: what overlaps now may move at once
+    /// now  seconds; does not go back
     std::span<const BlockPlace> Place(std::span<const BlockToPlace> blocks, const BlockSurroundings& surroundings,
-                                      const PlacementRules& rules, double now, bool viewChanged);
+                                      const PlacementRules& rules, double now, PlacementOccasion occasion);
     /// Forgets the places, as if no block had been seen yet.
     void Clear() noexcept { m_memory.clear(); }
 
@@ -86,7 +95,7 @@ private:
 
     void Recall(const Scene& scene);
     [[nodiscard]] bool Overlaps(const Scene& scene, std::size_t index) const;
-    void JudgeOverlaps(const Scene& scene, double now, bool viewChanged);
+    void JudgeOverlaps(const Scene& scene, double now, PlacementOccasion occasion);
     bool Improve(const Scene& scene, std::size_t index);
     void Settle(const Scene& scene);
     void Remember(double now);

@@ -16,7 +16,7 @@ RadarDisplay::RadarDisplay(const RadarSources& sources, const ScopeFont& font)
 void RadarDisplay::MapIsStale() noexcept
 {
     m_shown = m_options.TrueProportions ? WithTrueProportions(m_view) : m_view;
-    m_rearrange = true;
+    m_viewChanged = true;
     m_stale = Stale::Map;
 }
 
@@ -91,7 +91,7 @@ void RadarDisplay::RefreshTargets(double now)
         return;
     if (!Classic()) {
         WithFrame([this](const TargetDisplay::Frame& frame) { m_targets.Refresh(frame); });
-        m_rearrange = m_stale == Stale::Map; // a view that has changed by then is another matter
+        m_rearrange = false;
     }
     if (m_stale == Stale::Nothing)
         m_stale = Stale::Targets;
@@ -205,8 +205,9 @@ void RadarDisplay::DrawAllTargets(Surface& scope)
                     m_memory);
         return;
     }
-    if (std::exchange(m_rearrange, false))
-        WithFrame([this](const TargetDisplay::Frame& frame) { m_targets.Rearrange(frame); });
+    const bool viewChanged = std::exchange(m_viewChanged, false);
+    if (std::exchange(m_rearrange, false) || viewChanged)
+        WithFrame([&](const TargetDisplay::Frame& frame) { m_targets.Rearrange(frame, viewChanged); });
     m_targets.Draw(m_painter.Scope(), m_options.Colours);
 }
 

@@ -109,7 +109,8 @@ private:
     TargetDisplay m_targets;
     TargetFocus m_focus;
     double m_now = 0;
-    bool m_rearrange = false; ///< marks and places no longer fit view, options or focus
+    bool m_rearrange = false;   ///< marks and places no longer fit options or focus
+    bool m_viewChanged = false; ///< nor the view
     ScopePainter m_painter;
     Stale m_stale = Stale::Nothing;
 };

@@ -19,7 +19,7 @@ static bool StandsOnGround(const PlayerRecord& target, const AirportIndex& airpo
 static double LightOf(const TrackState& track, std::int32_t staleSeconds) noexcept
 {
     constexpr double Freshest = 0.7;
-    constexpr double Least = 0.35;
+    constexpr double Least = 0.45;
     constexpr double FadingTimes = 4;
     if (!track.Stale || staleSeconds <= 0)
         return 1;

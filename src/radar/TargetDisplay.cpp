@@ -22,10 +22,11 @@ void TargetDisplay::Clear()
     m_marks = {};
 }
 
-void TargetDisplay::Follow(const DisplayOptions& options)
+/// Returns whether they are others than the last.
+bool TargetDisplay::Follow(const DisplayOptions& options)
 {
     if (m_options == options)
-        return;
+        return false;
     m_monitor.SetOptions(TracksOf(options), AlertsOf(options));
     const bool otherPlaces =
         m_options && (m_options->LeaderDirection != options.LeaderDirection ||
@@ -33,11 +34,12 @@ void TargetDisplay::Follow(const DisplayOptions& options)
     if (otherPlaces)
         m_placer.Clear();
     m_options = options;
+    return true;
 }
 
 void TargetDisplay::Refresh(const Frame& frame)
 {
-    Follow(frame.Options);
+    const bool changed = Follow(frame.Options);
     UpdateMinimumAltitudes(frame.Scene, frame.Members, m_altitudes);
     std::vector<const PlayerRecord*> pilots;
     for (const PlayerRecord& player : frame.Members.Players)
@@ -52,13 +54,13 @@ void TargetDisplay::Refresh(const Frame& frame)
         std::ranges::sort(present);
         m_byHand.KeepOnly(present);
     }
-    Arrange(frame, false);
+    Arrange(frame, changed ? PlacementOccasion::OtherView : PlacementOccasion::Refresh);
 }
 
-void TargetDisplay::Rearrange(const Frame& frame)
+void TargetDisplay::Rearrange(const Frame& frame, bool viewChanged)
 {
-    Follow(frame.Options);
-    Arrange(frame, true);
+    const bool changed = Follow(frame.Options);
+    Arrange(frame, changed || viewChanged ? PlacementOccasion::OtherView : PlacementOccasion::Between);
 }
 
 /// A target that has not reported yet has no track, but a block.
@@ -78,7 +80,7 @@ static PixelBox BoxOfList(std::span<const AlertLine> lines) noexcept
     return box;
 }
 
-void TargetDisplay::Arrange(const Frame& frame, bool viewChanged)
+void TargetDisplay::Arrange(const Frame& frame, PlacementOccasion occasion)
 {
     ChooseTargets({frame.Scene, frame.Members, m_monitor, frame.Options, frame.Focus, frame.Now}, frame.Metrics,
                   m_marks);
@@ -91,11 +93,13 @@ void TargetDisplay::Arrange(const Frame& frame, bool viewChanged)
     for (const PixelBox& box : {frame.Focus.Panel, BoxOfList(m_marks.Alerts), m_marks.FilterNoteBox})
         if (!box.Empty())
             costly.push_back(box);
+    for (const PairMark& pair : m_marks.Pairs)
+        costly.push_back(pair.TextBox);
     const std::vector<PixelBox> names = AirportNameBoxes(frame.Scene, frame.Metrics);
     const PixelBox scope{0, 0, frame.Scene.View.ScopeWidthPx, frame.Scene.View.ScopeHeightPx};
     const PlacementRules rules{frame.Options.Placement == BlockPlacement::Automatic, frame.Options.LeaderDirection,
                                frame.Options.LeaderLengthPx};
-    const auto places = m_placer.Place(blocks, {scope, costly, names}, rules, frame.Now, viewChanged);
+    const auto places = m_placer.Place(blocks, {scope, costly, names}, rules, frame.Now, occasion);
     for (std::size_t i = 0; i < places.size(); ++i)
         m_marks.Targets[i].Place = places[i];
 }

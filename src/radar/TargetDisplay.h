@@ -35,9 +35,9 @@ public:
     void Clear();
     /// The refresh of each second: minimum altitudes and alerts are found anew, and everything is chosen and placed.
     void Refresh(const Frame& frame);
-    /// Between refreshes, when view, options, selection or panel have changed: chosen and placed anew, and blocks that
-    /// the change made overlap move at once.
-    void Rearrange(const Frame& frame);
+    /// Between refreshes: chosen and placed anew. Where view or options have changed, blocks that now overlap move at
+    /// once; where only selection or blocks by hand have, they stay.
+    void Rearrange(const Frame& frame, bool viewChanged);
     void Draw(Surface& surface, ColourScheme scheme) const;
 
     [[nodiscard]] const TargetMarks& Marks() const noexcept { return m_marks; }
@@ -54,8 +54,8 @@ public:
     [[nodiscard]] std::optional<std::size_t> AlertAt(ScopePoint at) const noexcept;
 
 private:
-    void Follow(const DisplayOptions& options);
-    void Arrange(const Frame& frame, bool viewChanged);
+    bool Follow(const DisplayOptions& options);
+    void Arrange(const Frame& frame, PlacementOccasion occasion);
 
     TrafficMonitor m_monitor;
     MinimumAltitudes m_altitudes;

@@ -43,7 +43,8 @@ struct PairMark {
     ScopePoint From;
     ScopePoint To;
     bool Violated = false;
-    std::string Text; ///< at its middle
+    std::string Text; ///< beside its middle
+    PixelBox TextBox;
 };
 
 /// A line of the list of alerts.

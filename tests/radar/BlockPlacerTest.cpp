@@ -22,8 +22,8 @@ TEST_P(Leader, PointsToItsKeyAndTheBlockLooksBackAtTheTarget)
     const BlockToPlace block{1, {500, 500}, Size, std::nullopt};
     for (const bool automatic : {false, true}) {
         BlockPlacer placer;
-        const auto places =
-            placer.Place(std::span(&block, 1), {WholeScope, {}, {}}, {automatic, direction, 30}, 0, false);
+        const auto places = placer.Place(std::span(&block, 1), {WholeScope, {}, {}}, {automatic, direction, 30}, 0,
+                                         PlacementOccasion::Refresh);
         EXPECT_EQ(places[0].LeaderEnd, end);
         EXPECT_EQ(places[0].Box, box);
         EXPECT_EQ(places[0].Direction, direction);
@@ -64,9 +64,9 @@ INSTANTIATE_TEST_SUITE_P(Blocks, LineAndBox,
 class Placing : public testing::Test {
 protected:
     void Target(std::uint64_t track, ScopePoint at) { blocks.push_back({track, at, Size, std::nullopt}); }
-    std::vector<BlockPlace> Place(bool viewChanged = false)
+    std::vector<BlockPlace> Place(PlacementOccasion occasion = PlacementOccasion::Refresh)
     {
-        const auto places = placer.Place(blocks, {WholeScope, costly, cheap}, {true, 9, 30}, now, viewChanged);
+        const auto places = placer.Place(blocks, {WholeScope, costly, cheap}, {true, 9, 30}, now, occasion);
         now += 1;
         return {places.begin(), places.end()};
     }
@@ -117,7 +117,9 @@ TEST_F(Placing, OneRefreshOfOverlapIsForgotten)
         EXPECT_EQ(Place()[0].Direction, 9);
     }
     blocks[0].Target = {490, 510};
-    EXPECT_EQ(Shared(Place(true)), 0) << "another view does not wait";
+    for (int i = 0; i < 4; ++i)
+        EXPECT_GT(Shared(Place(PlacementOccasion::Between)), 0) << "a block that is dragged pushes nothing about";
+    EXPECT_EQ(Shared(Place(PlacementOccasion::OtherView)), 0) << "another view does not wait";
 }
 
 TEST_F(Placing, KeepsOffDotsNotesAndNamesButNeverFromAFreePlace)
@@ -169,7 +171,7 @@ TEST_F(Placing, MakesRoomInACrowdTheSameWayEachTime)
     for (std::uint64_t track = 1; track <= 30; ++track)
         Target(track, {pixel(random), pixel(random)});
     BlockPlacer fixed;
-    const auto stacked = fixed.Place(blocks, {WholeScope, {}, {}}, {false, 9, 30}, 0, false);
+    const auto stacked = fixed.Place(blocks, {WholeScope, {}, {}}, {false, 9, 30}, 0, PlacementOccasion::Refresh);
     const std::int64_t before = Shared({stacked.begin(), stacked.end()});
     ASSERT_GT(before, 2000);
     const std::vector<BlockPlace> first = Place();

@@ -164,6 +164,7 @@ void MainWindow::ShowPanelLabel()
     QLabel& label = *m_ui->Label1;
     label.setText(ToQString(m_display.PanelText()));
     label.setVisible(!m_display.PanelText().empty());
+    m_display.SetPanelBox({});
     if (!label.isVisible())
         return;
     label.adjustSize();
@@ -171,6 +172,7 @@ void MainWindow::ShowPanelLabel()
     const ScopePoint at = m_display.PanelPosition();
     label.move(std::clamp(at.X, 0, std::max(scope.width() - label.width(), 0)),
                std::clamp(at.Y, 0, std::max(scope.height() - label.height(), 0)));
+    m_display.SetPanelBox({label.x(), label.y(), label.x() + label.width(), label.y() + label.height()});
     label.raise();
 }
 
