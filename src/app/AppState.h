@@ -7,8 +7,10 @@
 #include "radar/DisplayOptions.h"
 #include "session/PlayerTable.h"
 #include "session/SessionState.h"
+#include "traffic/TrafficDetails.h"
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace corvane {
@@ -16,10 +18,12 @@ namespace corvane {
 ///
 /// A window gives a library the smallest part that serves it. View and pointer belong to the main window.
 struct AppState {
-    std::filesystem::path AppFolder; ///< where the settings and the database live
-    bool DatabaseMissing = false;    ///< from a start without a usable database until a build has completed
-    SettingsRecord Settings;         ///< its FsPath is the simulator's main folder
-    SessionState Session;
+    std::filesystem::path AppFolder;    ///< where the settings and the database live
+    bool DatabaseMissing = false;       ///< from a start without a usable database until a build has completed
+    SettingsRecord Settings;            ///< its FsPath is the simulator's main folder
+    TrafficDetailsTable TrafficDetails; ///< of the players, where they are traffic from outside
+    std::string TrafficHealth;          ///< of the link to that traffic; empty: there is none
+    SessionState Session;               ///< its peer may use the two above to its end
     PlayerTable Players;
     AreaModel Area;
     std::vector<AirspaceRecord> AllAirspaces; ///< the whole airspaces file, while the area chooser is open

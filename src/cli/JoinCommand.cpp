@@ -10,6 +10,7 @@
 #include "net/DirectPlayPeer.h"
 #include "recording/RecordingPeer.h"
 #include "traffic/TrafficProvider.h"
+#include "traffic/out/FeedOut.h"
 
 #include <thread>
 
@@ -107,7 +108,8 @@ static Result<void> FollowOn(SessionPeerFactory& factory, const JoinOptions& opt
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
         return grid.error();
-    const auto feedOut = OpenFeedOut(options.FeedOut, **grid, &details);
+    auto feedOut = options.FeedOut.empty() ? Result<std::unique_ptr<FeedOut>>(nullptr)
+                                           : OpenFeedOut(options.FeedOut, **grid, &details);
     if (!feedOut)
         return feedOut.error();
     TrafficEventLines events(lines, details, **grid);

@@ -4,6 +4,7 @@
 #include "traffic/feeds/FeedPlace.h"
 #include "traffic/flightgear/AreaStation.h"
 #include "traffic/flightgear/FlightGearFeed.h"
+#include "traffic/out/FeedOut.h"
 
 #include <utility>
 
@@ -180,16 +181,5 @@ Result<OpenedTraffic> OpenTraffic(const TrafficOptions& options, const FolderOpt
     return OpenedTraffic{.Feed = OpenAircraftFeed(*place, nearest),
                          .Address = place->Kind == FeedKind::JsonFile ? place->Path : place->Host,
                          .Port = place->Port};
-}
-
-Result<std::unique_ptr<FeedOut>> OpenFeedOut(const std::string& place, const MagVarGrid& magVar,
-                                             const TrafficDetailsTable* details)
-{
-    if (place.empty())
-        return std::unique_ptr<FeedOut>();
-    const auto parsed = ParseFeedOutPlace(place);
-    if (!parsed)
-        return parsed.error();
-    return FeedOut::Open(*parsed, magVar, details);
 }
 } // namespace corvane

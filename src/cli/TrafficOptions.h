@@ -4,10 +4,7 @@
 #include "cli/NumberList.h"
 #include "core/Geodesy.h"
 #include "traffic/NearestTraffic.h"
-#include "traffic/TrafficDetails.h"
-#include "traffic/out/FeedOut.h"
 
-#include <memory>
 #include <ostream>
 #include <string>
 
@@ -57,7 +54,4 @@ struct OpenedTraffic {
 };
 Result<OpenedTraffic> OpenTraffic(const TrafficOptions& options, const FolderOptions& folders, std::ostream& notices);
 
-/// The feed of targets that --feed-out asks for; null where it does not. Its grid and details must outlive it.
-Result<std::unique_ptr<FeedOut>> OpenFeedOut(const std::string& place, const MagVarGrid& magVar,
-                                             const TrafficDetailsTable* details);
 } // namespace corvane

@@ -8,8 +8,10 @@ namespace corvane {
 /// How much nearer, squared, those that are in count than they are.
 static constexpr double Staying = 1 / (1.1 * 1.1);
 
-NearestTraffic::NearestTraffic(std::unique_ptr<TrafficFeed> feed, const NearestTrafficOptions& options)
+NearestTraffic::NearestTraffic(std::unique_ptr<TrafficFeed> feed, NearestTrafficOptions options)
     : m_feed(std::move(feed)),
+      m_followCenter(std::move(options.FollowCenter)),
+      m_centerPlace(options.Center),
       m_center(ToUnitVector(options.Center)),
       m_radius(SquaredChordOfNm(options.RadiusNm)),
       m_most(options.Most)
@@ -21,13 +23,16 @@ double NearestTraffic::Rank(const Aircraft& aircraft) const noexcept
     return aircraft.LetThrough ? aircraft.Distance * Staying : aircraft.Distance;
 }
 
-void NearestTraffic::SetCenter(LatLon center)
+void NearestTraffic::MoveCenter()
 {
+    const LatLon center = m_followCenter ? m_followCenter() : m_centerPlace;
+    if (center == m_centerPlace)
+        return;
+    m_centerPlace = center;
     m_center = ToUnitVector(center);
     for (auto& [key, aircraft] : m_aircraft)
         if (aircraft.Report)
             aircraft.Distance = SquaredChord(m_center, ToUnitVector(aircraft.Report->Position));
-    m_nextChoiceMs = 0;
 }
 
 TrafficEvents NearestTraffic::Take(std::int64_t nowMs)
@@ -37,6 +42,7 @@ TrafficEvents NearestTraffic::Take(std::int64_t nowMs)
         std::visit([this](auto& one) { Take(std::move(one)); }, event);
     if (nowMs >= m_nextChoiceMs) {
         m_nextChoiceMs = nowMs + ChoiceMs;
+        MoveCenter();
         Choose();
     }
     return std::exchange(m_events, {});

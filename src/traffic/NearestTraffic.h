@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,8 @@ struct NearestTrafficOptions {
     LatLon Center;
     double RadiusNm = DefaultTrafficRadiusNm;
     std::size_t Most = DefaultMostTraffic;
+    /// Where the center is by now; asked about once a second. None: where it was.
+    std::function<LatLon()> FollowCenter = {};
 };
 
 /// Lets only a part of another feed through: the aircraft around a place, and of these the nearest where they are too
@@ -26,7 +29,7 @@ struct NearestTrafficOptions {
 /// comes and goes along the border. What an aircraft that is not let through says or does is not told.
 class NearestTraffic final : public TrafficFeed {
 public:
-    NearestTraffic(std::unique_ptr<TrafficFeed> feed, const NearestTrafficOptions& options);
+    NearestTraffic(std::unique_ptr<TrafficFeed> feed, NearestTrafficOptions options);
 
     [[nodiscard]] std::string Name() const override { return m_feed->Name(); }
     TrafficEvents Take(std::int64_t nowMs) override;
@@ -34,9 +37,6 @@ public:
     [[nodiscard]] bool CanBeTalkedTo() const override { return m_feed->CanBeTalkedTo(); }
     /// The feed's, and how many of its aircraft are let through where that is not all.
     [[nodiscard]] std::string Health() const override;
-
-    /// The place that counts from now on.
-    void SetCenter(LatLon center);
 
 private:
     struct Aircraft {
@@ -53,6 +53,7 @@ private:
     void Take(const AircraftVanished& event);
     void Take(SourceNotice&& event) { m_events.emplace_back(std::move(event)); }
 
+    void MoveCenter();
     [[nodiscard]] double Rank(const Aircraft& aircraft) const noexcept;
     void LetIn(Aircraft& aircraft);
     void PutOut(Aircraft& aircraft);
@@ -61,6 +62,8 @@ private:
     void TellOfEmergency(const Aircraft& aircraft, const TrafficReport* before);
 
     std::unique_ptr<TrafficFeed> m_feed;
+    std::function<LatLon()> m_followCenter;
+    LatLon m_centerPlace;
     UnitVector m_center;
     double m_radius; ///< squared chord
     std::size_t m_most;

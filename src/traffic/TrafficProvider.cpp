@@ -18,6 +18,16 @@ public:
     {
     }
 
+    TrafficPeer(const TrafficPeer&) = delete;
+    TrafficPeer& operator=(const TrafficPeer&) = delete;
+    TrafficPeer(TrafficPeer&&) = delete;
+    TrafficPeer& operator=(TrafficPeer&&) = delete;
+    ~TrafficPeer() override
+    {
+        if (m_feed && m_connection.OnHealth)
+            m_connection.OnHealth({});
+    }
+
     Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view /*guid*/,
                                                               std::uint32_t /*flags*/) override
     {
@@ -47,14 +57,34 @@ public:
 private:
     Result<void> Begin();
     Result<void> Listen();
-    Result<void> Advance() { return m_session ? m_session->Advance(m_connection.Clock()) : Result<void>(); }
+    Result<void> Advance();
+    void TellHealth(std::int64_t nowMs);
 
     const TrafficConnection& m_connection;
     InMemoryProvider m_memory;
     TrafficDetailsTable& m_details;
     std::unique_ptr<TrafficFeed> m_feed;
     std::unique_ptr<TrafficSession> m_session; ///< uses the feed and the memory
+    std::int64_t m_nextHealthMs = 0;
 };
+
+Result<void> TrafficPeer::Advance()
+{
+    if (!m_session)
+        return {};
+    const std::int64_t nowMs = m_connection.Clock();
+    TellHealth(nowMs);
+    return m_session->Advance(nowMs);
+}
+
+void TrafficPeer::TellHealth(std::int64_t nowMs)
+{
+    constexpr std::int64_t OftenMs = 1000;
+    if (!m_connection.OnHealth || nowMs < m_nextHealthMs)
+        return;
+    m_nextHealthMs = nowMs + OftenMs;
+    m_connection.OnHealth(m_feed->Health());
+}
 
 Result<std::vector<SessionEntry>> TrafficPeer::GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
                                                                  std::uint32_t flags)

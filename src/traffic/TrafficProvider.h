@@ -24,6 +24,8 @@ struct TrafficConnection {
     std::function<bool()> WhileWaiting = {};
     /// Of the link; none: they are lines of chat.
     std::function<void(std::string_view)> OnNotice = {};
+    /// How the link is, in a few words, about once a second; empty when it has ended.
+    std::function<void(std::string)> OnHealth = {};
 };
 
 /// Offers traffic from outside as a session of this program's own memory, in which its aircraft are members. A peer

@@ -20,7 +20,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 const std::string OneLine = "MSG,3,1,1,00000A,1,,,,,KLM1,1000,,,52,4,,,,,,0\r\n";
-constexpr NearestTrafficOptions Around{{52, 4}, 300, 100};
+const NearestTrafficOptions Around{{52, 4}, 300, 100, {}};
 
 /// Repeats work until a condition holds, for some seconds at most.
 bool Until(const std::function<bool()>& holds, const std::function<void()>& work)

@@ -141,7 +141,7 @@ TEST(FeedOutLink, IsWhatAFeedReads)
     ASSERT_FALSE(taken);
     EXPECT_THAT(taken.error().Text(), HasSubstr("127.0.0.1:"));
     const auto feed =
-        OpenAircraftFeed({FeedKind::BaseStation, "127.0.0.1", (*out)->Server().Port(), ""}, {{52, 4}, 300, 100});
+        OpenAircraftFeed({FeedKind::BaseStation, "127.0.0.1", (*out)->Server().Port(), ""}, {{52, 4}, 300, 100, {}});
     const std::vector<PlayerRecord> players{Pilot(1, "AAL1", 52, 4), Pilot(2, "BAW2", 53, 4)};
     test::Sky sky;
     for (std::int64_t now = 0; now < 200000 && sky.Names().size() < 2; now += 100) {

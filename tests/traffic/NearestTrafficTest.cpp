@@ -32,8 +32,9 @@ class NearestOf : public testing::Test {
 protected:
     void Make(double radiusNm, std::size_t most)
     {
-        m_nearest = std::make_unique<NearestTraffic>(std::make_unique<ToldFeed>(m_next),
-                                                     NearestTrafficOptions{{0, 179}, radiusNm, most});
+        m_nearest = std::make_unique<NearestTraffic>(
+            std::make_unique<ToldFeed>(m_next),
+            NearestTrafficOptions{{0, 179}, radiusNm, most, [this] { return Center; }});
     }
     /// Puts an aircraft, which may be new, so many miles east of the center, across the 180 degree meridian.
     void Put(TrafficKey key, double nm, bool emergency = false)
@@ -56,6 +57,7 @@ protected:
         return m_sky.Names();
     }
 
+    LatLon Center{0, 179};
     TrafficEvents m_next;
     std::map<TrafficKey, bool> m_known;
     std::unique_ptr<NearestTraffic> m_nearest;
@@ -137,7 +139,7 @@ TEST_F(NearestOf, FollowsTheCenter)
     Put(1, 0);
     Put(2, 3000);
     EXPECT_THAT(Shown(), ElementsAre("1"));
-    m_nearest->SetCenter({0, 179 + 50 - 360});
+    Center = {0, 179 + 50 - 360};
     EXPECT_THAT(Shown(), ElementsAre("2"));
 }
 } // namespace

@@ -33,6 +33,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_displayControls = std::make_unique<DisplayControls>(state.Display, state.Area, *m_ui->modern_display_op1,
                                                           *m_ui->display_options_op1, *this);
     connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
+    m_traffic = std::make_unique<TrafficControls>(state, boxes, *m_ui->offer_targets1, *m_ui->Label9);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
     ConnectControls();
@@ -107,8 +108,10 @@ void MainWindow::MakeTimer(QTimer& timer, const char* name, int intervalMs, void
 void MainWindow::PumpTick()
 {
     m_pump.PumpTick();
-    if (!m_left)
-        m_recording->Refresh(); // last: this window may be gone when it returns
+    if (m_left)
+        return;
+    m_traffic->Refresh();
+    m_recording->Refresh(); // last: this window may be gone when it returns
 }
 
 void MainWindow::TargetTick()

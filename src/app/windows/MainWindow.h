@@ -2,6 +2,7 @@
 
 #include "app/windows/DisplayControls.h"
 #include "app/windows/RecordingControls.h"
+#include "app/windows/TrafficControls.h"
 #include "core/MessageBoxes.h"
 #include "core/MillisecondClock.h"
 #include "radar/RadarDisplay.h"
@@ -93,6 +94,7 @@ private:
     MillisecondClock m_clock = SteadyMilliseconds();
     std::unique_ptr<RecordingControls> m_recording;
     std::unique_ptr<DisplayControls> m_displayControls;
+    std::unique_ptr<TrafficControls> m_traffic;
     QActionGroup m_actions{this}; ///< what the menus do
     QTimer m_timer1{this};        ///< message pump
     QTimer m_timer2{this};        ///< target refresh

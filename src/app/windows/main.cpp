@@ -1,4 +1,5 @@
 #include "app/AppState.h"
+#include "app/FeedConnection.h"
 #include "app/PracticeHost.h"
 #include "app/PracticeProvider.h"
 #include "app/StartupChecks.h"
@@ -7,6 +8,7 @@
 #include "app/windows/ProgramArguments.h"
 #include "app/windows/RadarEmblem.h"
 #include "app/windows/ScriptedStart.h"
+#include "app/windows/TrafficPrompts.h"
 #include "core/windows/QtMessageBoxes.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordedSessionProvider.h"
@@ -52,11 +54,13 @@ int main(int argc, char** argv)
     QtRecordingDialogs dialogs;
     PlaybackClock playback(SteadyMilliseconds());
     SessionRecorder recorder(SteadyMilliseconds());
+    std::optional<TrafficProvider> feedProvider;
     const auto state = std::make_unique<AppState>();
     DirectPlayProvider networkProvider(NetworkOptions(state->Session));
     PracticeProvider practiceProvider(network);
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);
-    CompositePeerFactory connections({&networkProvider, &practiceProvider, &recordedProvider});
+    feedProvider.emplace(MakeFeedConnection(*state, AskFeedAddress), state->TrafficDetails);
+    CompositePeerFactory connections({&networkProvider, &practiceProvider, &recordedProvider, &*feedProvider});
     RecordingPeerFactory factory(connections, recorder);
     const ScriptedStart script = arguments.Read(application, *state);
     PracticeHost practice(practiceProvider, state->MagVar,

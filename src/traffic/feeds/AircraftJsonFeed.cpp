@@ -1,6 +1,7 @@
 #include "traffic/feeds/AircraftJsonFeed.h"
 
 #include "core/File.h"
+#include "core/Text.h"
 #include "traffic/feeds/BackOff.h"
 #include "traffic/feeds/WebFetch.h"
 
@@ -93,7 +94,7 @@ void AircraftJsonFeed::Reading::Stop()
 /// The thread may be waiting for a name service or a dead file server for longer than anybody wants to: nobody waits
 /// for its end.
 AircraftJsonFeed::AircraftJsonFeed(const FeedPlace& place)
-    : m_reading(std::make_shared<Reading>(place)), m_report(FeedPlaceText(place))
+    : m_reading(std::make_shared<Reading>(place)), m_report(Utf8ToWindows1252(FeedPlaceText(place)))
 {
     std::thread([reading = m_reading] { reading->Run(); }).detach();
 }

@@ -1,11 +1,13 @@
 #include "traffic/feeds/BaseStationFeed.h"
 
+#include "core/Text.h"
+
 #include <iterator>
 #include <utility>
 
 namespace corvane {
 BaseStationFeed::BaseStationFeed(const FeedPlace& place)
-    : m_stream(place.Host, place.Port), m_report(FeedPlaceText(place))
+    : m_stream(place.Host, place.Port), m_report(Utf8ToWindows1252(FeedPlaceText(place)))
 {
 }
 

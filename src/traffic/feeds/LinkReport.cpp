@@ -1,5 +1,7 @@
 #include "traffic/feeds/LinkReport.h"
 
+#include "core/Text.h"
+
 #include <utility>
 
 namespace corvane {
@@ -14,9 +16,9 @@ void LinkReport::Opened(TrafficEvents& events)
 void LinkReport::Failed(const std::string& why, TrafficEvents& events)
 {
     m_open = false;
-    m_why = why;
+    m_why = Utf8ToWindows1252(why); // the system speaks its user's language
     if (!std::exchange(m_told, true))
-        events.emplace_back(SourceNotice{m_place + ": " + why + "; trying again"});
+        events.emplace_back(SourceNotice{m_place + ": " + m_why + "; trying again"});
 }
 
 std::string LinkReport::Health(std::size_t aircraft) const

@@ -17,6 +17,26 @@ Result<FeedOutPlace> ParseFeedOutPlace(std::string_view text)
     return FeedOutPlace{place->Host, place->Port};
 }
 
+Result<std::unique_ptr<FeedOut>> OpenFeedOut(std::string_view text, const MagVarGrid& magVar,
+                                             const TrafficDetailsTable* details)
+{
+    const auto place = ParseFeedOutPlace(text);
+    if (!place)
+        return place.error();
+    return FeedOut::Open(*place, magVar, details);
+}
+
+std::string TrafficStatus(std::string_view health, const FeedOut* out)
+{
+    std::string status(health);
+    if (out == nullptr)
+        return status;
+    const std::size_t readers = out->Server().ReaderCount();
+    status.append(status.empty() ? "" : "; ").append("offered at port ") += std::to_string(out->Server().Port());
+    status += ", " + std::to_string(readers) + (readers == 1 ? " reader" : " readers");
+    return status;
+}
+
 Result<std::unique_ptr<FeedOut>> FeedOut::Open(const FeedOutPlace& place, const MagVarGrid& magVar,
                                                const TrafficDetailsTable* details)
 {

@@ -12,6 +12,14 @@ struct FeedOutPlace {
 };
 Result<FeedOutPlace> ParseFeedOutPlace(std::string_view text);
 
+class FeedOut;
+/// Opens the place that a text names. An Error says what is wrong with the text, or why the place cannot be had.
+Result<std::unique_ptr<FeedOut>> OpenFeedOut(std::string_view text, const MagVarGrid& magVar,
+                                             const TrafficDetailsTable* details);
+/// How traffic from outside and to it is, in a line: health, if there is such traffic, and the readers of out, which
+/// may be null.
+std::string TrafficStatus(std::string_view health, const FeedOut* out);
+
 /// Offers a session's targets to other programs, as a receiver would.
 class FeedOut {
 public:

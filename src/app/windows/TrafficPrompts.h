@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace corvane {
+/// Asks where a feed of real aircraft is: a receiver's name or address, or an aircraft.json. Offers the answer of the
+/// last time, or this machine with the usual port. UTF-8; nothing when the user leaves it.
+std::optional<std::string> AskFeedAddress();
+
+/// Asks at which port, or address and port, the targets are offered to other programs; as above.
+std::optional<std::string> AskFeedOutPort();
+} // namespace corvane
