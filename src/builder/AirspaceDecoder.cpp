@@ -59,8 +59,7 @@ static void SetLimits(BglReader& reader, std::int64_t at, AirspaceRecord& airspa
     airspace.Ceiling = reader.ReadI32(at + 4);
 }
 
-/// Halfway along the box's diagonal from its north-west to its south-east corner.
-static void SetCenter(AirspaceRecord& airspace)
+void SetCenterOfBox(AirspaceRecord& airspace) noexcept
 {
     const std::int16_t diagonal = DistanceNm(airspace.North, airspace.West, airspace.South, airspace.East);
     const std::int16_t course = TrueCourse(airspace.North, airspace.West, airspace.South, airspace.East);
@@ -76,7 +75,7 @@ static void SetBox(BglReader& reader, std::int64_t r, AirspaceRecord& airspace)
     airspace.West = BoundaryLongitude(reader.ReadI32(r + 12));
     airspace.North = BoundaryLatitude(reader.ReadI32(r + 16));
     airspace.East = BoundaryLongitude(reader.ReadI32(r + 20));
-    SetCenter(airspace);
+    SetCenterOfBox(airspace);
 }
 
 /// A later facility replaces an earlier one. False where the frequency is none.

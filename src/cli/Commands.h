@@ -21,6 +21,7 @@ void AddDemoWorldCommand(CLI::App& app, const Console& console, CommandWork& wor
 void AddDumpCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddImportCommand(CLI::App& app, const Console& console, CommandWork& work);
+void AddImportWorld(CLI::App& import, const Console& console, CommandWork& work); ///< below the command before
 void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddMessageCommand(CLI::App& app, const Console& console, CommandWork& work);
 void AddScopeCommand(CLI::App& app, const Console& console, CommandWork& work);

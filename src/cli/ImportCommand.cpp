@@ -96,9 +96,10 @@ static void AddTerrain(CLI::App& import, const Console& console, CommandWork& wo
 
 void AddImportCommand(CLI::App& app, const Console& console, CommandWork& work)
 {
-    CLI::App* const command = app.add_subcommand("import", "Makes map files of other maps");
+    CLI::App* const command = app.add_subcommand("import", "Makes map files and databases of open data");
     command->require_subcommand(1);
     AddOutlines(*command, console, work);
     AddTerrain(*command, console, work);
+    AddImportWorld(*command, console, work);
 }
 } // namespace corvane

@@ -20,6 +20,19 @@ bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept
     return true;
 }
 
+Bytes MagdecFile(std::span<const std::int16_t> values)
+{
+    constexpr std::size_t GridOffsetAt = 110;
+    constexpr std::size_t HeaderSize = 0x80;
+    constexpr std::size_t GridHeadSize = 8;
+    Bytes out(HeaderSize + GridHeadSize);
+    ByteWriter writer(out);
+    writer.PatchI32(GridOffsetAt, static_cast<std::int32_t>(HeaderSize));
+    for (const std::int16_t value : values)
+        writer.WriteI16(value);
+    return out;
+}
+
 Result<void> ReadMagVarGrid(MagVarGrid& grid, std::string_view fsFolder)
 {
     const auto path = FindPath(std::string(fsFolder) + "\\scenery\\magdec.bgl");

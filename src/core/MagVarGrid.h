@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace corvane {
@@ -45,6 +46,10 @@ public:
 /// values, longitude by longitude. Values past the end of the file read as 0.
 /// Returns false, grid untouched, when the file names no grid (G below 1).
 bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept;
+
+/// The bytes of a magdec.bgl that holds the values: MagVarGrid::CellCount of them, in the grid's order. It has no
+/// section that a scan would look into.
+Bytes MagdecFile(std::span<const std::int16_t> values);
 
 /// Fills the grid from scenery\magdec.bgl in the simulator's main folder (8-bit text, found in any letter case). A file
 /// that is absent leaves the grid as it is; one that is there and cannot be read is an Error.

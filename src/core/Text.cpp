@@ -51,6 +51,11 @@ static std::optional<char32_t> TakeCodePoint(std::string_view& text)
         }
         codePoint = codePoint << 6U | (byteAt(i) & 0x3FU);
     }
+    const bool tooLong = (length == 3 && codePoint < 0x800) || (length == 4 && codePoint < 0x10000);
+    if (tooLong || (codePoint >= 0xD800 && codePoint < 0xE000) || codePoint > 0x10FFFF) {
+        text.remove_prefix(1);
+        return std::nullopt;
+    }
     text.remove_prefix(length);
     return codePoint;
 }

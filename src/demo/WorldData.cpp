@@ -178,18 +178,22 @@ static Result<void> ReadPolylines(const fs::path& path, std::vector<Polyline>& l
     return {};
 }
 
-static Result<void> ReadMagVar(const fs::path& path, std::vector<std::int16_t>& values)
+Result<std::vector<std::int16_t>> LoadMagVar(const fs::path& dataFolder)
 {
-    auto read = ReadTable(path, "", [&](CsvReader& csv) {
+    const fs::path path = dataFolder / "magvar.csv";
+    std::vector<std::int16_t> values;
+    const Result<void> read = ReadTable(path, "", [&](CsvReader& csv) {
         if (csv.FieldCount() != MagVarGrid::Latitudes)
             return csv.Refuse("does not hold 181 values");
         for (std::size_t i = 0; i < csv.FieldCount(); ++i)
             values.push_back(static_cast<std::int16_t>(csv.Whole(i, -32768, 32767)));
     });
-    if (read && values.size() != MagVarGrid::CellCount)
+    if (!read)
+        return read.error();
+    if (values.size() != MagVarGrid::CellCount)
         return Fail(FullName(path),
                     "holds " + NumberText(static_cast<std::int64_t>(values.size())) + " values instead of 65160");
-    return read;
+    return values;
 }
 
 static TerrainSource ReadTerrainPoint(CsvReader& csv)
@@ -217,9 +221,13 @@ static Result<void> ReadAll(const fs::path& folder, WorldData& world)
         done = ReadTable(folder / "terrain.csv", "lat,lon,elevation_ft,source",
                          [&](CsvReader& csv) { world.Terrain.push_back(ReadTerrainPoint(csv)); });
     }
-    if (done)
-        done = ReadMagVar(folder / "magvar.csv", world.MagVar);
-    return done;
+    if (!done)
+        return done;
+    Result<std::vector<std::int16_t>> magVar = LoadMagVar(folder);
+    if (!magVar)
+        return magVar.error();
+    world.MagVar = *std::move(magVar);
+    return {};
 }
 
 Result<WorldData> LoadWorldData(const fs::path& dataFolder)

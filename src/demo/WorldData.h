@@ -83,4 +83,7 @@ struct WorldData {
 /// runways together, then by identifier. A file that is missing or a line that makes no sense is an error that names
 /// it.
 Result<WorldData> LoadWorldData(const std::filesystem::path& dataFolder);
+
+/// Reads magvar.csv alone: 65160 values, longitude by longitude.
+Result<std::vector<std::int16_t>> LoadMagVar(const std::filesystem::path& dataFolder);
 } // namespace corvane

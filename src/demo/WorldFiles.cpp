@@ -33,19 +33,6 @@ Bytes SceneryCfgFile(std::span<const SceneryAreaEntry> areas)
     return ToBytes(text);
 }
 
-Bytes MagdecFile(std::span<const std::int16_t> values)
-{
-    constexpr std::size_t GridOffsetAt = 110;
-    constexpr std::size_t HeaderSize = 0x80;
-    constexpr std::size_t GridHeadSize = 8;
-    Bytes out(HeaderSize + GridHeadSize);
-    ByteWriter writer(out);
-    writer.PatchI32(GridOffsetAt, static_cast<std::int32_t>(HeaderSize));
-    for (const std::int16_t value : values)
-        writer.WriteI16(value);
-    return out;
-}
-
 void AppendWorldMap(Bytes& out, std::span<const Polyline> lines)
 {
     for (const Polyline& line : lines)

@@ -20,9 +20,6 @@ struct SceneryAreaEntry {
 /// A section [General], then one section an area, lines ending in CR LF.
 Bytes SceneryCfgFile(std::span<const SceneryAreaEntry> areas);
 
-/// magdec.bgl with the given 65160 values, longitude by longitude; it has no section that a scan would look into.
-Bytes MagdecFile(std::span<const std::int16_t> values);
-
 /// world.map: the vertices of the polylines, an entry of two zeros after each.
 void AppendWorldMap(Bytes& out, std::span<const Polyline> lines);
 /// world_terrain.db.

@@ -56,6 +56,46 @@ TEST(ImportCommand, FailsWithOneLineAndWritesNothing)
     }
 }
 
+TEST(ImportWorldCommand, PrintsCountsAndReportsWhatItPassedOver)
+{
+    const TemporaryFolder folder;
+    const fs::path nav = folder.Write(
+        "nav.dat", std::string("I\n810 Version\n3 10 20 120 11795 30 -12.0 KBV KESTREL VOR\n3 x\nprose\n99\n"));
+    const fs::path air = folder.Write("a.txt", std::string("AC D\nAN Broken \x01 zone\nAC R\nAN Range\n"));
+    const std::string app = (folder.Path() / "app").string();
+    const std::string report = (folder.Path() / "report").string();
+    const CommandRun run = RunCli({"import", "world", "--nav-dat", nav.string(), "--airspaces", air.string(),
+                                   "--app-folder", app, "--report", report});
+    EXPECT_EQ(run.Status, 0);
+    const json counts = json::parse(run.Out);
+    EXPECT_EQ(counts["AirportCount"], 0);
+    EXPECT_EQ(counts["VorCount"], 1);
+    EXPECT_EQ(counts["LeftOut"]["AirspacesByClass"], json({{"R", 1}}));
+    EXPECT_EQ(run.Notices, "corvane-cli: import: " + air.string() +
+                               ": line 1: the airspace \"Broken zone\" is left out: it has no lower limit\n" +
+                               "corvane-cli: import: " + nav.string() +
+                               ": 2 lines passed over, the first is line 4: field 1 is \"x\", not a latitude\n" +
+                               "corvane-cli: import: " + air.string() +
+                               ": 1 lines passed over, the first is line 1: the airspace \"Broken zone\" is left out: " +
+                               "it has no lower limit\n");
+    std::ifstream in(report);
+    std::vector<std::int64_t> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(json::parse(line)["Line"].get<std::int64_t>());
+    EXPECT_EQ(lines, (std::vector<std::int64_t>{4, 5, 1}));
+}
+
+TEST(ImportWorldCommand, WantsAnInputAndAFolderThatHoldsOne)
+{
+    const TemporaryFolder folder;
+    EXPECT_EQ(RunCli({"import", "world", "--app-folder", folder.Path().string()}).Status, 2);
+    const CommandRun run = RunCli({"import", "world", "--flightgear", folder.Path().string()});
+    EXPECT_EQ(run.Status, 1);
+    EXPECT_EQ(run.Notices, "corvane-cli: " + folder.Path().string() +
+                               ": holds neither Airports/apt.dat.gz nor Navaids/nav.dat.gz\n");
+    EXPECT_TRUE(fs::is_empty(folder.Path()));
+}
+
 #ifdef CORVANE_HAVE_GDAL
 TEST(ImportCommand, PrintsWhatItWrote)
 {
