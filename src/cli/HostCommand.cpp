@@ -14,6 +14,7 @@
 #include "practice/PracticeSession.h"
 #include "recording/ReplaySession.h"
 #include "traffic/TrafficSession.h"
+#include "traffic/out/FeedOut.h"
 
 #include <functional>
 #include <ostream>
@@ -34,6 +35,7 @@ struct HostOptions {
     TrafficOptions Traffic; ///< instead of simulated pilots; its place is theirs too
     std::string Replay;     ///< the recording whose members appear instead of simulated pilots
     int Speed = 1;
+    std::string FeedOut; ///< where the targets are offered; empty: nowhere
 };
 
 /// A session that is being hosted, whatever its members do.
@@ -90,7 +92,7 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     return practice;
 }
 
-static Result<void> Run(const Hosted& hosted, HostWatch& watch, const EndOfRun& end)
+static Result<void> Run(const Hosted& hosted, HostWatch& watch, FeedOut* feedOut, const EndOfRun& end)
 {
     constexpr std::chrono::milliseconds Pause(10);
     while (!end.HasCome()) {
@@ -98,6 +100,8 @@ static Result<void> Run(const Hosted& hosted, HostWatch& watch, const EndOfRun& 
             return going;
         if (const Result<void> going = watch.Tick(end.ElapsedMs()); !going)
             return going;
+        if (feedOut != nullptr)
+            feedOut->Tick(watch.Players().Players(), end.ElapsedMs());
         std::this_thread::sleep_for(Pause);
     }
     return {};
@@ -111,6 +115,10 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
         return grid.error();
+    auto feedOut = options.FeedOut.empty() ? Result<std::unique_ptr<FeedOut>>(nullptr)
+                                           : OpenFeedOut(options.FeedOut, **grid, &details);
+    if (!feedOut)
+        return Fail("host", feedOut.error().Text());
     const EndOfRun end(options.ForS);
     DirectPlayProvider provider(options.Network);
     provider.Options.MustBeFound = true;
@@ -122,7 +130,7 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
         return Fail("host", hosted.error().Text());
     lines.Listening(options.Network.BindAddress, options.Network.EnumerationPort);
     watch.Begin(hosted->Host, end.ElapsedMs());
-    const Result<void> ran = Run(*hosted, watch, end);
+    const Result<void> ran = Run(*hosted, watch, feedOut->get(), end);
     hosted->End();
     events.Disconnected(ran ? end.Reason() : ran.error().Text());
     return ran ? ran : Fail("host", ran.error().Text());
@@ -260,6 +268,7 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->excludes(replay)
         ->capture_default_str();
     AddForOption(*command, options->ForS);
+    AddFeedOutOption(*command, options->FeedOut);
     command->add_flag("--no-migrate", options->NoMigrate, "The session ends with its host");
     command->callback([options, &console, &work] {
         if (!options->Traffic.HasPlace())

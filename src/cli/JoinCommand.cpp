@@ -111,7 +111,7 @@ static Result<void> FollowOn(SessionPeerFactory& factory, const JoinOptions& opt
     auto feedOut = options.FeedOut.empty() ? Result<std::unique_ptr<FeedOut>>(nullptr)
                                            : OpenFeedOut(options.FeedOut, **grid, &details);
     if (!feedOut)
-        return feedOut.error();
+        return Fail("join", feedOut.error().Text());
     TrafficEventLines events(lines, details, **grid);
     JoinedRecording recording(options.Record, events);
     RecordingPeerFactory recorded(factory, recording.Recorder());
