@@ -60,6 +60,8 @@ constexpr std::array Promises{
             "TwoMilliseconds", 1},
     Promise{"Conflicts among 2,000 targets / among 1,000", "conflict", "SearchForConflicts/2000",
             "SearchForConflicts/1000", 3},
+    Promise{"A second of 20,000 aircraft, bytes to table / decoding them", "feed", "FeedToTable", "DecodeFeed", 3},
+    Promise{"A second of 20,000 aircraft, bytes to 5,000 players / one second", "feed", "FeedToPlayers", "", 0.333},
     Promise{"A practice week / two minutes", "practice", "SimulatedWeek", "SimulatedWeekLimit", 1},
     Promise{"Start to the chooser, 25,000 airports / reading its files", "windows", "StartToTheChooser", "ReadTheFiles",
             3},
