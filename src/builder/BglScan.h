@@ -24,6 +24,8 @@ struct BglScan {
 
     BglReader Reader;
     WorkBudget Budget;
+    /// List elements past the file's end, which no byte pays for: more than one list has, and too few to matter.
+    std::int64_t BlanksLeft = 4 * std::int64_t{32767};
     const MagVarGrid& Grid;
     DatabaseSink& Sink;
 
@@ -31,7 +33,14 @@ struct BglScan {
     std::string_view Place = "the file header";
     std::int64_t PlaceAt = 0;
 
-    [[nodiscard]] bool Stopped() const noexcept { return Reader.Failed() || Budget.Exhausted(); }
+    [[nodiscard]] bool Stopped() const noexcept { return Reader.Failed() || Budget.Exhausted() || BlanksLeft < 0; }
+
+    /// False once more elements past the file's end have been claimed than a file may.
+    bool SpendBlanks(std::int64_t count) noexcept
+    {
+        BlanksLeft -= count;
+        return BlanksLeft >= 0;
+    }
 
     /// Stores a value just read, unless reading it has failed. Returns whether it was stored.
     template <class T> bool Keep(T& field, T value)

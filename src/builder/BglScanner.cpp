@@ -31,9 +31,9 @@ struct BglSections {
 /// A header cut off by the file's end names nothing there.
 static BglSections ReadSections(ByteSpan file) noexcept
 {
-    const auto word = [file](std::int64_t at) {
-        BglReader reader(file);
-        return reader.ReadI32(at);
+    const auto word = [file](std::size_t at) {
+        ByteReader reader(file.subspan(std::min(at, file.size())));
+        return reader.ReadI32();
     };
     return {word(0x12), word(0x4E), static_cast<std::uint32_t>(word(0x76)) == ChainsMark};
 }
@@ -67,7 +67,7 @@ static void ScanDirectory(BglScan& scan, std::int64_t p)
     constexpr std::int64_t EntryHead = 16;
     const std::int32_t count = scan.Reader.ReadI32(p + 20);
     std::int64_t e = p + 24;
-    for (std::int32_t i = 0; i < count && e < scan.Reader.Size(); ++i) { // past the end every entry is blank
+    for (std::int32_t i = 0; i < count && e < scan.Reader.End(); ++i) { // past the end every entry is blank
         scan.EnterPlace("the airport directory entry", e);
         scan.Budget.Spend(EntryHead);
         const BglRecordHead head = ReadRecordHead(scan, e);
@@ -130,7 +130,7 @@ static void ScanNewSections(BglScan& scan)
 
 static std::string StopReason(const BglScan& scan)
 {
-    if (scan.Budget.Exhausted())
+    if (scan.Budget.Exhausted() || scan.BlanksLeft < 0)
         return "names its records over and over: stopped in " + std::string(scan.Place) + " at byte " +
                NumberText(scan.PlaceAt) + " of " + NumberText(scan.Reader.Size());
     return std::string(scan.Place) + " at byte " + NumberText(scan.PlaceAt) + " leads outside the file's " +

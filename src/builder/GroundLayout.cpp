@@ -78,10 +78,10 @@ bool GroundLayoutDecoder::DecodeTaxiPath(TaxiPath& path, std::int64_t e)
            m_scan.Keep(path.Name, NumberText(reader.ReadI32(e + 28)));
 }
 
-/// How many whole elements of a list are left in the file, at most what it claims.
+/// How many whole elements of a list can be read, at most what it claims.
 static std::int64_t ElementsLeft(const BglReader& reader, std::int64_t at, std::int32_t count, std::int64_t size)
 {
-    return std::clamp<std::int64_t>((reader.Size() - at) / size, 0, std::max(count, 0));
+    return std::clamp<std::int64_t>((reader.End() - at) / size, 0, std::max(count, 0));
 }
 
 template <class Element, class DecodeElement>
@@ -91,15 +91,15 @@ bool GroundLayoutDecoder::DecodeList(std::vector<Element>& list, const ListHead&
     if (head.Count > std::numeric_limits<std::int16_t>::max())
         return false;
     const std::int64_t left = ElementsLeft(m_scan.Reader, at, head.Count, head.ElementSize);
-    if (!m_scan.Budget.Spend(left * head.ElementSize))
+    if (!m_scan.Budget.Spend(left * head.ElementSize) || !m_scan.SpendBlanks(head.Count - left))
         return false;
-    list.assign(static_cast<std::size_t>(left), Element{});
+    list.assign(static_cast<std::size_t>(head.Count), Element{});
     for (Element& element : list) {
         if (!decodeElement(element, at))
             return false;
         at += head.ElementSize;
     }
-    return left == head.Count;
+    return true;
 }
 
 bool GroundLayoutDecoder::NamePaths(const ListHead& head, std::int64_t at)

@@ -27,7 +27,8 @@ public:
 
     /// Decodes the record at r around the airport's Lat and Lon, with its Runways for the names of runway paths. False
     /// on an error, with what was decoded before it in place: lists whose count does not fit 16 bits are not begun,
-    /// lists that the file's end cuts short keep their whole elements.
+    /// others have as many elements as they claim. Elements past the file's end are read as zeros; one that the end
+    /// cuts is an error, and those behind it stay blank.
     bool Decode(std::int64_t r);
 
 private:

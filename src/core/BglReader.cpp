@@ -20,11 +20,12 @@ std::string BglReader::ReadText(std::int64_t offset, std::int64_t length)
 {
     if (length <= 0)
         return {};
-    if (offset < 0 || offset > Size() || length > Size() - offset) {
+    if (offset < 0 || offset > End() || length > End() - offset) {
         m_failed = true;
         return {};
     }
-    const ByteSpan field = m_file.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(length));
+    const std::int64_t inFile = std::min(length, Size() - offset); // the byte behind the file is 0, which is skipped
+    const ByteSpan field = m_file.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(inFile));
     std::string text;
     std::copy_if(field.begin(), field.end(), std::back_inserter(text), [](std::uint8_t byte) { return byte != 0; });
     return text;

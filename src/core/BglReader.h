@@ -2,20 +2,25 @@
 
 #include "core/Bytes.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
 namespace corvane {
 /// Reads fields at any offset of a scenery file (BGL) held in memory; all numbers are little-endian.
 ///
-/// A number that starts at or past the end of the file reads as 0. A number that starts inside the file and reaches
-/// over its end, a negative offset, and a text that needs bytes beyond the end are index errors: they give 0 or an
-/// empty text and set Failed(), which stays set until ClearFailure(). Decoders ask it before they store a field.
+/// The simulator's own reader holds one byte more than the file, which is 0, and so does this one. A number that starts
+/// past that byte reads as 0. A number that starts at it or before and reaches over it, a negative offset, and a text
+/// that needs bytes beyond it are index errors: they give 0 or an empty text and set Failed(), which stays set until
+/// ClearFailure(). Decoders ask it before they store a field.
 class BglReader {
 public:
     explicit BglReader(ByteSpan file) noexcept : m_file(file) {}
 
+    /// Bytes of the file.
     [[nodiscard]] std::int64_t Size() const noexcept { return static_cast<std::int64_t>(m_file.size()); }
+    /// Where reading ends: behind the byte more than the file.
+    [[nodiscard]] std::int64_t End() const noexcept { return Size() + 1; }
     [[nodiscard]] bool Failed() const noexcept { return m_failed; }
     void ClearFailure() noexcept { m_failed = false; }
 
@@ -35,14 +40,15 @@ public:
 private:
     std::uint32_t ReadUnsigned(std::int64_t offset, std::int64_t count) noexcept
     {
-        if (offset >= Size())
+        if (offset >= End())
             return 0;
-        if (offset < 0 || offset + count > Size()) {
+        if (offset < 0 || offset + count > End()) {
             m_failed = true;
             return 0;
         }
+        const std::int64_t inFile = std::min(count, Size() - offset);
         std::uint32_t value = 0;
-        for (std::int64_t i = 0; i < count; ++i)
+        for (std::int64_t i = 0; i < inFile; ++i)
             value |= std::uint32_t{m_file[static_cast<std::size_t>(offset + i)]} << (8 * i);
         return value;
     }

@@ -99,7 +99,8 @@ TEST_P(FatalDirectories, FailNamingTheFile)
     EXPECT_THAT(list.Airports, IsEmpty());
 }
 INSTANTIATE_TEST_SUITE_P(Builder, FatalDirectories,
-                         testing::Values(FatalCase{"BeforeTheFile", -1}, FatalCase{"AcrossTheEnd", 206}),
+                         testing::Values(FatalCase{"BeforeTheFile", -1}, FatalCase{"AcrossTheEnd", 207},
+                                         FatalCase{"AtTheEnd", 209}),
                          [](const auto& row) { return std::string(row.param.Name); });
 
 TEST(BglScanner, StopsCleanlyWhereverTheFileIsCut) // with the address sanitizer on
@@ -122,6 +123,7 @@ TEST(BglScanner, StopsCleanlyWhereverTheFileIsCut) // with the address sanitizer
 
 TEST(BglScanner, SurvivesEveryDamagedByte)
 {
+    constexpr std::size_t Blanks = std::size_t{4} * 32767 * 32; // ground elements behind the file's end
     const Bytes whole = FileWithAllKinds();
     for (std::size_t n = 0; n < whole.size(); ++n) {
         for (const std::uint8_t damage : Bytes{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
@@ -129,7 +131,7 @@ TEST(BglScanner, SurvivesEveryDamagedByte)
             damaged[n] = damage;
             EncodedRecords records;
             static_cast<void>(ScanBgl(damaged, {}, records));
-            EXPECT_LT(records.ByteCount(), 100 * whole.size()) << n;
+            EXPECT_LT(records.ByteCount(), 100 * whole.size() + Blanks) << n;
         }
     }
 }
@@ -156,6 +158,20 @@ Bytes AirportBomb()
     const Bytes points(static_cast<std::size_t>(Points) * 12);
     const std::int32_t data = bgl.AppendAirport(GroundLayoutRecord(LayoutList(Points, 12, points)));
     bgl.SetChains(bgl.Append(BglWriter::Directory(std::vector(5000, std::pair(std::string("BOMB"), data)))), 0);
+    return bgl.Content;
+}
+
+/// Directory entries that name one tiny airport, whose layout claims thousands of points behind the file's end.
+Bytes BlankBomb()
+{
+    BglWriter bgl;
+    const std::vector entries(5, std::pair(std::string("BOMB"), 0));
+    const std::int32_t directory = bgl.Append(BglWriter::Directory(entries) + WordBytes({0, 0}));
+    const std::int32_t data = bgl.Append(WordBytes({1, 0, 1, 0}) + GroundLayoutRecord(LayoutList(32767, 32, {})));
+    const std::size_t entrySize = (BglWriter::Directory(entries).size() - 24) / entries.size();
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        PutI32(bgl.Content, static_cast<std::size_t>(directory) + 24 + i * entrySize + 12, data);
+    bgl.SetChains(directory, 0);
     return bgl.Content;
 }
 
@@ -192,13 +208,13 @@ Bytes OverlappingListsBomb()
     for (int i = 0; i < 20000; ++i)
         heads =
             std::move(heads) + WordBytes({1, 8, 4, 0}); // each is a list's record and a record of the lists before it
-    bgl.SetChains(0, bgl.Append(heads));
+    bgl.SetChains(0, bgl.Append(heads + Bytes(7)));
     return bgl.Content;
 }
 
 INSTANTIATE_TEST_SUITE_P(Builder, Bombs,
-                         testing::Values(BombCase{"Airport", AirportBomb()}, BombCase{"Paths", PathBomb()},
-                                         BombCase{"Navaids", NavaidBomb()},
+                         testing::Values(BombCase{"Airport", AirportBomb()}, BombCase{"Blanks", BlankBomb()},
+                                         BombCase{"Paths", PathBomb()}, BombCase{"Navaids", NavaidBomb()},
                                          BombCase{"OverlappingLists", OverlappingListsBomb()}),
                          [](const auto& row) { return std::string(row.param.Name); });
 
@@ -208,7 +224,7 @@ TEST(BglScanner, IsNotHeldUpByCountsThatTheFileCannotHold)
     const std::int32_t data = bgl.AppendAirport({});
     Bytes directory = BglWriter::Directory({{"A", data}});
     PutI32(directory, 20, 0x7FFFFFFF);
-    bgl.SetChains(bgl.Append(directory), 0);
+    bgl.SetChains(bgl.Append(directory + Bytes(7)), 0); // no number reaches over the end
     RecordList list;
     EXPECT_TRUE(ScanBgl(bgl.Content, {}, list));
     EXPECT_THAT(AirportNames(list), ElementsAre("A"));

@@ -169,7 +169,8 @@ AirportRecord DecodeCutLayout(const Bytes& lists)
 {
     BglWriter bgl;
     const std::int32_t directory = bgl.Append(BglWriter::Directory({{"Cut", 0}}) + WordBytes({0, 0}));
-    const std::int32_t data = bgl.Append(WordBytes({1, 0, 1, 0}) + GroundLayoutRecord(lists));
+    const std::int32_t data =
+        bgl.Append(WordBytes({1, 0, 1, 0}) + ReferenceRecord(5000875, 0, 0) + GroundLayoutRecord(lists));
     PutI32(bgl.Content, static_cast<std::size_t>(directory) + 24 + 12, data);
     bgl.SetChains(directory, 0);
     RecordList list;
@@ -177,10 +178,24 @@ AirportRecord DecodeCutLayout(const Bytes& lists)
     return list.Airports.at(0);
 }
 
-TEST(GroundLayout, BelievesCountsOnlyAsFarAsTheFileGoes)
+TEST(GroundLayout, HasAsManyElementsAsItClaims)
 {
-    EXPECT_EQ(DecodeCutLayout(LayoutList(30000, 12, Point + Point + WordBytes({5}))).TaxiPoints.size(), 2U);
-    EXPECT_EQ(DecodeCutLayout(LayoutList(30000, 20, Spot(1))).Parkings.size(), 1U);
+    // The file ends 5 bytes into the second element: that one is an error, and the rest stays blank.
+    const auto cut = DecodeCutLayout(LayoutList(32767, 12, Point + WordBytes({5}) + Bytes{1})).TaxiPoints;
+    ASSERT_EQ(cut.size(), 32767U);
+    EXPECT_EQ(cut[0].Lat, 45);
+    EXPECT_EQ(cut[1].Kind, 5);
+    EXPECT_EQ(cut[1].Lat, 0);
+    EXPECT_EQ(cut[32766].Lat, 0);
+    // It ends one byte short of the second element's end, which the zero behind the file makes up for: no error, and
+    // the elements past the end are those of zeros, at the airport.
+    Bytes spots = Spot(1) + Spot(0x0060C);
+    spots.pop_back();
+    const auto whole = DecodeCutLayout(LayoutList(4, 20, spots)).Parkings;
+    ASSERT_EQ(whole.size(), 4U);
+    EXPECT_EQ(whole[1].Name, "GATE A 12");
+    EXPECT_EQ(whole[3].Name, "GATE A 0");
+    EXPECT_EQ(whole[3].Lat, 45);
     const Bytes paths = TaxiPathElement(0, 0, 0, 0) + TaxiPathElement(0, 0, 0, 1) + TaxiPathElement(1, 0, 0, 0);
     EXPECT_THAT(PathNamesOf(DecodeCutLayout(LayoutList(3, 32, paths) + LayoutList(0x7FFFFFFF, 8, TaxiwayName("A")))),
                 ElementsAre("A", "1", "0"));

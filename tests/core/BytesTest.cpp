@@ -29,9 +29,11 @@ struct EndCase {
 TEST(BglReader, GivesZeroPastTheEndAndFailsAcrossIt)
 {
     for (const EndCase& c : {EndCase{"LastWhole", 7, false},
-                             {"ReachesOver", 8, true},
+                             {"EndsOnTheByteBehind", 8, false},
+                             {"ReachesOver", 9, true},
                              {"LastByte", 10, true},
-                             {"AtTheEnd", 11, false},
+                             {"TheByteBehind", 11, true},
+                             {"PastIt", 12, false},
                              {"FarPast", std::int64_t{1} << 40, false},
                              {"Negative", -1, true},
                              {"FarNegative", -(std::int64_t{1} << 40), true}}) {
@@ -39,9 +41,23 @@ TEST(BglReader, GivesZeroPastTheEndAndFailsAcrossIt)
         file.ReadI32(c.Offset);
         EXPECT_EQ(file.Failed(), c.Fails) << c.Name;
         file.ClearFailure();
-        EXPECT_EQ(file.ReadI32(11), 0) << c.Name;
+        EXPECT_EQ(file.ReadI32(12), 0) << c.Name;
         EXPECT_FALSE(file.Failed()) << c.Name;
     }
+}
+
+TEST(BglReader, HoldsAZeroBehindTheFile)
+{
+    BglReader file(Sample);
+    EXPECT_EQ(file.ReadI32(8), 0x00420041);
+    EXPECT_EQ(file.ReadI24(9), 0x004200);
+    EXPECT_EQ(file.ReadI16(10), 0x42);
+    EXPECT_EQ(file.ReadU8(11), 0);
+    EXPECT_EQ(file.ReadText(10, 2), "B");
+    EXPECT_EQ(file.ReadText(11, 1), "");
+    EXPECT_FALSE(file.Failed());
+    EXPECT_EQ(file.ReadText(12, 1), "");
+    EXPECT_TRUE(file.Failed());
 }
 
 TEST(BglReader, FailsOnTextsBeyondTheEndOnly)
@@ -49,9 +65,9 @@ TEST(BglReader, FailsOnTextsBeyondTheEndOnly)
     BglReader file(Sample);
     EXPECT_EQ(file.ReadText(100, 0), "");
     EXPECT_EQ(file.ReadText(-5, -7), "");
-    EXPECT_EQ(file.ReadNavText(8, 2), "AB");
+    EXPECT_EQ(file.ReadNavText(8, 3), "AB");
     EXPECT_FALSE(file.Failed());
-    EXPECT_EQ(file.ReadNavText(8, 3), "");
+    EXPECT_EQ(file.ReadNavText(8, 4), "");
     EXPECT_TRUE(file.Failed());
     file.ClearFailure();
     EXPECT_EQ(file.ReadText(9, 0x7FFFFFFFFFFFFFFF), "");
