@@ -3,47 +3,24 @@
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
 #include "core/RecordCodec.h"
-#include "os/Files.h"
-
-#include <cerrno>
-#include <cstdio>
-#include <system_error>
-#include <utility>
 
 namespace corvane {
-static constexpr const char* TooLarge = "would exceed the 2 GB that its record positions can name";
-
-static std::string SystemReason()
-{
-    return std::generic_category().message(errno);
-}
-
-std::filesystem::path DatabaseWriter::PartPath(const Output& output) const
-{
-    std::filesystem::path path = m_folder / output.Name;
-    path += ".part";
-    return path;
-}
-
-void DatabaseWriter::Fail(const Output& output, std::string why)
+void DatabaseWriter::Note(const Result<void>& outcome)
 {
     if (m_status)
-        m_status = Error{FullName(m_folder / output.Name), std::move(why)};
+        m_status = outcome;
+}
+
+void DatabaseWriter::NoteTooLarge(std::string_view name)
+{
+    Note(Fail(FullName(m_folder / name), "would exceed the 2 GB that its record positions can name"));
 }
 
 Result<void> DatabaseWriter::Open()
 {
-    constexpr std::size_t BufferSize = std::size_t{256} * 1024;
     const auto names = DatabaseFileNames();
-    for (std::size_t i = 0; i < m_outputs.size(); ++i) {
-        Output& output = m_outputs[i];
-        output.Name = names[i];
-        output.File.reset(OpenForWriting(PartPath(output)));
-        if (!output.File)
-            Fail(output, SystemReason());
-        else
-            static_cast<void>(std::setvbuf(output.File.get(), nullptr, _IOFBF, BufferSize));
-    }
+    for (std::size_t i = 0; i < m_outputs.size(); ++i)
+        Note(m_outputs[i].File.emplace(m_folder / names[i]).Open());
     return m_status;
 }
 
@@ -51,8 +28,8 @@ void DatabaseWriter::Write(Output& output, ByteSpan bytes)
 {
     if (!m_status || bytes.empty())
         return;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), output.File.get()) != bytes.size())
-        Fail(output, SystemReason());
+    output.File->Write(bytes);
+    Note(output.File->Status());
     output.Size += static_cast<std::int64_t>(bytes.size());
 }
 
@@ -60,7 +37,7 @@ void DatabaseWriter::AddAirport(const AirportRecord& record)
 {
     m_scratch.clear();
     if (EncodeAirport(m_scratch, record, m_airports.Size + 1) == 0)
-        Fail(m_airports, TooLarge);
+        NoteTooLarge(AirportsFileName);
     Write(m_airports, m_scratch);
     ++m_counts.Airports;
 }
@@ -85,7 +62,7 @@ void DatabaseWriter::AddAirspace(const AirspaceRecord& record)
 {
     m_scratch.clear();
     if (EncodeAirspace(m_scratch, record, m_airspaces.Size + 1) == 0)
-        Fail(m_airspaces, TooLarge);
+        NoteTooLarge(AirspacesFileName);
     Write(m_airspaces, m_scratch);
     ++m_counts.Airspaces;
 }
@@ -93,9 +70,9 @@ void DatabaseWriter::AddAirspace(const AirspaceRecord& record)
 void DatabaseWriter::Append(EncodedRecords& records)
 {
     if (!MoveRecords(records.Airports, m_airports.Size))
-        Fail(m_airports, TooLarge);
+        NoteTooLarge(AirportsFileName);
     if (!MoveRecords(records.Airspaces, m_airspaces.Size))
-        Fail(m_airspaces, TooLarge);
+        NoteTooLarge(AirspacesFileName);
     Write(m_airports, records.Airports);
     Write(m_vors, records.Vors);
     Write(m_ndbs, records.Ndbs);
@@ -106,31 +83,17 @@ void DatabaseWriter::Append(EncodedRecords& records)
     m_counts.Airspaces += records.Counts.Airspaces;
 }
 
-void DatabaseWriter::Close(Output& output)
-{
-    if (output.File && std::fclose(output.File.release()) != 0) // a full disk may show only here
-        Fail(output, SystemReason());
-}
-
-void DatabaseWriter::Rename(Output& output)
-{
-    if (!m_status)
-        return;
-    std::error_code error;
-    std::filesystem::rename(PartPath(output), m_folder / output.Name, error);
-    if (error)
-        Fail(output, error.message());
-}
-
 Result<void> DatabaseWriter::Commit()
 {
     for (Output& output : m_outputs)
-        Close(output);
-    for (Output& output : m_outputs)
-        Rename(output);
+        Note(output.File->Close());
+    for (Output& output : m_outputs) {
+        if (m_status)
+            Note(output.File->Commit());
+    }
     if (!m_status) {
-        for (const Output& output : m_outputs)
-            DeleteFile(m_folder / output.Name);
+        for (const std::string_view name : DatabaseFileNames())
+            DeleteFile(m_folder / name);
         Abandon();
     }
     return m_status;
@@ -138,10 +101,7 @@ Result<void> DatabaseWriter::Commit()
 
 void DatabaseWriter::Abandon() noexcept
 {
-    for (Output& output : m_outputs) {
+    for (Output& output : m_outputs)
         output.File.reset();
-        if (!output.Name.empty())
-            DeleteFile(PartPath(output));
-    }
 }
 } // namespace corvane

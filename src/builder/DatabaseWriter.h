@@ -2,12 +2,13 @@
 
 #include "builder/DatabaseSink.h"
 #include "builder/EncodedRecords.h"
-#include "core/OpenFile.h"
+#include "core/AtomicFile.h"
 #include "core/Result.h"
 
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 namespace corvane {
@@ -48,16 +49,14 @@ public:
 
 private:
     struct Output {
-        std::string_view Name;
-        FileHandle File;
+        std::optional<AtomicFile> File;
         std::int64_t Size = 0;
     };
 
-    [[nodiscard]] std::filesystem::path PartPath(const Output& output) const;
-    void Fail(const Output& output, std::string why);
+    /// Keeps the first error, of an output's file or given.
+    void Note(const Result<void>& outcome);
+    void NoteTooLarge(std::string_view name);
     void Write(Output& output, ByteSpan bytes);
-    void Close(Output& output);
-    void Rename(Output& output);
 
     std::filesystem::path m_folder;
     std::array<Output, 4> m_outputs;

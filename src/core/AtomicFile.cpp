@@ -3,6 +3,7 @@
 #include "core/File.h"
 #include "os/Files.h"
 
+#include <cassert>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -26,9 +27,29 @@ void AtomicFile::FailWith(std::string why)
         m_status = Fail(FullName(m_path), std::move(why));
 }
 
+Result<void> AtomicFile::ClearTheWay() const
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::symlink_status(m_temporary, error);
+    if (!std::filesystem::exists(status))
+        return {}; // or unknown: creating the file will tell
+    if (std::filesystem::is_symlink(status))
+        return Fail(FullName(m_temporary), "a link of this name is in the way");
+    if (!std::filesystem::is_regular_file(status))
+        return Fail(FullName(m_temporary), "something of this name that is no file is in the way");
+    std::filesystem::remove(m_temporary, error);
+    if (error)
+        return Fail(FullName(m_temporary), error.message());
+    return {};
+}
+
 Result<void> AtomicFile::Open()
 {
-    m_file.reset(OpenForWriting(m_temporary));
+    assert(!m_file && !m_created);
+    m_status = ClearTheWay();
+    if (!m_status)
+        return m_status;
+    m_file.reset(CreateForWriting(m_temporary));
     if (m_file)
         m_created = true;
     else
@@ -44,17 +65,17 @@ void AtomicFile::Write(ByteSpan bytes)
         FailWith(std::generic_category().message(errno));
 }
 
-void AtomicFile::Close()
+Result<void> AtomicFile::Close()
 {
     if (m_file && std::fclose(m_file.release()) != 0) // a full disk may show only here
         FailWith(std::generic_category().message(errno));
+    return m_status;
 }
 
 Result<void> AtomicFile::Commit()
 {
-    Close();
-    if (!m_status)
-        return m_status;
+    if (Result<void> closed = Close(); !closed)
+        return closed;
     std::error_code error;
     std::filesystem::rename(m_temporary, m_path, error);
     if (error)

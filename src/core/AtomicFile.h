@@ -10,6 +10,9 @@ namespace corvane {
 /// A file written piece by piece that appears whole or not at all: it grows as PATH.part and takes its name in Commit.
 /// One that goes without Commit deletes what it wrote. The first error is kept: later pieces are dropped and Commit
 /// reports it. Errors name the full path.
+///
+/// A PATH.part that an interrupted program left is replaced. Anything else of that name, a folder or a link, is in the
+/// way: it stays as it is, and the Error names it.
 class AtomicFile {
 public:
     explicit AtomicFile(std::filesystem::path path);
@@ -24,12 +27,14 @@ public:
     void Write(ByteSpan bytes);
     /// The first error so far.
     [[nodiscard]] const Result<void>& Status() const noexcept { return m_status; }
+    /// Closes the file, which is then whole on the disk.
+    Result<void> Close();
     /// Closes the file and gives it its name, replacing one of that name.
     Result<void> Commit();
 
 private:
     void FailWith(std::string why);
-    void Close();
+    [[nodiscard]] Result<void> ClearTheWay() const;
 
     std::filesystem::path m_path;
     std::filesystem::path m_temporary;

@@ -15,6 +15,11 @@ std::FILE* OpenForWriting(const std::filesystem::path& path) noexcept
     return std::fopen(path.c_str(), "wb");
 }
 
+std::FILE* CreateForWriting(const std::filesystem::path& path) noexcept
+{
+    return std::fopen(path.c_str(), "wbx");
+}
+
 bool SeekTo(std::FILE* file, std::uint64_t offset) noexcept
 {
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
