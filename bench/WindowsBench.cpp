@@ -72,7 +72,7 @@ public:
 private:
     [[nodiscard]] bool Build() const
     {
-        return BuildDriver(m_folder, TextFromPath(m_folder / "fs2002"), Fs2002Version).Run().has_value();
+        return BuildDriver(m_folder, FolderBeside(m_folder, "fs2002"), Fs2002Version).Run().has_value();
     }
 
     std::filesystem::path m_folder;
@@ -127,7 +127,7 @@ void StartToTheChooser(benchmark::State& state)
     for (auto _ : state) {
         auto app = std::make_unique<AppState>();
         app->AppFolder = world.Folder();
-        if (RunStartupChecks(*app) != StartupDecision::Chooser) {
+        if (*RunStartupChecks(*app) != StartupDecision::Chooser) {
             state.SkipWithError("the database is not complete");
             break;
         }

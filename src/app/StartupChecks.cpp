@@ -3,22 +3,30 @@
 #include "app/AppState.h"
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
+#include "core/MessageBoxes.h"
 #include "core/PathLookup.h"
 
-#include <algorithm>
+#include <system_error>
 
 namespace corvane {
-std::filesystem::path AppFolderFromText(std::string_view workingDirectory)
+std::filesystem::path WithoutTrailingSeparator(const std::filesystem::path& workingDirectory)
 {
-    if (workingDirectory.size() > 1 && (workingDirectory.ends_with('\\') || workingDirectory.ends_with('/')))
-        workingDirectory.remove_suffix(1);
-    return PathFromText(workingDirectory);
+    std::filesystem::path::string_type folder = workingDirectory.native();
+    if (folder.size() > 1 && (folder.back() == '\\' || folder.back() == '/'))
+        folder.pop_back();
+    return folder;
 }
 
-static bool AllDataFilesExist(const std::filesystem::path& appFolder)
+static Result<bool> AllDataFilesExist(const std::filesystem::path& appFolder)
 {
-    const auto names = DataFileNames();
-    return std::all_of(names.begin(), names.end(), [&](std::string_view name) { return FileExists(appFolder / name); });
+    bool all = true;
+    for (const std::string_view name : DataFileNames()) {
+        std::error_code unknown;
+        all = std::filesystem::exists(appFolder / name, unknown) && all;
+        if (IsObstacle(unknown))
+            return Fail(FullName(appFolder / name), unknown.message());
+    }
+    return all;
 }
 
 static StartupDecision StartOver(AppState& state, StartupDecision decision)
@@ -28,16 +36,28 @@ static StartupDecision StartOver(AppState& state, StartupDecision decision)
     return decision;
 }
 
-StartupDecision RunStartupChecks(AppState& state)
+std::string StartupFailureText(const Error& failure)
 {
-    if (!AllDataFilesExist(state.AppFolder))
+    return BoxText(failure) + ". Nothing was changed. Make the file readable, or delete it to set up Corvane again. "
+                              "Now the program will end.";
+}
+
+Result<StartupDecision> RunStartupChecks(AppState& state)
+{
+    const Result<bool> complete = AllDataFilesExist(state.AppFolder);
+    if (!complete)
+        return complete.error();
+    if (!*complete)
         return StartOver(state, StartupDecision::SetUp);
     const std::filesystem::path settingsPath = state.AppFolder / SettingsFileName;
-    if (!HasCurrentVersion(settingsPath))
+    const Result<bool> current = HasCurrentVersion(settingsPath);
+    if (!current)
+        return current.error();
+    if (!*current)
         return StartOver(state, StartupDecision::SetUpAfterUpdateMessage);
     Result<SettingsRecord> settings = ReadSettings(settingsPath);
     if (!settings)
-        return StartOver(state, StartupDecision::SetUpAfterUpdateMessage);
+        return settings.error();
     state.Settings = *std::move(settings);
     state.DatabaseMissing = false;
     return StartupDecision::Chooser;

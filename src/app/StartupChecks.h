@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/Result.h"
+
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 namespace corvane {
@@ -18,13 +21,16 @@ enum class StartupDecision : std::uint8_t {
     Chooser,                 ///< the area chooser
 };
 
-/// The folder that a path names, without one trailing separator ("\" or "/"): a drive's root "C:\" becomes "C:". The
-/// root "/" alone stays, because nothing would be left of it. 8-bit text.
-std::filesystem::path AppFolderFromText(std::string_view workingDirectory);
+/// The folder without one trailing separator ("\" or "/"): a drive's root "C:\" becomes "C:". The root "/" alone stays,
+/// because nothing would be left of it.
+std::filesystem::path WithoutTrailingSeparator(const std::filesystem::path& workingDirectory);
 
 /// Looks for the data files in state.AppFolder and reads the settings.
 ///
-/// Where one is missing, or the settings are another version's, all five are deleted. Settings of this version that are
-/// cut short are treated the same way: without the counts the database cannot be read.
-StartupDecision RunStartupChecks(AppState& state);
+/// Where one is missing, or the settings were read and are another version's, all five are deleted. An Error, with
+/// nothing deleted, names the file of which the disk would not tell whether it is there, or settings that cannot be
+/// read or are cut short behind this version's text.
+Result<StartupDecision> RunStartupChecks(AppState& state);
+/// What the user is told of such an Error, after which the program ends.
+std::string StartupFailureText(const Error& failure);
 } // namespace corvane

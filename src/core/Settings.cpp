@@ -51,11 +51,11 @@ Result<void> WriteSettings(const std::filesystem::path& path, const SettingsReco
     return WriteFileAtomically(path, EncodeSettings(settings));
 }
 
-bool HasCurrentVersion(const std::filesystem::path& path)
+Result<bool> HasCurrentVersion(const std::filesystem::path& path)
 {
     const Result<FileBytes> file = ReadWholeFile(path);
     if (!file)
-        return false;
+        return file.error();
     ByteReader in(file->Span());
     return in.ReadText16() == SettingsVersionText;
 }

@@ -33,6 +33,6 @@ Result<SettingsRecord> DecodeSettings(ByteSpan bytes, std::string_view fileName)
 Result<SettingsRecord> ReadSettings(const std::filesystem::path& path);
 /// Replaces the file as a whole: a failure leaves the old one.
 Result<void> WriteSettings(const std::filesystem::path& path, const SettingsRecord& settings);
-/// Whether the file's leading version text is exactly this version's; an unreadable file is another version's.
-bool HasCurrentVersion(const std::filesystem::path& path);
+/// Whether the file's leading version text is exactly this version's. An Error where the file cannot be read.
+Result<bool> HasCurrentVersion(const std::filesystem::path& path);
 } // namespace corvane

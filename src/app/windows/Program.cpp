@@ -102,13 +102,19 @@ void Program::Start()
     m_splash->show();
 }
 
-void Program::AfterStartupChecks(StartupDecision decision)
+void Program::AfterStartupChecks(const Result<StartupDecision>& decision)
 {
     m_outermostLoop = thread()->loopLevel();
-    if (decision == StartupDecision::SetUpAfterUpdateMessage)
+    if (!decision) {
+        m_boxes.Warn(StartupFailureText(decision.error()));
+        LetGo(m_splash);
+        End();
+        return;
+    }
+    if (*decision == StartupDecision::SetUpAfterUpdateMessage)
         m_boxes.Inform(UpdateDatabaseMessage);
     LetGo(m_splash);
-    if (decision == StartupDecision::Chooser)
+    if (*decision == StartupDecision::Chooser)
         OpenChooser();
     else
         OpenSetup();

@@ -37,7 +37,7 @@ public:
     void Start();
 
 private:
-    void AfterStartupChecks(StartupDecision decision);
+    void AfterStartupChecks(const Result<StartupDecision>& decision);
     void OpenSetup();
     void OpenBuilder();
     void SetUpAgain();

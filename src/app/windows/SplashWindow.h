@@ -23,7 +23,7 @@ public:
     ~SplashWindow() override;
 
 signals:
-    void Checked(corvane::StartupDecision decision);
+    void Checked(const corvane::Result<corvane::StartupDecision>& decision);
 
 protected:
     /// A radar sweep above the title.
