@@ -1,6 +1,7 @@
 #include "traffic/TrafficProvider.h"
 
 #include "session/ForwardingPeer.h"
+#include "session/InMemoryNetwork.h"
 #include "traffic/TrafficSession.h"
 
 #include <chrono>
@@ -12,9 +13,13 @@ namespace {
 /// The program's end of a session in memory, which it keeps going.
 class TrafficPeer final : public ForwardingPeer {
 public:
-    TrafficPeer(const TrafficConnection& connection, InMemoryProvider memory, std::unique_ptr<SessionPeer> own,
-                TrafficDetailsTable& details)
-        : ForwardingPeer(std::move(own)), m_connection(connection), m_memory(std::move(memory)), m_details(details)
+    TrafficPeer(std::shared_ptr<const TrafficConnection> connection, std::shared_ptr<SessionPeer> own,
+                InMemoryProvider memory, TrafficDetailsTable& details)
+        : ForwardingPeer(std::move(own)),
+          m_shared(std::move(connection)),
+          m_connection(*m_shared),
+          m_memory(std::move(memory)),
+          m_details(details)
     {
     }
 
@@ -60,6 +65,7 @@ private:
     Result<void> Advance();
     void TellHealth(std::int64_t nowMs);
 
+    std::shared_ptr<const TrafficConnection> m_shared;
     const TrafficConnection& m_connection;
     InMemoryProvider m_memory;
     TrafficDetailsTable& m_details;
@@ -134,12 +140,15 @@ Result<void> TrafficPeer::Listen()
 
 Result<std::unique_ptr<SessionPeer>> TrafficProvider::CreatePeer()
 {
-    InMemoryProvider memory(m_memory);
+    const auto network = std::make_shared<InMemoryNetwork>();
+    InMemoryProvider memory(*network);
     auto own = memory.CreatePeer();
     if (!own)
         return own;
+    // The network lasts as long as the last peer on it.
+    const std::shared_ptr<SessionPeer> lasting(own->release(), [network](SessionPeer* peer) { delete peer; });
     return std::unique_ptr<SessionPeer>(
-        std::make_unique<TrafficPeer>(m_connection, std::move(memory), *std::move(own), m_details));
+        std::make_unique<TrafficPeer>(m_connection, lasting, std::move(memory), m_details));
 }
 
 Result<std::unique_ptr<SessionPeer>> TrafficProvider::DirectPlayCreate(std::string_view /*guid*/)

@@ -2,7 +2,6 @@
 
 #include "core/MillisecondClock.h"
 #include "session/ConnectionProvider.h"
-#include "session/InMemoryNetwork.h"
 #include "traffic/TrafficDetails.h"
 #include "traffic/TrafficFeed.h"
 
@@ -31,23 +30,22 @@ struct TrafficConnection {
 /// Offers traffic from outside as a session of this program's own memory, in which its aircraft are members. A peer
 /// keeps its session going with every look for messages or members.
 ///
-/// It must outlive its peers, of which each has a feed of its own.
+/// Its peers, of which each has a feed of its own, may outlive it, but not the details.
 class TrafficProvider final : public ConnectionProvider, public SessionPeerFactory {
 public:
     /// details  of the members, for whoever shows them
     TrafficProvider(TrafficConnection connection, TrafficDetailsTable& details)
-        : m_connection(std::move(connection)), m_details(details)
+        : m_connection(std::make_shared<const TrafficConnection>(std::move(connection))), m_details(details)
     {
     }
 
-    [[nodiscard]] std::string Name() const override { return m_connection.Name; }
-    [[nodiscard]] std::string Address() const override { return m_connection.Address; }
+    [[nodiscard]] std::string Name() const override { return m_connection->Name; }
+    [[nodiscard]] std::string Address() const override { return m_connection->Address; }
     Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
     Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
 
 private:
-    TrafficConnection m_connection;
+    std::shared_ptr<const TrafficConnection> m_connection;
     TrafficDetailsTable& m_details;
-    InMemoryNetwork m_memory;
 };
 } // namespace corvane

@@ -1,5 +1,6 @@
 #include "app/AppState.h"
 #include "app/FeedConnection.h"
+#include "app/FlightGearConnection.h"
 #include "app/PracticeHost.h"
 #include "app/PracticeProvider.h"
 #include "app/StartupChecks.h"
@@ -23,18 +24,29 @@
 
 using namespace corvane;
 
+/// Whether an operation of the connection window goes on waiting. Only that window waits; the radar's timers must not
+/// run inside one of its own operations.
+static bool GoesOnWaiting(const SessionState& session)
+{
+    if (!session.SessionJoined)
+        QCoreApplication::processEvents();
+    return !session.LeaveOperation;
+}
+
 /// How the program's own peers use the network.
 static DirectPlayOptions NetworkOptions(const SessionState& session)
 {
     DirectPlayOptions options;
     options.AskHostAddress = AskHostAddress;
-    options.WhileWaiting = [&session] {
-        // Only the connection window waits; the radar's timers must not run inside one of its own operations.
-        if (!session.SessionJoined)
-            QCoreApplication::processEvents();
-        return !session.LeaveOperation;
-    };
+    options.WhileWaiting = [&session] { return GoesOnWaiting(session); };
     return options;
+}
+
+static TrafficConnection FlightGearConnection(AppState& state)
+{
+    TrafficConnection connection = MakeFlightGearConnection(state, AskFlightGear);
+    connection.WhileWaiting = [&session = state.Session] { return GoesOnWaiting(session); };
+    return connection;
 }
 
 int main(int argc, char** argv)
@@ -60,7 +72,9 @@ int main(int argc, char** argv)
     PracticeProvider practiceProvider(network);
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);
     feedProvider.emplace(MakeFeedConnection(*state, AskFeedAddress), state->TrafficDetails);
-    CompositePeerFactory connections({&networkProvider, &practiceProvider, &recordedProvider, &*feedProvider});
+    TrafficProvider flightGearProvider(FlightGearConnection(*state), state->TrafficDetails);
+    CompositePeerFactory connections(
+        {&networkProvider, &practiceProvider, &recordedProvider, &flightGearProvider, &*feedProvider});
     RecordingPeerFactory factory(connections, recorder);
     const ScriptedStart script = arguments.Read(application, *state);
     PracticeHost practice(practiceProvider, state->MagVar,
