@@ -57,7 +57,7 @@ private:
 
 Result<SettingsRecord> Build(const World& world)
 {
-    return BuildDriver(world.App(), world.Fs().string(), Fs2002Version).Run();
+    return BuildDriver(world.App(), {world.Fs().string(), world.Fs()}, Fs2002Version).Run();
 }
 
 void CopyWithCp(benchmark::State& state)

@@ -42,7 +42,7 @@ private:
         if (const auto world = WriteDemoWorld({m_folder, DefaultDataFolder(), 0}); !world)
             return world.error();
         const Result<SettingsRecord> settings =
-            BuildDriver(m_folder, (m_folder / "fs2002").string(), Fs2002Version).Run();
+            BuildDriver(m_folder, FolderBeside(m_folder, "fs2002"), Fs2002Version).Run();
         if (!settings)
             return settings.error();
         m_counts = *settings;

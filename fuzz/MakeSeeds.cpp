@@ -71,6 +71,9 @@ int main(int argc, char** argv)
                   BytesOf("[General]\r\nTitle=x\r\n[Area.001]\r\nTitle=World\r\nLocal=Scenery\\World\r\n"
                           "[AREA.002]\nlocal=D:/Mine/scenery\n")) &&
         WriteSeed(corpus / "FuzzSceneryCfg/repeated", BytesOf("[Area.1]\r\nTitle=A\r\n[Area.1]\r\nTitle=B\r\n")) &&
+        WriteSeed(corpus / "FuzzFolders/areas",
+                  BytesOf("[Area.1]\nLocal=a\\scenery\\..\\A/b\\\n[Area.2]\nLocal=c\\C\\c\\b/x\n")) &&
+        WriteSeed(corpus / "FuzzFolders/paths", BytesOf("C\\c\\a\\..\\c\\C\\scenery\nB/A/B\n/..\\.\\b\n")) &&
         WriteSeed(corpus / "FuzzDatabase/airports", DatabaseSeed(0, records.Airports)) &&
         WriteSeed(corpus / "FuzzDatabase/navaids", DatabaseSeed(1, records.Vors + records.Ndbs)) &&
         WriteSeed(corpus / "FuzzDatabase/airspaces", DatabaseSeed(2, records.Airspaces)) &&

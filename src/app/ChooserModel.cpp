@@ -4,6 +4,7 @@
 #include "area/AreaLoad.h"
 #include "area/DatabaseLists.h"
 #include "core/DatabaseFiles.h"
+#include "core/SimulatorFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -35,11 +36,10 @@ private:
 Result<void> ChooserModel::ReadGrid()
 {
     MagVarGrid grid = m_state.MagVar; // the session goes on with the old one meanwhile
-    Result<void> read;
-    m_view.RunLongWork([&] { read = ReadMagVarGrid(grid, m_state.Settings.FsPath); });
-    if (read)
-        m_state.MagVar = grid;
-    return read;
+    m_view.RunLongWork(
+        [&] { ReadMagVarGrid(grid, FolderOfSettings(m_state.Settings.FsPath, m_state.AppFolder).Path); });
+    m_state.MagVar = grid;
+    return {};
 }
 
 Result<void> ChooserModel::ReadAirports()

@@ -19,14 +19,15 @@ std::string SetUpModel::PathAfterChange(std::string_view text)
 {
     constexpr std::size_t DriveRootLength = 3;
     std::string path(text);
-    if (path.size() == DriveRootLength && !IsSeparator(path.front())) // "/tm" is an absolute path half typed
+    if (Utf8ToWindows1252(text).size() == DriveRootLength && // a byte a character
+        !IsSeparator(path.front()))                          // "/tm" is an absolute path half typed
         std::erase_if(path, IsSeparator);
     return path;
 }
 
 static bool HoldsSimulator(std::string_view folder)
 {
-    const auto program = FindPath(std::string(folder) + "\\fs2002.exe");
+    const auto program = FindPath({}, std::string(folder) + "\\fs2002.exe");
     std::error_code ignored;
     return program && std::filesystem::is_regular_file(*program, ignored);
 }
@@ -45,12 +46,19 @@ bool SetUpModel::NextStep(std::string_view path, bool fs2002Selected)
                      "program didn't found the FS2002.EXE file. Please try again.");
         return false;
     }
+    const std::optional<std::string> stored = Utf8ToWindows1252Exactly(path);
+    if (!stored) {
+        m_boxes.Warn(
+            "The settings file cannot hold the path of this folder, because it has letters that are not in the "
+            "Windows-1252 code page. Please rename the folder, or select another one.");
+        return false;
+    }
     SettingsRecord settings = m_state.Settings;
     settings.VersionText = SettingsVersionText;
     settings.RecordMark = 1;
     if (fs2002Selected)
         settings.FsVersion = Fs2002Version;
-    settings.FsPath = path;
+    settings.FsPath = *stored;
     if (const Result<void> written = WriteSettings(m_state.AppFolder / SettingsFileName, settings); !written) {
         m_boxes.Inform(BoxText(written.error()) +
                        ". The settings were not saved. Make the folder writable, or start Corvane in another one.");

@@ -9,7 +9,7 @@ namespace corvane {
 struct AppState;
 
 /// The logic of the set-up window, which asks for the simulator's folder and writes the first settings.
-/// Paths are 8-bit text (Windows-1252) as typed; files are found below them in any letter case.
+/// Paths are UTF-8 as typed; files are found below them in any letter case.
 class SetUpModel {
 public:
     SetUpModel(AppState& state, MessageBoxes& boxes) noexcept : m_state(state), m_boxes(boxes) {}

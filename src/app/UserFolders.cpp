@@ -2,7 +2,6 @@
 
 #include "builder/BuildDriver.h"
 #include "core/File.h"
-#include "core/PathLookup.h"
 #include "core/Settings.h"
 #include "demo/DemoWorld.h"
 
@@ -28,7 +27,7 @@ Result<std::filesystem::path> PrepareDemonstration(const std::filesystem::path& 
         return prepared;
     if (const auto written = WriteDemoWorld({folder, DefaultDataFolder(), 0}); !written)
         return written.error();
-    const auto driver = std::make_unique<BuildDriver>(folder, TextFromPath(folder / "fs2002"), Fs2002Version);
+    const auto driver = std::make_unique<BuildDriver>(folder, FolderBeside(folder, "fs2002"), Fs2002Version);
     const Result<SettingsRecord> built = driver->Run();
     if (built)
         return folder;

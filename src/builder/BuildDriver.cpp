@@ -11,26 +11,23 @@
 #include <utility>
 
 namespace corvane {
-BuildDriver::BuildDriver(std::filesystem::path appFolder, std::string fsFolder, std::uint8_t fsVersion)
-    : m_appFolder(std::move(appFolder)), m_fsFolder(std::move(fsFolder)), m_fsVersion(fsVersion), m_writer(m_appFolder)
+BuildDriver::BuildDriver(std::filesystem::path appFolder, SimulatorFolder simulator, std::uint8_t fsVersion)
+    : m_appFolder(std::move(appFolder)),
+      m_simulator(std::move(simulator)),
+      m_fsVersion(fsVersion),
+      m_writer(m_appFolder)
 {
-}
-
-/// A file of the simulator's main folder, as the disk spells it; where it is missing, as it is asked for.
-static std::filesystem::path SimulatorFile(const std::string& fsFolder, std::string_view name)
-{
-    const std::string written = fsFolder + "\\" + std::string(name);
-    return FindPath(written).value_or(PathFromText(written));
 }
 
 Result<void> BuildDriver::ReadAreas(std::vector<SceneryArea>& areas) const
 {
-    Result<std::vector<SceneryArea>> read = ReadSceneryCfg(SimulatorFile(m_fsFolder, "scenery.cfg"));
+    constexpr std::string_view Name = "scenery.cfg";
+    Result<std::vector<SceneryArea>> read =
+        ReadSceneryCfg(FindPath(m_simulator.Path, Name).value_or(m_simulator.Path / Name));
     if (!read)
         return read.error();
     areas = *std::move(read);
-    ResolveSceneryFolders(areas, m_fsFolder);
-    return {};
+    return ResolveSceneryFolders(areas, m_simulator);
 }
 
 Result<void> BuildDriver::Prepare(const std::function<void(std::string_view)>& status)
@@ -40,8 +37,7 @@ Result<void> BuildDriver::Prepare(const std::function<void(std::string_view)>& s
             status(text);
     };
     tell(StatusMagdec);
-    if (const Result<void> read = ReadMagVarGrid(m_grid, m_fsFolder); !read)
-        return read.error();
+    ReadMagVarGrid(m_grid, m_simulator.Path);
     std::vector<SceneryArea> areas;
     if (m_fsVersion == Fs2002Version) {
         tell(StatusSceneryCfg);
@@ -49,7 +45,10 @@ Result<void> BuildDriver::Prepare(const std::function<void(std::string_view)>& s
             return read.error();
     }
     m_scanAhead.reset(); // it borrows the plan
-    m_plan.emplace(std::move(areas));
+    Result<BuildPlan> plan = BuildPlan::Make(std::move(areas));
+    if (!plan)
+        return plan.error();
+    m_plan = *std::move(plan);
     tell(StatusDone);
     return {};
 }
@@ -109,7 +108,7 @@ Result<SettingsRecord> BuildDriver::Finish()
         return committed.error();
     SettingsRecord settings;
     settings.FsVersion = m_fsVersion;
-    settings.FsPath = m_fsFolder;
+    settings.FsPath = m_simulator.Text;
     settings.AirportCount = Counts().Airports;
     settings.AirspaceCount = Counts().Airspaces;
     settings.VorCount = Counts().Vors;

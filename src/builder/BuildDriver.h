@@ -6,6 +6,7 @@
 #include "core/MagVarGrid.h"
 #include "core/Result.h"
 #include "core/Settings.h"
+#include "core/SimulatorFolder.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -39,12 +40,12 @@ inline constexpr std::string_view StatusDone = "Done";
 class BuildDriver {
 public:
     /// appFolder  where the data files go; must exist
-    /// fsFolder   the simulator's main folder, 8-bit text, found in any letter case; goes into the settings as it is
+    /// simulator  its text goes into the settings as it is
     /// fsVersion  with any other than Fs2002Version there are no areas and the database comes out empty
-    BuildDriver(std::filesystem::path appFolder, std::string fsFolder, std::uint8_t fsVersion);
+    BuildDriver(std::filesystem::path appFolder, SimulatorFolder simulator, std::uint8_t fsVersion);
 
-    /// Reads the magnetic grid (an absent magdec.bgl is no error) and the scenery list, and lists the folders.
-    /// status  told what is being read, before it is
+    /// Reads the magnetic grid (a magdec.bgl that is absent or unreadable is no error) and the scenery list, and lists
+    /// the folders. status  told what is being read, before it is
     Result<void> Prepare(const std::function<void(std::string_view)>& status = {});
 
     /// Scans at most one file. An Error names the scenery file or the database file that failed; what a message box
@@ -77,7 +78,7 @@ private:
     Result<void> Store(ScannedFile& scanned);
 
     std::filesystem::path m_appFolder;
-    std::string m_fsFolder;
+    SimulatorFolder m_simulator;
     std::uint8_t m_fsVersion;
     MagVarGrid m_grid;
     std::optional<BuildPlan> m_plan;

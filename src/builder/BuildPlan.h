@@ -12,8 +12,9 @@
 
 namespace corvane {
 /// The names of a folder's scenery files: regular files that end in ".bgl" in any letter case, in ascending order of
-/// their lower-cased names, so that a build does not depend on the disk. A folder that cannot be listed has none.
-std::vector<std::string> ListBglFiles(const std::filesystem::path& folder);
+/// their lower-cased names, so that a build does not depend on the disk. An Error names the folder that cannot be
+/// listed, or the file of which the disk would not tell what it is.
+Result<std::vector<std::string>> ListBglFiles(const std::filesystem::path& folder);
 
 /// One file of a build.
 struct PlannedFile {
@@ -26,7 +27,13 @@ struct PlannedFile {
 /// first is scanned; an area whose folder comes back later is scanned again. Folders are listed once.
 class BuildPlan {
 public:
-    explicit BuildPlan(std::vector<SceneryArea> areas);
+    /// The plan of areas whose folders are resolved. Errors are those of ListBglFiles.
+    static Result<BuildPlan> Make(std::vector<SceneryArea> areas);
+    BuildPlan(const BuildPlan&) = delete;
+    BuildPlan& operator=(const BuildPlan&) = delete;
+    BuildPlan(BuildPlan&&) noexcept = default;
+    BuildPlan& operator=(BuildPlan&&) noexcept = default;
+    ~BuildPlan() = default;
 
     [[nodiscard]] const std::vector<SceneryArea>& Areas() const noexcept { return m_areas; }
     /// The files of all areas' folders, those of repeated folders included.
@@ -48,8 +55,11 @@ public:
 private:
     struct Step {
         std::size_t Area = 0;
-        const std::vector<std::string>* Names = nullptr;
+        const std::vector<std::string>* Names = nullptr; ///< in m_listings, whose nodes stay where they are
     };
+
+    BuildPlan() = default;
+    Result<void> Add(std::size_t area, std::string& currentFolder);
 
     std::vector<SceneryArea> m_areas;
     std::map<std::filesystem::path, std::vector<std::string>> m_listings;

@@ -127,15 +127,6 @@ Result<std::vector<SceneryArea>> ReadSceneryCfg(const std::filesystem::path& pat
     return ParseSceneryCfg({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, FullName(path));
 }
 
-static std::optional<std::filesystem::path> FindFolder(std::string_view writtenPath)
-{
-    std::optional<std::filesystem::path> found = FindPath(writtenPath);
-    std::error_code ignored;
-    if (!found || !std::filesystem::is_directory(*found, ignored))
-        return std::nullopt;
-    return found;
-}
-
 /// An area's path with "\" as separator, ending in its scenery subfolder.
 static std::string SceneryPath(std::string_view local)
 {
@@ -147,19 +138,57 @@ static std::string SceneryPath(std::string_view local)
     return path;
 }
 
-void ResolveSceneryFolders(std::vector<SceneryArea>& areas, std::string_view fsFolder)
+namespace {
+/// Finds the folders of areas.
+class FolderSearch {
+public:
+    explicit FolderSearch(const SimulatorFolder& simulator) noexcept : m_simulator(simulator) {}
+
+    Result<void> Resolve(SceneryArea& area)
+    {
+        const std::string path = SceneryPath(area.Local);
+        if (Take(area, {}, path, path))
+            return {};
+        // In the working directory a relative path is looked for, but not expected.
+        std::optional<Error> obstacle = path.starts_with('\\') ? m_finder.Obstacle() : std::nullopt;
+        if (!obstacle) {
+            if (Take(area, m_simulator.Path, path, m_simulator.Text + "\\" + path))
+                return {};
+            obstacle = m_finder.Obstacle();
+        }
+        if (obstacle)
+            return *std::move(obstacle);
+        area.Local.clear();
+        return {};
+    }
+
+private:
+    /// Takes the folder at path, where there is one, as the area's, whose Local it then becomes as text.
+    bool Take(SceneryArea& area, const std::filesystem::path& base, std::string_view path, std::string_view text)
+    {
+        std::optional<std::filesystem::path> found = m_finder.Find(base, Windows1252ToUtf8(path));
+        std::error_code ignored;
+        if (!found || !std::filesystem::is_directory(*found, ignored))
+            return false;
+        area.Local = ToLower(text);
+        area.Folder = *std::move(found);
+        return true;
+    }
+
+    const SimulatorFolder& m_simulator;
+    PathFinder m_finder;
+};
+} // namespace
+
+Result<void> ResolveSceneryFolders(std::vector<SceneryArea>& areas, const SimulatorFolder& simulator)
 {
+    FolderSearch search(simulator);
     for (SceneryArea& area : areas) {
         if (area.Local.empty())
             continue;
-        std::string path = SceneryPath(area.Local);
-        auto folder = FindFolder(path);
-        if (!folder) {
-            path = std::string(fsFolder).append("\\").append(path);
-            folder = FindFolder(path);
-        }
-        area.Local = folder ? ToLower(path) : std::string();
-        area.Folder = folder.value_or(std::filesystem::path());
+        if (Result<void> resolved = search.Resolve(area); !resolved)
+            return resolved;
     }
+    return {};
 }
 } // namespace corvane

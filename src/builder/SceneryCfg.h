@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Result.h"
+#include "core/SimulatorFolder.h"
 
 #include <filesystem>
 #include <string>
@@ -31,6 +32,7 @@ Result<std::vector<SceneryArea>> ParseSceneryCfg(std::string_view content, std::
 std::string KeyValue(std::string_view block, std::string_view key);
 
 /// Turns every area's Local into its scenery folder: as written, or relative to the simulator's main folder. Folders
-/// that do not exist leave an empty Local. Both separators and any letter case are found.
-void ResolveSceneryFolders(std::vector<SceneryArea>& areas, std::string_view fsFolder);
+/// that do not exist leave an empty Local; where the disk would not tell whether one does, that is an Error. Both
+/// separators and any letter case are found.
+Result<void> ResolveSceneryFolders(std::vector<SceneryArea>& areas, const SimulatorFolder& simulator);
 } // namespace corvane

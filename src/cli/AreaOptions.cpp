@@ -53,10 +53,8 @@ Result<AreaModel> LoadArea(const AreaOptions& options, std::ostream& notices)
 Result<std::unique_ptr<MagVarGrid>> LoadMagVarGrid(const FolderOptions& folders)
 {
     auto grid = std::make_unique<MagVarGrid>();
-    if (const Result<std::string> fsFolder = SimulatorFolder(folders)) {
-        if (const Result<void> read = ReadMagVarGrid(*grid, *fsFolder); !read)
-            return read.error();
-    }
+    if (const Result<std::filesystem::path> fsFolder = FindSimulator(folders))
+        ReadMagVarGrid(*grid, *fsFolder);
     return grid;
 }
 } // namespace corvane

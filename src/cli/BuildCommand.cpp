@@ -3,7 +3,7 @@
 #include "cli/ProgressBar.h"
 #include "cli/RecordJson.h"
 #include "core/DatabaseFiles.h"
-#include "core/PathLookup.h"
+#include "core/File.h"
 #include "core/Text.h"
 #include "os/InterruptWatch.h"
 
@@ -32,11 +32,13 @@ static std::string WithoutTrailingSeparator(std::string folder)
 
 static Result<void> Build(const FolderOptions& folders, const Console& console)
 {
-    const std::string fsFolder = WithoutTrailingSeparator(Utf8ToWindows1252(folders.FsFolder));
-    if (!FindPath(fsFolder))
+    Result<SimulatorFolder> simulator = FolderAsTyped(WithoutTrailingSeparator(folders.FsFolder));
+    if (!simulator)
+        return simulator.error();
+    if (!FileExists(simulator->Path))
         return Fail(folders.FsFolder, "there is no such folder");
     DeleteDataFiles(folders.AppFolder);
-    const auto driver = std::make_unique<BuildDriver>(folders.AppFolder, fsFolder, Fs2002Version);
+    const auto driver = std::make_unique<BuildDriver>(folders.AppFolder, *std::move(simulator), Fs2002Version);
     const Result<SettingsRecord> built = RunBuild(*driver, console);
     if (!built) {
         driver->Abandon();

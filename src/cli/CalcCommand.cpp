@@ -4,6 +4,7 @@
 #include "core/Geodesy.h"
 #include "core/NumberText.h"
 #include "core/Rounding.h"
+#include "core/SimulatorFolder.h"
 #include "core/Text.h"
 #include "session/WireUnits.h"
 
@@ -145,11 +146,8 @@ void AddCalcCommand(CLI::App& app, const Console& console, CommandWork& work)
     command->callback([folders, &console, &work] {
         work = [folders, &console]() -> Result<void> {
             const auto grid = std::make_unique<MagVarGrid>();
-            if (!folders->FsFolder.empty()) {
-                const Result<void> read = ReadMagVarGrid(*grid, Utf8ToWindows1252(folders->FsFolder));
-                if (!read)
-                    return read.error();
-            }
+            if (!folders->FsFolder.empty())
+                ReadMagVarGrid(*grid, TypedPath(folders->FsFolder));
             return CalculateLines(console, *grid);
         };
     });

@@ -3,7 +3,6 @@
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
 #include "core/MagVarGrid.h"
-#include "core/PathLookup.h"
 #include "core/RecordCodec.h"
 #include "core/Text.h"
 
@@ -72,14 +71,13 @@ static Result<void> PrintSettings(const std::filesystem::path& path, std::ostrea
 
 static Result<void> PrintMagVar(const FolderOptions& folders, std::ostream& out)
 {
-    const Result<std::string> fsFolder = SimulatorFolder(folders);
+    const Result<std::filesystem::path> fsFolder = FindSimulator(folders);
     if (!fsFolder)
         return fsFolder.error();
-    if (!FindPath(*fsFolder))
-        return Fail(Windows1252ToUtf8(*fsFolder), "there is no such folder");
+    if (!FileExists(*fsFolder))
+        return Fail(fsFolder->string(), "there is no such folder");
     const auto grid = std::make_unique<MagVarGrid>();
-    if (const Result<void> read = ReadMagVarGrid(*grid, *fsFolder); !read)
-        return read.error();
+    ReadMagVarGrid(*grid, *fsFolder);
     Json values = Json::array();
     for (std::size_t i = 0; i < MagVarGrid::CellCount; ++i)
         values.push_back(grid->Values[i]);

@@ -1,7 +1,7 @@
 #include "cli/FolderOptions.h"
 
 #include "core/Settings.h"
-#include "core/Text.h"
+#include "core/SimulatorFolder.h"
 
 namespace corvane {
 std::filesystem::path FolderOptions::AppFile(std::string_view name) const
@@ -21,13 +21,13 @@ CLI::Option* AddFsFolderOption(CLI::App& command, FolderOptions& folders)
     return command.add_option("--fs-folder", folders.FsFolder, "The simulator's main folder")->type_name("DIR");
 }
 
-Result<std::string> SimulatorFolder(const FolderOptions& folders)
+Result<std::filesystem::path> FindSimulator(const FolderOptions& folders)
 {
     if (!folders.FsFolder.empty())
-        return Utf8ToWindows1252(folders.FsFolder);
+        return TypedPath(folders.FsFolder);
     const Result<SettingsRecord> settings = ReadSettings(folders.AppFile(SettingsFileName));
     if (!settings)
         return settings.error();
-    return settings->FsPath;
+    return FolderOfSettings(settings->FsPath, folders.AppFolder).Path;
 }
 } // namespace corvane

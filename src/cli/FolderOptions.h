@@ -20,6 +20,6 @@ struct FolderOptions {
 CLI::Option* AddAppFolderOption(CLI::App& command, FolderOptions& folders);
 CLI::Option* AddFsFolderOption(CLI::App& command, FolderOptions& folders);
 
-/// The simulator's folder as 8-bit text: --fs-folder, or else FsPath of the settings file.
-Result<std::string> SimulatorFolder(const FolderOptions& folders);
+/// Where the simulator's folder is: --fs-folder, or else FsPath of the settings file.
+Result<std::filesystem::path> FindSimulator(const FolderOptions& folders);
 } // namespace corvane

@@ -4,8 +4,6 @@
 #include "core/File.h"
 #include "core/PathLookup.h"
 
-#include <string>
-
 namespace corvane {
 bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept
 {
@@ -33,15 +31,12 @@ Bytes MagdecFile(std::span<const std::int16_t> values)
     return out;
 }
 
-Result<void> ReadMagVarGrid(MagVarGrid& grid, std::string_view fsFolder)
+void ReadMagVarGrid(MagVarGrid& grid, const std::filesystem::path& fsFolder)
 {
-    const auto path = FindPath(std::string(fsFolder) + "\\scenery\\magdec.bgl");
+    const auto path = FindPath(fsFolder, "scenery/magdec.bgl");
     if (!path)
-        return {};
-    const Result<FileBytes> file = ReadWholeFile(*path);
-    if (!file)
-        return file.error();
-    FillMagVarGrid(grid, file->Span());
-    return {};
+        return;
+    if (const Result<FileBytes> file = ReadWholeFile(*path))
+        FillMagVarGrid(grid, file->Span());
 }
 } // namespace corvane

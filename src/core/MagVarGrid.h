@@ -1,14 +1,13 @@
 #pragma once
 
 #include "core/Bytes.h"
-#include "core/Result.h"
 
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <span>
-#include <string_view>
 
 namespace corvane {
 /// The magnetic variation of the world on a one-degree grid.
@@ -51,7 +50,7 @@ bool FillMagVarGrid(MagVarGrid& grid, ByteSpan magdec) noexcept;
 /// section that a scan would look into.
 Bytes MagdecFile(std::span<const std::int16_t> values);
 
-/// Fills the grid from scenery\magdec.bgl in the simulator's main folder (8-bit text, found in any letter case). A file
-/// that is absent leaves the grid as it is; one that is there and cannot be read is an Error.
-Result<void> ReadMagVarGrid(MagVarGrid& grid, std::string_view fsFolder);
+/// Fills the grid from scenery\magdec.bgl in the simulator's main folder, found in any letter case. A file that is
+/// absent or cannot be read leaves the grid as it is.
+void ReadMagVarGrid(MagVarGrid& grid, const std::filesystem::path& fsFolder);
 } // namespace corvane

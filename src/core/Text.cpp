@@ -99,6 +99,14 @@ bool IsUtf8(std::string_view text) noexcept
     return true;
 }
 
+std::optional<std::string> Utf8ToWindows1252Exactly(std::string_view text)
+{
+    std::string converted = Utf8ToWindows1252(text);
+    if (Windows1252ToUtf8(converted) != text)
+        return std::nullopt;
+    return converted;
+}
+
 std::string ToLower(std::string_view text)
 {
     std::string lower(text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,8 @@ namespace corvane {
 std::string Windows1252ToUtf8(std::string_view text);
 /// Characters without a Windows-1252 code, and malformed UTF-8, become "?".
 std::string Utf8ToWindows1252(std::string_view text);
+/// As Utf8ToWindows1252, or nothing where a character would become "?".
+std::optional<std::string> Utf8ToWindows1252Exactly(std::string_view text);
 bool IsUtf8(std::string_view text) noexcept;
 
 /// Change a-z and A-Z only: file names and identifiers are compared this way whatever the code page.

@@ -4,6 +4,7 @@
 #include "core/NumberText.h"
 #include "core/PathLookup.h"
 #include "core/Rounding.h"
+#include "core/Text.h"
 #include "demo/AirportScenery.h"
 #include "demo/AirspaceScenery.h"
 #include "demo/BglFileWriter.h"
@@ -262,8 +263,8 @@ Result<void> DemoWorldWriter::WriteSectors()
 std::string DemoWorldWriter::AbsoluteLocal(const SceneryRegion& region) const
 {
     const fs::path folder = FullName(m_options.OutDir / "fs2002" / region.Folder);
-    const std::string local = TextFromPath(folder);
-    return PathFromText(local) == folder ? local : std::string(region.Folder);
+    const std::optional<std::string> local = Utf8ToWindows1252Exactly(folder.string());
+    return local && PathFromText(folder.string()) == folder ? *local : std::string(region.Folder);
 }
 
 /// The files beside the regions. scenery.cfg comes last: with it the world is whole.

@@ -6,6 +6,7 @@
 #include "core/File.h"
 #include "core/PathLookup.h"
 #include "core/Settings.h"
+#include "core/Text.h"
 #include "world/Credits.h"
 #include "world/NavFile.h"
 
@@ -139,7 +140,7 @@ WorldImporter::WorldImporter(const WorldImport& import, std::span<const std::int
       m_magVar(magVar),
       m_callbacks(callbacks),
       m_folder(AbsoluteFolder(import.AppFolder)),
-      m_folderText(TextFromPath(m_folder)),
+      m_folderText(Utf8ToWindows1252Exactly(m_folder.string()).value_or("")),
       m_writer(m_folder)
 {
     assert(magVar.size() == MagVarGrid::CellCount);
@@ -149,12 +150,11 @@ Result<void> WorldImporter::Prepare()
 {
     if (Result<void> made = m_made.Make(m_folder); !made)
         return made;
-    if (!FindPath(m_folderText))
+    if (m_folderText.empty())
         return Fail(FullName(m_folder), "has a name that the settings cannot hold");
-    m_keepsMagdec = FindPath(m_folderText + "/fs2002.exe") && FindPath(m_folderText + "/scenery/magdec.bgl");
+    m_keepsMagdec = FindPath(m_folder, "fs2002.exe") && FindPath(m_folder, "scenery/magdec.bgl");
     if (m_keepsMagdec) {
-        if (Result<void> read = ReadMagVarGrid(m_grid, m_folderText); !read)
-            return read;
+        ReadMagVarGrid(m_grid, m_folder);
     } else {
         std::ranges::copy(m_magVar, m_grid.Values.begin());
     }

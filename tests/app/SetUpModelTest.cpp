@@ -24,6 +24,7 @@ TEST_F(SetUpWindow, ReducesADriveRootToItsLetter)
     EXPECT_EQ(SetUpModel::PathAfterChange("C:\\F"), "C:\\F");
     EXPECT_EQ(SetUpModel::PathAfterChange("\\\\"), "\\\\");
     EXPECT_EQ(SetUpModel::PathAfterChange("abc"), "abc");
+    EXPECT_EQ(SetUpModel::PathAfterChange("\u017c\\"), "\u017c\\"); // two characters, three bytes
 }
 
 TEST_F(SetUpWindow, WritesTheSettingsOfASimulatorFolderInAnyLetterCase)
@@ -68,6 +69,17 @@ TEST_F(SetUpWindow, StaysOnAFolderWithoutTheSimulator)
     EXPECT_FALSE(Window.SetupFinished());
     EXPECT_FALSE(Has(SettingsFileName));
     EXPECT_EQ(State.Settings, SettingsRecord{});
+}
+
+TEST_F(SetUpWindow, SaysAtOnceThatTheSettingsCannotHoldAPath)
+{
+    Write("S\u00e3o/fs2002.exe");
+    Write("\u017c\u00f3\u0142w/fs2002.exe");
+    EXPECT_FALSE(Window.NextStep(Folder("\u017c\u00f3\u0142w"), true));
+    EXPECT_THAT(Boxes.Shown, ElementsAre(StartsWith("warning: The settings file cannot hold the path of this folder")));
+    EXPECT_FALSE(Has(SettingsFileName));
+    EXPECT_TRUE(Window.NextStep(Folder("S\u00e3o"), true));
+    EXPECT_EQ(State.Settings.FsPath, Folder("S\xe3o"));
 }
 
 TEST_F(SetUpWindow, TellsWhenTheSettingsCannotBeWritten)

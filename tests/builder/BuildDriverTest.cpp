@@ -5,17 +5,30 @@
 #include "core/RecordCodec.h"
 #include "core/Text.h"
 #include "tests/builder/BglWriter.h"
+#include "tests/core/AsNobody.h"
 #include "tests/core/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <unistd.h>
+#include <csignal>
+#include <sys/resource.h>
 
 namespace corvane {
 namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// Returns the old limit.
+rlimit LimitFileSize(rlim_t bytes)
+{
+    rlimit old{};
+    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, old.rlim_max};
+    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    return old;
+}
 
 class BuildDriverTest : public testing::Test {
 protected:
@@ -37,7 +50,7 @@ protected:
 
     [[nodiscard]] BuildDriver Driver(std::uint8_t fsVersion = Fs2002Version) const
     {
-        return BuildDriver(App(), Fs().string(), fsVersion);
+        return BuildDriver(App(), {Fs().string(), Fs()}, fsVersion);
     }
 
     /// Prepares and scans everything; the files scanned, in order, below the simulator's folder.
@@ -198,30 +211,94 @@ TEST_F(BuildDriverTest, LeavesNothingBehindWhenGivenUpOrFailed)
     EXPECT_THAT(AppFiles(), IsEmpty());
 }
 
-TEST_F(BuildDriverTest, NamesTheDatabaseFileThatCannotBeWritten)
+TEST_F(BuildDriverTest, LeavesAloneWhatIsInTheWayOfATemporaryFile)
 {
     WriteCfg({});
-    std::filesystem::create_directory(App() / "world_vors.dat.part");
-    BuildDriver driver = Driver();
-    ASSERT_TRUE(driver.Prepare());
-    const auto step = driver.ScanNext();
-    ASSERT_FALSE(step);
-    EXPECT_EQ(step.error().What, (App() / VorsFileName).string());
-}
+    const std::filesystem::path part = App() / "world_vors.dat.part";
+    const std::filesystem::path target = m_disk.Write("target", std::string("precious"));
+    const auto expectRefusal = [&] {
+        BuildDriver driver = Driver();
+        ASSERT_TRUE(driver.Prepare());
+        const auto step = driver.ScanNext();
+        ASSERT_FALSE(step);
+        EXPECT_EQ(step.error().What, part.string());
+        driver.Abandon();
+        EXPECT_THAT(AppFiles(), ElementsAre("world_vors.dat.part"));
+    };
+    std::filesystem::create_directory(part);
+    expectRefusal();
+    std::filesystem::remove(part);
+    for (const std::filesystem::path& linked : {target, m_disk.Path() / "missing"}) {
+        std::filesystem::create_symlink(linked, part);
+        expectRefusal();
+        std::filesystem::remove(part);
+    }
+    EXPECT_EQ(std::filesystem::file_size(target), 8U) << "a link is not followed";
+    EXPECT_FALSE(std::filesystem::exists(m_disk.Path() / "missing"));
 
-TEST_F(BuildDriverTest, NamesTheDatabaseFileThatFillsTheDisk)
-{
-    if (!std::filesystem::exists("/dev/full"))
-        GTEST_SKIP() << "needs a device that is always full";
-    WriteCfg({"One"});
-    WriteBgl("One/scenery/a.bgl", AirportFile("A", {}));
-    std::filesystem::create_symlink("/dev/full", App() / "world_airports.dat.part");
+    m_disk.Write("app/world_vors.dat.part", std::string("left by an interrupted build"));
     BuildDriver driver = Driver();
     ScanAll(driver);
+    EXPECT_TRUE(driver.Finish());
+    EXPECT_EQ(std::filesystem::file_size(App() / VorsFileName), 0U);
+}
+
+TEST_F(BuildDriverTest, NamesTheDatabaseFileThatCannotBeWrittenOn)
+{
+    WriteCfg({"One"});
+    WriteBgl("One/scenery/a.bgl", AirportFile("A", IcaoRecord("A")));
+    BuildDriver driver = Driver();
+    const rlimit unlimited = LimitFileSize(16);
+    ScanAll(driver);
     const auto finished = driver.Finish();
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &unlimited), 0);
     ASSERT_FALSE(finished);
-    EXPECT_EQ(finished.error().Text(), (App() / AirportsFileName).string() + ": No space left on device");
+    EXPECT_EQ(finished.error().Text(), (App() / AirportsFileName).string() + ": File too large");
     EXPECT_THAT(AppFiles(), IsEmpty());
+}
+
+TEST_F(BuildDriverTest, StopsWhereAFolderOrALinkCannotBeLookedInto)
+{
+    using std::filesystem::perms;
+    WriteCfg({"One", "Two"});
+    WriteBgl("One/scenery/a.bgl", AirportFile("A", {}));
+    WriteBgl("Two/Secret/b.bgl", AirportFile("B", {}));
+    const std::filesystem::path one = Fs() / "One/scenery";
+    const std::filesystem::path two = Fs() / "Two";
+    const auto expectObstacle = [&](const std::filesystem::path& named) {
+        BuildDriver driver = Driver();
+        AsNobody({}, [&] {
+            const auto prepared = driver.Prepare();
+            ASSERT_FALSE(prepared);
+            EXPECT_EQ(prepared.error().Text(), named.string() + ": Permission denied");
+        });
+    };
+    std::filesystem::permissions(m_disk.Path(), perms::all);
+    std::filesystem::permissions(one, perms::owner_exec);
+    expectObstacle(one);
+    std::filesystem::permissions(one, perms::all);
+    std::filesystem::permissions(two, perms::owner_read);
+    expectObstacle(two / "scenery");
+    std::filesystem::permissions(two / "Secret", perms::none);
+    std::filesystem::permissions(two, perms::all);
+    std::filesystem::create_symlink(two / "Secret/b.bgl", one / "b.bgl");
+    expectObstacle(one / "b.bgl");
+    std::filesystem::permissions(two / "Secret", perms::all);
+    BuildDriver driver = Driver();
+    EXPECT_THAT(ScanAll(driver), ElementsAre("\\one\\scenery\\a.bgl", "\\one\\scenery\\b.bgl"));
+}
+
+TEST_F(BuildDriverTest, WorksInFoldersWithAnyLetters)
+{
+    const std::filesystem::path turtle = m_disk.Path() / "\u017c\u00f3\u0142w \u65e5\u672c";
+    m_disk.Write(turtle / "fs2002/Scenery.CFG", std::string("[Area.0]\nLocal=One\n"));
+    m_disk.Write(turtle / "fs2002/ONE/Scenery/\u65e5.BGL", AirportFile("A", IcaoRecord("A")));
+    BuildDriver driver(turtle, FolderBeside(turtle, "fs2002"), Fs2002Version);
+    const auto built = driver.Run();
+    ASSERT_TRUE(built) << built.error().Text();
+    EXPECT_EQ(built->AirportCount, 1);
+    EXPECT_EQ(built->FsPath, "fs2002");
+    EXPECT_EQ(driver.CurrentFile(), "fs2002\\one\\scenery\\?.bgl");
 }
 
 /// Files of all sizes, some too large to be decoded ahead.
@@ -243,10 +320,10 @@ protected:
     [[nodiscard]] std::vector<std::string> AirportsOf(unsigned threads) const
     {
         std::vector<SceneryArea> areas = {{"T", "One", {}}};
-        ResolveSceneryFolders(areas, Fs().string());
-        const BuildPlan plan(areas);
+        EXPECT_TRUE(ResolveSceneryFolders(areas, {Fs().string(), Fs()}));
+        const Result<BuildPlan> plan = BuildPlan::Make(areas);
         const MagVarGrid grid;
-        ScanAhead ahead(plan, grid, threads);
+        ScanAhead ahead(*plan, grid, threads);
         std::vector<std::string> airports;
         while (std::optional<ScannedFile> scanned = ahead.Next()) {
             EXPECT_TRUE(scanned->Status);

@@ -95,7 +95,7 @@ TEST_P(SceneryFolders, AreFoundBelowTheSimulatorFolder)
     std::filesystem::create_directories(fs / "addons/Mine/Scenery");
     disk.Write("FS/file/scenery", std::string("not a folder"));
     std::vector<SceneryArea> areas = {{"T", GetParam().Written, {}}};
-    ResolveSceneryFolders(areas, fs.string());
+    ASSERT_TRUE(ResolveSceneryFolders(areas, {fs.string(), fs}));
     if (GetParam().Resolved == nullptr) {
         EXPECT_EQ(areas[0].Local, "");
     } else {
@@ -119,7 +119,7 @@ TEST(SceneryFolders, MayBeAbsolute)
     const TemporaryFolder disk;
     std::filesystem::create_directories(disk.Path() / "MyArea/scenery");
     std::vector<SceneryArea> areas = {{"T", (disk.Path() / "myarea").string(), {}}};
-    ResolveSceneryFolders(areas, "nowhere");
+    ASSERT_TRUE(ResolveSceneryFolders(areas, {"nowhere", "nowhere"}));
     std::string expected = ToLower((disk.Path() / "MyArea/scenery").string());
     std::replace(expected.begin(), expected.end(), '/', '\\');
     EXPECT_EQ(areas[0].Local, expected);

@@ -2,6 +2,7 @@
 #include "core/File.h"
 #include "core/MagVarGrid.h"
 #include "core/PathLookup.h"
+#include "core/SimulatorFolder.h"
 #include "tests/core/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -20,9 +21,14 @@ TEST(PathLookup, FindsAnySpelling)
     const auto expected = folder.Path() / "Fs2002/Scenery/MagDec.BGL";
     for (const char* written :
          {"\\fs2002\\scenery\\magdec.bgl", "/Fs2002/Scenery/MagDec.BGL", "\\FS2002//scenery/\\MAGDEC.bgl"})
-        EXPECT_EQ(FindPath(root + written), expected) << written;
-    EXPECT_EQ(FindPath(root + "\\fs2002\\scenery\\magdec"), std::nullopt);
-    EXPECT_EQ(FindPath(""), std::nullopt);
+        EXPECT_EQ(FindPath({}, root + written), expected) << written;
+    for (const char* written : {"fs2002\\scenery\\magdec.bgl", "FS2002/missing\\..\\.\\SCENERY/magdec.bgl",
+                                "..\\..\\FS2002\\scenery\\magdec.bgl"})
+        EXPECT_EQ(FindPath(folder.Path() / (written[0] == '.' ? "a/b" : ""), written), expected) << written;
+    EXPECT_EQ(FindPath({}, root + "\\fs2002\\scenery\\magdec"), std::nullopt);
+    EXPECT_EQ(FindPath({}, ""), std::nullopt);
+    EXPECT_EQ(FindPath({}, "."), ".");
+    EXPECT_EQ(FindPath("/", "..\\..\\" + root), folder.Path()) << "nothing is above the root";
 }
 
 TEST(PathLookup, TriesEverySpellingOfAFolder)
@@ -30,15 +36,49 @@ TEST(PathLookup, TriesEverySpellingOfAFolder)
     const TemporaryFolder folder;
     folder.Write("area/other.bgl", std::string("x"));
     folder.Write("Area/wanted.bgl", std::string("x"));
-    EXPECT_EQ(FindPath(folder.Path().string() + "\\area\\WANTED.BGL"), folder.Path() / "Area/wanted.bgl");
-    EXPECT_EQ(FindPath(folder.Path().string() + "\\area"), folder.Path() / "area"); // the exact one comes first
+    EXPECT_EQ(FindPath(folder.Path(), "area\\WANTED.BGL"), folder.Path() / "Area/wanted.bgl");
+    EXPECT_EQ(FindPath(folder.Path(), "area"), folder.Path() / "area"); // the exact one comes first
 }
 
-TEST(PathLookup, ConvertsAccents)
+TEST(PathLookup, ReadsEachFolderOnceAndGivesUpAmongLinksWithoutEnd)
 {
     const TemporaryFolder folder;
-    folder.Write("S\u00e3o/a.bgl", std::string("x"));
-    EXPECT_EQ(FindPath(folder.Path().string() + "\\s\xe3o\\a.bgl"), folder.Path() / "S\u00e3o/a.bgl");
+    folder.Write("one/file", std::string("x"));
+    PathFinder finder;
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_EQ(finder.Find(folder.Path(), "ONE\\missing" + std::to_string(i)), std::nullopt);
+    EXPECT_EQ(finder.Listings(), 2U);
+
+    std::string written = "missing";
+    for (int i = 0; i < 30; ++i)
+        written = (i % 2 == 0 ? "LOOP\\" : "Area\\..\\loop\\") + written;
+    for (const char* link : {"loop", "Loop", "lOOP"})
+        std::filesystem::create_directory_symlink(".", folder.Path() / link);
+    const std::size_t before = finder.Tries();
+    EXPECT_EQ(PathFinder().Find(folder.Path(), written), std::nullopt);
+    EXPECT_EQ(finder.Find(folder.Path(), written), std::nullopt);
+    EXPECT_LE(finder.Tries() - before, PathFinder::MostTries(written.size()));
+}
+
+TEST(SimulatorFolder, KeepsWhatTheSettingsCannotHold)
+{
+    const TemporaryFolder folder;
+    folder.Write("S\u00e3o/sim/a", std::string("x"));
+    folder.Write("\u017c\u00f3\u0142w/sim/a", std::string("x"));
+    const std::string held = folder.Path().string() + "/s\u00e3O/SIM";
+    const auto typed = FolderAsTyped(held);
+    ASSERT_TRUE(typed);
+    EXPECT_EQ(typed->Text, folder.Path().string() + "/s\xe3O/SIM");
+    EXPECT_EQ(typed->Path, folder.Path() / "S\u00e3o/sim");
+    EXPECT_EQ(FolderOfSettings(typed->Text, "nowhere").Path, typed->Path);
+
+    const std::filesystem::path turtle = folder.Path() / "\u017c\u00f3\u0142w";
+    EXPECT_FALSE(FolderAsTyped((turtle / "sim").string()));
+    EXPECT_EQ(TypedPath((turtle / "SIM").string()), turtle / "sim");
+    const SimulatorFolder beside = FolderBeside(turtle, "sim");
+    EXPECT_EQ(beside.Text, "sim");
+    EXPECT_EQ(beside.Path, turtle / "sim");
+    EXPECT_EQ(FolderOfSettings(beside.Text, turtle).Path, beside.Path);
 }
 
 TEST(File, ErrorsNameTheWholePath)
@@ -122,9 +162,12 @@ TEST(MagVarGrid, IsReadFromTheSimulatorsFolder)
     const TemporaryFolder folder;
     folder.Write("Scenery/MAGDEC.bgl", Magdec(200, 182));
     const auto grid = std::make_unique<MagVarGrid>();
-    ASSERT_TRUE(ReadMagVarGrid(*grid, folder.Path().string()));
+    ReadMagVarGrid(*grid, folder.Path());
     EXPECT_EQ(grid->Values[100], 182);
-    EXPECT_TRUE(ReadMagVarGrid(*grid, "/no/such/folder")) << "an absent file is no error";
+    std::filesystem::create_directories(folder.Path() / "other/scenery/magdec.bgl"); // a folder cannot be read
+    for (const char* name : {"missing", "other"})
+        ReadMagVarGrid(*grid, folder.Path() / name);
+    EXPECT_EQ(grid->Values[100], 182) << "what is absent or unreadable changes nothing";
 }
 } // namespace
 } // namespace corvane

@@ -52,7 +52,7 @@ static Result<AirportRecord> DecodeOneAirport(ByteReader& reader, std::string_vi
 
 static void Build(const fs::path& folder, BuiltWorld& built)
 {
-    BuildDriver driver(folder, TextFromPath(folder / "fs2002"), Fs2002Version);
+    BuildDriver driver(folder, FolderBeside(folder, "fs2002"), Fs2002Version);
     const Result<SettingsRecord> settings = driver.Run();
     ASSERT_TRUE(settings) << settings.error().Text();
     built.Settings = *settings;

@@ -70,7 +70,7 @@ ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppSta
 {
     m_parser.process(application);
     const bool demonstration = m_parser.isSet(m_demo);
-    state.AppFolder = AppFolderFromText(ToText(m_parser.value(m_appFolder)));
+    state.AppFolder = WithoutTrailingSeparator(ToPath(m_parser.value(m_appFolder)));
     if (m_parser.isSet(m_userFolder) || demonstration)
         state.AppFolder = OwnFolder(demonstration);
     state.Display = ChosenDisplay(m_parser.value(m_display));

@@ -70,14 +70,14 @@ void SetupWindow::Browse()
 
 void SetupWindow::PathChanged(const QString& text)
 {
-    const QString path = ToQString(SetUpModel::PathAfterChange(ToText(text)));
-    if (path != ToQString(ToText(text)))
+    const QString path = QString::fromStdString(SetUpModel::PathAfterChange(text.toStdString()));
+    if (path != text)
         m_ui->Text1->setText(path);
 }
 
 void SetupWindow::NextStep()
 {
-    if (!m_setUp.NextStep(ToText(m_ui->Text1->text()), m_ui->Option1->isChecked()))
+    if (!m_setUp.NextStep(m_ui->Text1->text().toStdString(), m_ui->Option1->isChecked()))
         return;
     hide();
     emit Finished();

@@ -14,7 +14,8 @@ BuilderWindow::BuilderWindow(AppState& state, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form4>()),
       m_state(state),
       m_boxes(boxes),
-      m_driver(std::make_unique<BuildDriver>(state.AppFolder, state.Settings.FsPath, state.Settings.FsVersion))
+      m_driver(std::make_unique<BuildDriver>(state.AppFolder, FolderOfSettings(state.Settings.FsPath, state.AppFolder),
+                                             state.Settings.FsVersion))
 {
     m_ui->setupUi(this);
     m_ui->Command2->setEnabled(false);

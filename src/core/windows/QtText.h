@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -18,5 +19,12 @@ inline QString ToQString(std::string_view text)
 inline std::string ToText(const QString& text)
 {
     return Utf8ToWindows1252(text.toStdString());
+}
+
+/// A path as the person typed or chose it, with whatever letters it has.
+inline std::filesystem::path ToPath(const QString& path)
+{
+    const QByteArray utf8 = path.toUtf8();
+    return std::u8string(utf8.begin(), utf8.end());
 }
 } // namespace corvane

@@ -45,7 +45,7 @@ void ProgramTest::SetUp()
 
 void ProgramTest::BuildDatabase() const
 {
-    BuildDriver driver(m_folder.Path(), TextFromPath(SimulatorFolder()), Fs2002Version);
+    BuildDriver driver(m_folder.Path(), FolderBeside(m_folder.Path(), "fs2002"), Fs2002Version);
     const auto built = driver.Run();
     ASSERT_TRUE(built) << built.error().Text();
 }
