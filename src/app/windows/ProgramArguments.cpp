@@ -13,6 +13,7 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 namespace corvane {
 ProgramArguments::ProgramArguments()
@@ -35,8 +36,31 @@ ProgramArguments::ProgramArguments()
         {m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_demo, m_display});
 }
 
+void ProgramArguments::TakeDisplayName(int& argc, char** argv)
+{
+    constexpr std::string_view Option = "--display";
+    int kept = 0;
+    for (int i = 0; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        const bool joined = argument.starts_with(Option) && argument.substr(Option.size()).starts_with('=');
+        const bool apart = argument == Option && i + 1 < argc;
+        const std::string_view name = joined  ? argument.substr(Option.size() + 1)
+                                      : apart ? std::string_view(argv[i + 1])
+                                              : std::string_view();
+        if (i > 0 && (joined || apart) && name.find(':') == std::string_view::npos) {
+            m_displayName = name;
+            i += apart ? 1 : 0;
+            continue;
+        }
+        argv[kept++] = argv[i];
+    }
+    argc = kept;
+    argv[argc] = nullptr;
+}
+
 void ProgramArguments::AnswerWithoutDisplay(int& argc, char** argv)
 {
+    TakeDisplayName(argc, argv);
     const QCoreApplication application(argc, argv);
     m_parser.parse(QCoreApplication::arguments()); // what is wrong in them is told once the display has taken its own
     if (m_parser.isSet(m_version))
@@ -58,9 +82,9 @@ static std::filesystem::path OwnFolder(bool demonstration)
 }
 
 /// The ready set of that name; ends the program where there is none.
-static DisplayOptions ChosenDisplay(const QString& name)
+static DisplayOptions ChosenDisplay(std::string_view name)
 {
-    if (const auto display = DisplayByName(ToText(name), ControlMode::Airport))
+    if (const auto display = DisplayByName(name, ControlMode::Airport))
         return *display;
     std::cerr << "corvane: --display: there are classic and modern\n";
     std::exit(2); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
@@ -73,7 +97,7 @@ ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppSta
     state.AppFolder = WithoutTrailingSeparator(ToPath(m_parser.value(m_appFolder)));
     if (m_parser.isSet(m_userFolder) || demonstration)
         state.AppFolder = OwnFolder(demonstration);
-    state.Display = ChosenDisplay(m_parser.value(m_display));
+    state.Display = ChosenDisplay(m_displayName);
     ScriptedStart script;
     script.Airport = ToUpper(ToText(m_parser.value(m_airport)));
     script.Practice = m_parser.isSet(m_practice) || demonstration;

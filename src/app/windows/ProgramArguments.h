@@ -3,6 +3,8 @@
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 
+#include <string>
+
 class QCoreApplication;
 
 namespace corvane {
@@ -22,6 +24,10 @@ public:
     ScriptedStart Read(const QCoreApplication& application, AppState& state);
 
 private:
+    /// Takes the name of a display set out of the arguments before the window system sees them: it has an option that
+    /// is called the same, whose values are addresses with a colon. Those are left to it.
+    void TakeDisplayName(int& argc, char** argv);
+
     QCommandLineParser m_parser;
     QCommandLineOption m_help;
     QCommandLineOption m_version;
@@ -33,5 +39,6 @@ private:
     QCommandLineOption m_userFolder;
     QCommandLineOption m_demo;
     QCommandLineOption m_display;
+    std::string m_displayName = "classic";
 };
 } // namespace corvane
