@@ -35,6 +35,14 @@ constexpr PixelBox BoxAround(ScopePoint at, std::int32_t radius) noexcept
     return {at.X - radius, at.Y - radius, at.X + radius + 1, at.Y + radius + 1};
 }
 
+/// Whether two boxes that are not empty share a pixel. Without branches: crowds ask it of all pairs.
+constexpr bool Overlap(const PixelBox& a, const PixelBox& b) noexcept
+{
+    const auto asNumber = [](bool met) { return static_cast<unsigned>(met); };
+    return (asNumber(a.Left < b.Right) & asNumber(b.Left < a.Right) & asNumber(a.Top < b.Bottom) &
+            asNumber(b.Top < a.Bottom)) != 0;
+}
+
 /// Pixels that two boxes share.
 constexpr std::int64_t SharedArea(const PixelBox& a, const PixelBox& b) noexcept
 {

@@ -80,8 +80,8 @@ private:
     };
     struct Remembered {
         Seat Place;
-        double MovedAt = 0;
-        int Overlaps = 0; ///< refreshes in a row
+        double TriedAt = 0; ///< when it last moved, or looked for a better place
+        int Overlaps = 0;   ///< refreshes in a row
         bool Seen = false;
     };
     struct Working {
@@ -89,12 +89,20 @@ private:
         Seat Place;
         bool New = false;
         bool MayMove = false;
+        bool Tried = false;
+    };
+    struct Swept {
+        PixelBox Box;
+        std::size_t Block = 0;
+        bool IsDot = false;
     };
     struct Scene;
     class Neighbours;
 
     void Recall(const Scene& scene);
+    [[nodiscard]] bool CoversNoteOrEdge(const Scene& scene, std::size_t index) const;
     [[nodiscard]] bool Overlaps(const Scene& scene, std::size_t index) const;
+    void FindOverlaps();
     void JudgeOverlaps(const Scene& scene, double now, PlacementOccasion occasion);
     bool Improve(const Scene& scene, std::size_t index);
     void Settle(const Scene& scene);
@@ -104,5 +112,9 @@ private:
     // kept to reuse their memory
     std::vector<Working> m_working;
     std::vector<BlockPlace> m_places;
+    std::vector<PixelBox> m_boxes; ///< the places', side by side
+    std::vector<PixelBox> m_dots;
+    std::vector<Swept> m_sweep;
+    std::vector<std::uint8_t> m_overlapping; ///< by block
 };
 } // namespace corvane

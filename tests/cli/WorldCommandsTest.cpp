@@ -215,6 +215,52 @@ TEST_F(WorldCommands, ScopeShowsTargetsPanelAndMeasurement)
     EXPECT_THAT(pointed["Targets"][6]["text"].get<std::string>(), testing::StartsWith("Dist: 41 nm  Course: "));
 }
 
+TEST_F(WorldCommands, ScopeDrawsADisplayAfterItsHistoryAndTheClassicOneAsEver)
+{
+    const auto path = [](const char* name) { return (s_world->Path() / name).string(); };
+    const auto player = [](int id, double lon) {
+        return R"({"PlayerId":)" + std::to_string(id) + R"(,"Name":"P)" + std::to_string(id) +
+               R"(","Role":"player","Latitude":47.4,"Longitude":)" + std::to_string(lon) +
+               R"(,"AltitudeFt":30000,"GroundSpeedKt":400})";
+    };
+    const std::string both = "[" + player(2, -122) + "," + player(3, -121.99) + "]";
+    std::ofstream(path("both.json")) << both;
+    std::ofstream history(path("history.json"));
+    for (int time = 100; time < 105; ++time)
+        history << R"({"Time":)" << time << R"(,"Players":)" << both << "}\n";
+    history << R"({"Time":105,"Players":[)" << player(3, -121.99) << "]}\n";
+    history.close();
+
+    const json plain = Scope({"--players", path("both.json")});
+    EXPECT_EQ(Scope({"--players", path("both.json"), "--display", "classic"}), plain);
+    EXPECT_EQ(Scope({"--players", path("both.json"), "--set", "ConflictAlert=0"}), plain);
+    EXPECT_EQ(Scope({"--history", path("history.json"), "--players", path("both.json")}), plain);
+    EXPECT_FALSE(Scope({"--players", path("both.json"), "--set", "Blocks=compact"}).contains("Labels"));
+
+    const json modern = Scope({"--display", "modern", "--history", path("history.json")});
+    ASSERT_EQ(modern["Labels"].size(), 1) << "the last line's";
+    EXPECT_EQ(modern["Labels"][0]["PlayerId"], 3);
+    EXPECT_EQ(modern["Labels"][0]["Direction"], 9);
+    EXPECT_EQ(modern["Labels"][0]["Height"], 26);
+    const json alerting = Scope({"--display", "modern", "--history", path("history.json"), "--players",
+                                 path("both.json"), "--set", "PredictionMinutes=0"});
+    ASSERT_EQ(alerting["Labels"].size(), 2);
+    EXPECT_NE(alerting["Labels"][0]["Direction"], alerting["Labels"][1]["Direction"]) << "they make room";
+    ASSERT_EQ(alerting["Alerts"].size(), 1);
+    EXPECT_EQ(alerting["Alerts"][0]["Players"], json({2, 3}));
+    EXPECT_EQ(alerting["Alerts"][0]["violated"], true);
+    const json later = Scope({"--display", "modern", "--history", path("history.json"), "--now", "115.5"});
+    EXPECT_EQ(later["Targets"][0]["fill"], nullptr) << "hollow: ten seconds of silence";
+
+    const CommandRun tooEarly = RunCli({"scope", "--app-folder", Folder(), "--airport", ListEntry("KSEA"), "--history",
+                                        path("history.json"), "--now", "104", "--primitives"});
+    EXPECT_EQ(tooEarly.Status, 1);
+    EXPECT_THAT(tooEarly.Notices, testing::HasSubstr("--now: lies before"));
+    const CommandRun unknown = RunCli({"scope", "--airport", "X", "--primitives", "--set", "Dots=3"});
+    EXPECT_EQ(unknown.Status, 2);
+    EXPECT_THAT(unknown.Notices, testing::HasSubstr("HistoryDots, HistorySeconds"));
+}
+
 TEST_F(WorldCommands, ScopeRefusesDamagedPlayers)
 {
     const TemporaryFolder folder;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace corvane {
@@ -63,6 +66,20 @@ TEST(DisplaySets, DifferAsAgreedAndHoldValuesInRange)
     EXPECT_EQ(classic, DisplayOptions());
     EXPECT_EQ(DisplayByName("modern", ControlMode::Sector)->ConflictNm, 5);
     EXPECT_FALSE(DisplayByName("Modern", ControlMode::Airport));
+}
+TEST(DisplayOptions, StandInTheGuideAsTheyAre)
+{
+    const char* const path = std::getenv("CORVANE_GUIDE"); // NOLINT(concurrency-mt-unsafe): the test has one thread
+    if (path == nullptr)
+        GTEST_SKIP() << "CORVANE_GUIDE names no guide";
+    std::ifstream file(path);
+    const std::string guide((std::istreambuf_iterator<char>(file)), {});
+    for (const DisplayOption& option : AllDisplayOptions()) {
+        const std::string row = "| `" + std::string(option.Name) + "` | " + option.Range() + " | " +
+                                option.ValueText(ClassicDisplay()) + " | " + option.ValueText(ModernDisplay()) + " | " +
+                                std::string(option.Help) + " |";
+        EXPECT_NE(guide.find(row), std::string::npos) << row;
+    }
 }
 } // namespace
 } // namespace corvane

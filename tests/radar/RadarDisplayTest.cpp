@@ -1,8 +1,13 @@
 #include "radar/RadarDisplay.h"
 
+#include "core/Geodesy.h"
+#include "radar/MapLayers.h"
+
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -141,6 +146,59 @@ TEST_F(RadarDisplayTest, AnotherAreaAndAnotherSizeAreFollowed)
     EXPECT_EQ(m_display.View().ViewCenterLon, 179.5);
     m_display.Resize(0, 0);
     m_display.Draw(); // a minimised window
+}
+TEST_F(RadarDisplayTest, TheClassicDisplayIsUntouchedByTheOthers)
+{
+    const auto refreshed = [this](double now) {
+        m_display.RefreshTargets(now);
+        m_display.Draw();
+        return m_display.Picture();
+    };
+    const PixelImage classic = refreshed(0);
+    const ScopeView view = m_display.View();
+    DisplayOptions options = ModernDisplay();
+    options.Colours = ColourScheme::Contrast;
+    m_display.SetDisplay(options, 1);
+    m_display.Report(m_players.Players()[0], 1);
+    EXPECT_NE(refreshed(2), classic);
+    EXPECT_NE(m_display.View(), view);
+    m_display.ZoomIn();
+    m_display.ZoomOut();
+    m_display.SetDisplay(ClassicDisplay(), 3);
+    m_display.RedrawAll();
+    m_display.Draw();
+    EXPECT_EQ(refreshed(4), classic);
+    EXPECT_EQ(m_display.View().ZoomLevel, view.ZoomLevel);
+    EXPECT_NEAR(m_display.View().ViewNorth, view.ViewNorth, 1e-9);
+
+    const MapScene scene{m_area, *m_variation, m_display.View(), m_flags};
+    PixelImage image(400, 300); // the classic layers alone, in their order
+    PaintedSurface onto(image, m_font);
+    image.Fill(PixelImage::Black);
+    DrawMapLayers(onto, scene);
+    TargetMemory memory;
+    DrawTargets(onto, scene, {m_players.Players(), m_session.OwnPlayerId, ""}, false, memory);
+    EXPECT_EQ(image, m_display.Picture());
+}
+
+TEST_F(RadarDisplayTest, TrueProportionsMakeAMileAsLongUpAsAcross)
+{
+    DisplayOptions options;
+    options.TrueProportions = true;
+    const double span = m_display.View().ViewEast - m_display.View().ViewWest;
+    m_display.SetDisplay(options, 0);
+    for (const auto& [width, height] : {std::pair{400, 300}, std::pair{1000, 200}, std::pair{300, 900}}) {
+        m_display.Resize(width, height);
+        const ScopeView& view = m_display.View();
+        EXPECT_NEAR(view.ViewEast - view.ViewWest, span, 1e-9) << "the level keeps its meaning east to west";
+        const double across = width / (span * 60 * std::cos(47.5 * RadiansPerDegree));
+        EXPECT_NEAR(height / ((view.ViewNorth - view.ViewSouth) * 60), across, 1e-9);
+        EXPECT_NEAR((view.ViewNorth + view.ViewSouth) / 2, 47.5, 1e-9);
+    }
+    for (int i = 0; i < 400; ++i)
+        m_display.Pan(0, 10);
+    m_display.Draw(); // at the pole
+    EXPECT_GT(m_display.View().ViewNorth, m_display.View().ViewSouth);
 }
 } // namespace
 } // namespace corvane

@@ -2,6 +2,7 @@
 
 #include "core/Text.h"
 #include "radar/PaintedSurface.h"
+#include "radar/RecordingSurface.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -60,6 +61,18 @@ TEST_F(ScopeText, IsWhatQtPaintsPixelForPixel)
                   PaintedByQt({240, 40}, c.TopLeft, c.Text, QColor(c.Ink.R, c.Ink.G, c.Ink.B), c.Background))
             << c.Text;
     }
+}
+
+TEST_F(ScopeText, IsAsWideAsItIsLaidOutWithoutAFont)
+{
+    PixelImage image(10, 10);
+    const PaintedSurface painted(image, Font);
+    const RecordingSurface recorded;
+    for (int code = 32; code < 256; ++code) {
+        const std::string text(1, static_cast<char>(code));
+        EXPECT_EQ(painted.TextWidth(text), recorded.TextWidth(text)) << code;
+    }
+    EXPECT_EQ(painted.TextHeight(), recorded.TextHeight());
 }
 
 TEST_F(ScopeText, StandsRightOfAndBelowItsPixel)
