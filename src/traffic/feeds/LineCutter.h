@@ -1,15 +1,12 @@
 #pragma once
 
-#include "core/Bytes.h"
-
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace corvane {
-/// Cuts a stream of bytes, which comes in pieces of any size, into lines. A line that is longer than any of the feed
-/// can be is cut off and passed over to its end, so that a stream without line ends takes no more room than one line.
+/// Cuts a stream of bytes, which comes in pieces of any size, into lines. What a line holds beyond LongestLine
+/// characters is passed over, so that a stream without line ends takes no more room than one line.
 class LineCutter {
 public:
     static constexpr std::size_t LongestLine = 1000;
@@ -24,31 +21,20 @@ public:
         }
     }
     /// Forgets a line that has begun: the stream starts anew.
-    void Reset() noexcept
-    {
-        m_begun.clear();
-        m_tooLong = false;
-    }
+    void Reset() noexcept { m_begun.clear(); }
 
 private:
-    template <class OnLine> void Take(std::string_view part, bool ends, OnLine&& onLine)
+    template <class OnLine> void Take(std::string_view part, bool ends, OnLine& onLine)
     {
-        if (m_begun.size() + part.size() > LongestLine) {
-            m_begun.clear();
-            m_tooLong = true;
-        }
-        if (ends && !m_tooLong && m_begun.empty())
-            return onLine(part); // the common case: nothing is copied
-        if (!m_tooLong)
-            m_begun.append(part);
+        if (ends && m_begun.empty())
+            return onLine(part.substr(0, LongestLine)); // the common case: nothing is copied
+        m_begun.append(part.substr(0, LongestLine - m_begun.size()));
         if (!ends)
             return;
-        if (!m_tooLong)
-            onLine(std::string_view(m_begun));
-        Reset();
+        onLine(std::string_view(m_begun));
+        m_begun.clear();
     }
 
     std::string m_begun; ///< a line whose end has not come
-    bool m_tooLong = false;
 };
 } // namespace corvane
