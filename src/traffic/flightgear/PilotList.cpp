@@ -134,9 +134,10 @@ void PilotList::Hear(const PositionPacket& packet, std::int64_t nowMs, TrafficEv
 
 void PilotList::Advance(std::int64_t nowMs, TrafficEvents& events)
 {
+    constexpr std::int64_t NextPacketMs = 200; // which has a newer position, if it comes
     for (auto entry = m_pilots.begin(); entry != m_pilots.end();) {
         Pilot& pilot = entry->second;
-        if (pilot.Unreported && nowMs >= pilot.NextReportMs)
+        if (pilot.Unreported && nowMs >= pilot.NextReportMs + NextPacketMs)
             Report(pilot, nowMs, events);
         if (nowMs - pilot.HeardMs < SilenceMs) {
             ++entry;
