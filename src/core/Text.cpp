@@ -27,6 +27,17 @@ static char Windows1252Character(char32_t codePoint)
     return found == HighCodes.end() ? '?' : static_cast<char>(0x80 + (found - HighCodes.begin()));
 }
 
+static bool IsControl(char32_t code)
+{
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+/// Line and paragraph separators, and the marks that make text run the other way.
+static bool BreaksOrTurnsLines(char32_t code)
+{
+    return (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) || code == 0x200E || code == 0x200F;
+}
+
 /// Takes one UTF-8 sequence off the front of text; a malformed one costs a single byte and gives nothing.
 static std::optional<char32_t> TakeCodePoint(std::string_view& text)
 {
@@ -105,6 +116,44 @@ std::optional<std::string> Utf8ToWindows1252Exactly(std::string_view text)
     if (Windows1252ToUtf8(converted) != text)
         return std::nullopt;
     return converted;
+}
+
+std::string OneLine(std::string_view text)
+{
+    constexpr char MiddleDot = '\xB7';
+    std::string line(text);
+    for (char& character : line) {
+        const char32_t code = CodePoint(static_cast<unsigned char>(character));
+        if (IsControl(code) && character != '\t')
+            character = MiddleDot;
+    }
+    return line;
+}
+
+static std::string Hexadecimal(std::string_view mark, std::uint32_t value, int digits)
+{
+    std::string text(mark);
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
+        text += "0123456789abcdef"[(value >> shift) & 0xFU];
+    return text;
+}
+
+std::string TerminalText(std::string_view utf8)
+{
+    std::string shown;
+    shown.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const std::string_view before = utf8;
+        const std::optional<char32_t> code = TakeCodePoint(utf8);
+        const std::string_view taken = before.substr(0, before.size() - utf8.size());
+        if (!code || (*code < 0x80 && IsControl(*code)))
+            shown += code == U'\n' ? "\\n" : Hexadecimal("\\x", static_cast<unsigned char>(taken[0]), 2);
+        else if (IsControl(*code) || BreaksOrTurnsLines(*code))
+            shown += Hexadecimal("\\u", *code, 4);
+        else
+            shown += taken;
+    }
+    return shown;
 }
 
 std::string ToLower(std::string_view text)

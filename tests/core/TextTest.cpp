@@ -20,7 +20,7 @@ TEST(Windows1252, KeepsEveryByteThereAndBack)
 struct Utf8Case {
     const char* Name;
     const char* Utf8;
-    const char* Windows1252;
+    const char* Windows1252; ///< or what else it becomes
 };
 TEST(Windows1252, ConvertsOrReplaces)
 {
@@ -35,6 +35,21 @@ TEST(Windows1252, ConvertsOrReplaces)
                               {"StrayContinuation", "\x80z", "?z"},
                               {"Overlong", "\xc0\xaf", "??"}})
         EXPECT_EQ(Utf8ToWindows1252(c.Utf8), c.Windows1252) << c.Name;
+}
+
+TEST(TerminalTexts, LeaveTextAloneAndEscapeTheRest)
+{
+    for (const Utf8Case& c : {Utf8Case{"Text", "S\u00e3o \\ \u20ac \U0001F6E9", "S\u00e3o \\ \u20ac \U0001F6E9"},
+                              {"Colour", "\x1b[31mred", "\\x1b[31mred"},
+                              {"BellAndDelete", "a\a\x7f", "a\\x07\\x7f"},
+                              {"Lines", "a\r\nb", "a\\x0d\\nb"},
+                              {"HighControls", "\u0085\u009b1m", "\\u0085\\u009b1m"},
+                              {"LineSeparator", "\u2028", "\\u2028"},
+                              {"TurnedRound", "\u202egnp.exe", "\\u202egnp.exe"},
+                              {"NoUtf8", "\xff\xc3(", "\\xff\\xc3("},
+                              {"Overlong", "\xe0\x80\xaf", "\\xe0\\x80\\xaf"},
+                              {"Surrogate", "\xed\xa0\x80", "\\xed\\xa0\\x80"}})
+        EXPECT_EQ(TerminalText(c.Utf8), c.Windows1252) << c.Name;
 }
 
 TEST(LetterCase, ChangesPlainLettersOnly)
