@@ -1,5 +1,7 @@
 #include "follow/SessionFollower.h"
 
+#include "core/NumberText.h"
+#include "core/Text.h"
 #include "session/ChatLog.h"
 
 #include <utility>
@@ -13,6 +15,7 @@ SessionFollower::SessionFollower(SessionPeerFactory& factory, const MagVarGrid& 
       m_pump(m_session, m_players, magVar, events, m_options.Password),
       m_connection(factory, m_session, m_players, *this, m_pump.Boxes())
 {
+    m_session.TakesOver = m_options.TakesOver;
 }
 
 /// What is known of a failure that the user has been told in the program's words.
@@ -63,20 +66,36 @@ void SessionFollower::OpenRadar()
 Result<void> SessionFollower::Tick(std::int64_t nowMs)
 {
     m_nowMs = nowMs;
-    if (std::exchange(m_startRetry, false))
+    if (std::exchange(m_startRetry, false)) {
         m_retry.Start(nowMs);
-    if (!m_session.SessionJoined) {
-        m_connection.HandshakeTick();
-        if (m_connection.State() == ConnectionState::Waiting && m_retry.Due(nowMs))
-            m_connection.RetryTick();
-        if (m_connection.State() == ConnectionState::Idle)
-            return Failure("the host did not admit this member");
-        return {};
+        m_waitingSinceMs = nowMs;
     }
+    if (!m_session.SessionJoined)
+        return AwaitAdmission();
     const Result<void> going = m_pump.Tick(nowMs);
     if (!going)
         Leave(going.error().Text());
     return going;
+}
+
+Result<void> SessionFollower::AwaitAdmission()
+{
+    m_connection.HandshakeTick();
+    if (m_connection.State() == ConnectionState::Waiting && m_retry.Due(m_nowMs))
+        m_connection.RetryTick();
+    if (m_connection.State() == ConnectionState::Idle)
+        return Failure("the host did not admit this member");
+    if (m_connection.State() != ConnectionState::Waiting)
+        return {};
+    const std::int64_t waitedMs = m_nowMs - m_waitingSinceMs;
+    if (waitedMs >= RetryIntervalMs && !std::exchange(m_saidThatItWaits, true))
+        m_events.Notice(MessageIcon::Information, "Still waiting for the host to admit this member; it may be gone.");
+    if (!m_options.AdmitWithinS || static_cast<double>(waitedMs) < *m_options.AdmitWithinS * 1000)
+        return {};
+    const Error late = Fail("session", "the host did not admit this member within " +
+                                           NumberText(*m_options.AdmitWithinS) + " seconds");
+    Leave(late.Text());
+    return late;
 }
 
 void SessionFollower::Say(std::string_view text)

@@ -7,6 +7,7 @@
 #include "session/Connection.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -15,6 +16,8 @@ struct FollowOptions {
     std::string SessionName = {}; ///< empty: the first session found
     std::string Nickname{DefaultNickname};
     std::string Password = {};
+    std::optional<double> AdmitWithinS = {}; ///< gives up when the host has not answered for so long; none: never
+    bool TakesOver = false;                  ///< SessionState::TakesOver
 };
 
 /// Takes part in a session as the program does, without its windows: finds it, joins it, keeps the table of its
@@ -40,6 +43,8 @@ public:
     [[nodiscard]] bool IsJoined() const noexcept { return m_session.SessionJoined; }
     /// Says a line of chat to all.
     void Say(std::string_view text);
+    /// Whether so much waits to be sent that lines had better wait too.
+    [[nodiscard]] bool Congested() const { return m_session.SessionPeer && m_session.SessionPeer->Congested(); }
     /// Leaves the session, or stops waiting for admission.
     void Leave(std::string_view reason);
 
@@ -55,6 +60,7 @@ private:
     void EndProgram() override {}
 
     [[nodiscard]] std::optional<std::size_t> WantedSession() const;
+    Result<void> AwaitAdmission();
     [[nodiscard]] Error Failure(std::string_view otherwise) const;
 
     SessionPeerFactory& m_factory;
@@ -67,6 +73,8 @@ private:
     std::string m_sessionName;
     Interval m_retry{RetryIntervalMs};
     std::int64_t m_nowMs = 0;
+    std::int64_t m_waitingSinceMs = 0;
+    bool m_saidThatItWaits = false;
     bool m_startRetry = false; ///< the waiting began since the last tick
 };
 } // namespace corvane

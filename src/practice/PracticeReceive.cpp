@@ -48,6 +48,12 @@ bool PracticeSession::IsOwnMember(PlayerId id) const noexcept
     return std::any_of(m_members.begin(), m_members.end(), [id](const auto& member) { return member->Id() == id; });
 }
 
+/// Only the host admits, refuses and removes; anybody may say that it does.
+bool PracticeSession::IsFromHost(const ReceivedMessage& message) const noexcept
+{
+    return m_host != nullptr && message.From == m_host->Id();
+}
+
 /// Those who are in the session, the one who asks included, must not be more than it takes. Where the transport does
 /// not say who is there, it has let the player in, and that decides.
 bool PracticeSession::HasRoom() const
@@ -71,7 +77,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
     case MessageType::ObserverAnnounce: HandleAnnounce(member, *header, message); break;
     case MessageType::JoinRefused:
     case MessageType::ObserverJoinRefused:
-        if (!member.Admitted)
+        if (!member.Admitted && IsFromHost(message))
             member.Leave();
         break;
     case MessageType::IdentifyRequest:
@@ -83,7 +89,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
             member.SendAircraftInfo(message.From);
         break;
     case MessageType::RemovedByHost:
-        if (&member != m_host)
+        if (&member != m_host && IsFromHost(message))
             member.Leave();
         break;
     case MessageType::ChatText: HandleChat(member, *header, message); break;
@@ -94,7 +100,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
 void PracticeSession::HandleAnnounce(PracticeMember& member, const MessageHeader& header,
                                      const ReceivedMessage& message) const
 {
-    if (member.Admitted)
+    if (member.Admitted || !IsFromHost(message))
         return;
     const auto announce = DecodeAnnounce(header, message.Content);
     if (announce && announce->PlayerId == member.Id())

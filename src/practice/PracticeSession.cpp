@@ -1,5 +1,6 @@
 #include "practice/PracticeSession.h"
 
+#include "core/Text.h"
 #include "practice/Callsigns.h"
 
 #include <algorithm>
@@ -72,7 +73,7 @@ Result<SessionEntry> PracticeSession::FindOwnSession(const std::vector<SessionEn
         if (!known && entry.Name == m_entry.Name)
             return entry;
     }
-    return Fail("GetDPEnumSessions", "the new session \"" + m_entry.Name + "\" is not listed");
+    return Fail("GetDPEnumSessions", "the new session \"" + Windows1252ToUtf8(m_entry.Name) + "\" is not listed");
 }
 
 Result<void> PracticeSession::OpenAsHost()

@@ -79,6 +79,7 @@ private:
     void HandleChat(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message) const;
     [[nodiscard]] bool HasRoom() const;
     [[nodiscard]] bool IsOwnMember(PlayerId id) const noexcept;
+    [[nodiscard]] bool IsFromHost(const ReceivedMessage& message) const noexcept;
 
     // Living
     void LiveOneStep();

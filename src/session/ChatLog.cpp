@@ -1,5 +1,6 @@
 #include "session/ChatLog.h"
 
+#include "core/Text.h"
 #include "session/MessageCodec.h"
 
 namespace corvane {
@@ -7,9 +8,9 @@ static constexpr std::string_view LineEnd = "\r\n";
 
 void ChatLog::AddChatLine(std::string_view from, std::string_view text)
 {
-    std::string line(from);
+    std::string line = OneLine(from); // nobody else's words may look like a line of their own
     line += ": ";
-    line += text;
+    line += OneLine(text);
     line += LineEnd;
     m_history.insert(0, line);
     if (m_history.size() > HistoryLimit) {
@@ -22,7 +23,7 @@ void ChatLog::RefreshPlayerList(const PlayerTable& players)
 {
     m_members.clear();
     for (const PlayerRecord& player : players.Players())
-        m_members.push_back(player.Name);
+        m_members.push_back(OneLine(player.Name));
 }
 
 void ChatLog::Clear()

@@ -17,7 +17,8 @@ public:
     /// Beyond this many characters the oldest lines are forgotten.
     static constexpr std::size_t HistoryLimit = 200000;
 
-    /// Puts the line "from: text" on top of everything already shown.
+    /// Puts the line "from: text" on top of everything already shown. Line breaks and other control characters in them
+    /// are shown as middle dots, so that a line is always what one member said.
     void AddChatLine(std::string_view from, std::string_view text);
     /// Rebuilds the list of members from the table, in its order.
     void RefreshPlayerList(const PlayerTable& players);

@@ -1,6 +1,7 @@
 #include "session/Connection.h"
 
 #include "core/NumberText.h"
+#include "core/Text.h"
 #include "session/BusyFlag.h"
 #include "session/MessageCodec.h"
 #include "session/PlayerTable.h"
@@ -109,9 +110,9 @@ void Connection::FindSessions()
 /// A session's line, such as "Traffic (3/8)"; an entry that no session can be opened by is damaged.
 static Result<std::string> SessionLine(const SessionEntry& entry)
 {
-    if (entry.InstanceGuid.empty() || entry.CurrentPlayers < 0 || entry.MaxPlayers < 0)
-        return Fail("session \"" + entry.Name + "\"", "its description is damaged");
-    return entry.Name + " (" + NumberText(entry.CurrentPlayers) + "/" + NumberText(entry.MaxPlayers) + ")";
+    if (entry.InstanceGuid.empty())
+        return Fail("session \"" + Windows1252ToUtf8(entry.Name) + "\"", "its description is damaged");
+    return OneLine(entry.Name) + " (" + NumberText(entry.CurrentPlayers) + "/" + NumberText(entry.MaxPlayers) + ")";
 }
 
 void Connection::Locate()

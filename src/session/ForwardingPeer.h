@@ -31,6 +31,8 @@ public:
     Result<std::string> GetPlayerFriendlyName(PlayerId player) override;
     Result<void> DestroyPlayer(PlayerId player) override;
     Result<void> Close() override;
+    [[nodiscard]] bool IsHost() const override { return m_target && m_target->IsHost(); }
+    [[nodiscard]] bool Congested() const override { return m_target && m_target->Congested(); }
 
 protected:
     [[nodiscard]] const std::shared_ptr<SessionPeer>& Target() const noexcept { return m_target; }

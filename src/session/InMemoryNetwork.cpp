@@ -111,6 +111,7 @@ public:
     Result<std::string> GetPlayerFriendlyName(PlayerId player) override;
     Result<void> DestroyPlayer(PlayerId player) override;
     Result<void> Close() override;
+    [[nodiscard]] bool IsHost() const override { return m_session && m_session->IsHost(m_machine); }
 
 private:
     /// What keeps an operation from running at all.

@@ -20,6 +20,7 @@ MessagePump::MessagePump(SessionState& session, PlayerTable& players, const MagV
 void MessagePump::Start()
 {
     m_isSessionHost = false;
+    m_hostlessTicks = 0;
     static_cast<void>( // the upkeep tick asks again
         SendFromOwnPlayer(m_session, AllPlayers, EncodeMessage(PlainMessage{MessageType::IdentifyRequest})));
 }
@@ -34,7 +35,23 @@ void MessagePump::PumpTick()
     if (const auto drained = Drain(); !drained) {
         m_lastError = drained.error();
         EndSession(RemovedText);
+    } else if (!m_sessionOver) {
+        TakeOver();
     }
+}
+
+/// A host that has crashed cannot hand the session over, and the simulator's own members wait for that for ever.
+void MessagePump::TakeOver()
+{
+    const bool hostless = m_session.TakesOver && m_session.SessionJoined && !m_isSessionHost;
+    if (!hostless || !m_session.SessionPeer->IsHost()) {
+        m_hostlessTicks = 0;
+        return;
+    }
+    if (++m_hostlessTicks < TakeOverMs / PumpIntervalMs)
+        return;
+    m_isSessionHost = true;
+    Inform("The original host is gone without a word, Corvane is now hosting the session.");
 }
 
 Result<void> MessagePump::Drain()

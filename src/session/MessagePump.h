@@ -59,6 +59,9 @@ public:
     /// ignored step by step.
     void UpkeepTick();
 
+    /// How long a host must have been gone without a word before SessionState::TakesOver has an effect.
+    static constexpr int TakeOverMs = 30000;
+
     [[nodiscard]] bool IsSessionHost() const noexcept { return m_isSessionHost; }
     /// The failure that was taken for a removal from the session, if there was one.
     [[nodiscard]] const std::optional<Error>& LastError() const noexcept { return m_lastError; }
@@ -79,6 +82,7 @@ private:
     Result<void> HandlePosition(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandleChat(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandleHostLeft();
+    void TakeOver();
     void EndSession(std::string_view text);
     void Inform(std::string_view text);
 
@@ -97,6 +101,7 @@ private:
     std::unordered_map<PlayerId, Sender> m_senders; ///< emptied whenever names or entries may have changed
     std::optional<Error> m_lastError;
     bool m_isSessionHost = false;
+    int m_hostlessTicks = 0;
     bool m_sessionOver = false; ///< nothing of this tick may go on
     bool m_busy = false;
 };

@@ -96,6 +96,12 @@ public:
     virtual Result<std::string> GetPlayerFriendlyName(PlayerId player) = 0;
     virtual Result<void> DestroyPlayer(PlayerId player) = 0;
     virtual Result<void> Close() = 0;
+
+    /// Whether the transport has made this machine the session's host: it created the session, or the one that did
+    /// has gone.
+    [[nodiscard]] virtual bool IsHost() const { return false; }
+    /// True while so much waits to be sent that whoever can say less for a while should.
+    [[nodiscard]] virtual bool Congested() const { return false; }
 };
 
 /// Makes peers: the root object of the session library.

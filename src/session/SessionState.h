@@ -21,6 +21,9 @@ struct SessionState {
     PlayerId OwnPlayerId = 0;   ///< below 1: no own player
     bool SessionJoined = false; ///< the host has admitted this program
     bool RadarOpen = false;
+    /// Where the transport makes this program's machine the host and the host before has not said that it leaves, admit
+    /// members in its place. By the simulator's own rules nobody would.
+    bool TakesOver = false;
     bool LeaveOperation = false; ///< the user does not want to wait for the operation under way any longer
 
     [[nodiscard]] bool HasOwnPlayer() const noexcept { return SessionPeer && OwnPlayerId >= 1; }

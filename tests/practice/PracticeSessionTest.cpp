@@ -61,6 +61,24 @@ protected:
     double Now = 0;
 };
 
+TEST_F(PracticeSessions, LetOnlyTheirHostAdmitRefuseAndRemove)
+{
+    Create({.Pilots = 5, .ComeAndGo = false, .HostStaysS = -1});
+    Live(3);
+    ASSERT_TRUE(Join());
+    const std::size_t members = Practice->Members().size();
+    for (const MessageType type :
+         {MessageType::RemovedByHost, MessageType::JoinRefused, MessageType::ObserverJoinRefused})
+        ASSERT_TRUE(SendFromOwnPlayer(Atc->Session, AllPlayers, EncodeMessage(PlainMessage{type})));
+    Live(5);
+    EXPECT_EQ(Practice->Members().size(), members);
+    const PracticeMember& host = *Practice->Host();
+    ASSERT_TRUE(host.Peer().Send(host.Id(), Practice->Members().back()->Id(), SendGuaranteed,
+                                 EncodeMessage(PlainMessage{MessageType::RemovedByHost})));
+    Live(2);
+    EXPECT_EQ(Practice->Members().size(), members - 1);
+}
+
 TEST_F(PracticeSessions, AdmitAControllerAndShowTheirPilots)
 {
     Create({.Pilots = 6, .SessionName = PracticeSessionName("KBIG - Big"), .ShortPositionShare = 0.3});

@@ -177,6 +177,26 @@ TEST_F(FollowedPractice, IsRefusedInTheProgramsWords)
     EXPECT_TRUE(Member->IsJoined());
 }
 
+TEST_F(FollowedPractice, SaysThatItWaitsAndGivesUpWhenNobodyAdmitsIt)
+{
+    Host({.Pilots = 2});
+    ASSERT_TRUE(Join({.AdmitWithinS = 45}));
+    const auto wait = [this](int seconds) { // the host has crashed
+        Result<void> going;
+        for (int i = 0; i < seconds * 10 && going; ++i)
+            going = Member->Tick(NowMs += 100);
+        return going;
+    };
+    ASSERT_TRUE(wait(29));
+    EXPECT_THAT(Joined.Notices, IsEmpty());
+    ASSERT_TRUE(wait(15));
+    EXPECT_THAT(Joined.Notices, ElementsAre(HasSubstr("waiting for the host to admit")));
+    const Result<void> end = wait(2);
+    ASSERT_FALSE(end);
+    EXPECT_THAT(end.error().Text(), HasSubstr("did not admit this member within 45 seconds"));
+    EXPECT_THAT(Joined.Reasons, SizeIs(1));
+}
+
 TEST_F(FollowedPractice, EndsWithTheSession)
 {
     Host({.Pilots = 2, .MigrateHost = false});

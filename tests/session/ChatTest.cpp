@@ -80,6 +80,17 @@ TEST_F(ChatTest, MembersAreListedInTableOrder)
     EXPECT_THAT(Log.Members(), ElementsAre("Zoe", "Ann"));
 }
 
+TEST_F(ChatTest, NobodysWordsLookLikeALineOrAMemberOfTheirOwn)
+{
+    Log.AddChatLine("Eve\r\nTower", "Hi\r\nTower: cleared to land\x85\x81\x07\tbye\n");
+    EXPECT_EQ(Log.History(),
+              "Eve\xb7\xb7Tower: Hi\xb7\xb7Tower: cleared to land\x85\xb7\xb7\tbye\xb7\r\n[Corvane v3.0]");
+    PlayerTable players;
+    players.Append("Eve\nTower", 1, PilotRole);
+    Log.RefreshPlayerList(players);
+    EXPECT_THAT(Log.Members(), ElementsAre("Eve\xb7Tower"));
+}
+
 TEST_F(ChatTest, TheHistoryForgetsItsOldestWholeLines)
 {
     const std::string line(1000, 'x');

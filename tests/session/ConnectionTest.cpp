@@ -41,6 +41,17 @@ TEST_F(ConnectionTest, GoesFromIdleToConnected)
     EXPECT_EQ(View.Ends, 0);
 }
 
+TEST_F(ConnectionTest, AnAbsurdDescriptionIsListedAndHidesNoOther)
+{
+    Member other{Network};
+    other.Host("Od\r\nd", -2147483647 - 1);
+    Locate();
+    EXPECT_THAT(View.Sessions, testing::UnorderedElementsAre("Traffic (1/8)", "Od\xb7\xb7"
+                                                                              "d (1/-2147483648)"));
+    EXPECT_EQ(Subject.State(), ConnectionState::Listed);
+    EXPECT_THAT(Boxes.Shown, IsEmpty());
+}
+
 struct HandshakeCase {
     const char* Name;
     std::vector<Message> Messages; ///< an announced id of 0 stands for the controller's own

@@ -117,6 +117,49 @@ TEST_F(PumpTest, RemovalEndsTheSession)
     EXPECT_EQ(Disconnects, 1);
 }
 
+/// What becomes of a controller whom the transport has made the host.
+struct TakeOverCase {
+    const char* Name;
+    bool TakesOver;
+    bool HostSaysSo; ///< before it goes
+    std::vector<std::string> Boxes;
+    std::vector<std::string> Reply;
+};
+class TakeOvers : public PumpTest, public testing::WithParamInterface<TakeOverCase> {};
+TEST_P(TakeOvers, HappenWhereWantedWhenTheHostIsGoneWithoutAWord)
+{
+    const TakeOverCase& c = GetParam();
+    constexpr int Ticks = MessagePump::TakeOverMs / PumpIntervalMs;
+    Session.TakesOver = c.TakesOver;
+    const auto asker = Joined("Asker");
+    const auto other = Joined("Other");
+    Players.Append("Other", other->Id, PilotRole);
+    for (int i = 0; i < 2 * Ticks; ++i)
+        Pump.PumpTick();
+    EXPECT_THAT(Boxes.Shown, IsEmpty()) << "the host is there";
+    if (c.HostSaysSo)
+        Say(HostMember, PlainMessage{MessageType::HostLeft});
+    ASSERT_TRUE(HostMember.Peer->Close());
+    for (int i = 0; i < Ticks - 1; ++i)
+        Pump.PumpTick();
+    EXPECT_EQ(Pump.IsSessionHost(), c.HostSaysSo);
+    Pump.PumpTick();
+    Say(*asker, PlainMessage{MessageType::JoinRequest});
+    Pump.PumpTick();
+    EXPECT_EQ(Boxes.Shown, c.Boxes);
+    EXPECT_EQ(asker->Received(), c.Reply);
+}
+INSTANTIATE_TEST_SUITE_P(
+    MessagePump, TakeOvers,
+    testing::Values(TakeOverCase{"NotWanted", false, false, {}, {}},
+                    TakeOverCase{"Wanted",
+                                 true,
+                                 false,
+                                 {"i: The original host is gone without a word, Corvane is now hosting the session."},
+                                 {"PilotAnnounce"}},
+                    TakeOverCase{"ByTheRules", true, true, {HostingBox}, {"PilotAnnounce"}}),
+    [](const auto& row) { return std::string(row.param.Name); });
+
 struct BrokenCase {
     const char* Name;
     const char* Operation;
