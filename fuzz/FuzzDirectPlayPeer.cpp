@@ -15,6 +15,7 @@ public:
     void SendBack(ConnectionId /*connection*/, Bytes message) override { Check(message); }
     void SendDatagram(const SocketAddress& /*to*/, Bytes message) override { Check(message); }
     void CloseStream(const SocketAddress& /*machine*/) override {}
+    void DropStream(const SocketAddress& /*machine*/) override {}
     void OpenEnumerationPorts() override {}
     void CloseEnumerationPorts() override {}
     void Deliver(WireId /*machine*/, WireId /*from*/, WireId /*to*/, ByteSpan /*content*/) override {}

@@ -100,14 +100,14 @@ Result<void> DirectPlayPeer::RequireNetwork(const char* operation) const
     return {};
 }
 
-Result<std::shared_ptr<const directplay::Roster>> DirectPlayPeer::RequireSession(const char* operation) const
+Result<void> DirectPlayPeer::RequireSession(const char* operation) const
 {
     if (!m_network)
         return Fail(operation, NotInitialized);
-    auto roster = m_network->CurrentRoster();
-    if (!roster->InSession)
-        return Fail(operation, roster->LossReason.empty() ? "no session is open" : roster->LossReason);
-    return roster;
+    if (m_network->Members().InSession())
+        return {};
+    const std::string reason = m_network->Members().LossReason();
+    return Fail(operation, reason.empty() ? "no session is open" : reason);
 }
 
 Result<WireId> DirectPlayPeer::Request(const char* operation, const directplay::PeerNetwork::Work& start)
@@ -236,7 +236,12 @@ void DirectPlayPeer::Cancel()
 
 bool DirectPlayPeer::IsHost() const
 {
-    return m_network && m_network->CurrentRoster()->Hosting;
+    return m_network && m_network->Members().Hosting();
+}
+
+bool DirectPlayPeer::Congested() const
+{
+    return m_network && m_network->Congested();
 }
 
 Result<directplay::SocketAddress> DirectPlayPeer::EnumerationAddress() const
@@ -248,7 +253,7 @@ Result<directplay::SocketAddress> DirectPlayPeer::EnumerationAddress() const
 
 std::string DirectPlayPeer::LossReason() const
 {
-    return m_network ? m_network->CurrentRoster()->LossReason : std::string();
+    return m_network ? m_network->Members().LossReason() : std::string();
 }
 
 directplay::PacketCounters DirectPlayPeer::Counters() const

@@ -59,7 +59,8 @@ public:
     /// connection is initialized.
     void Cancel();
     /// Whether this peer is the session's host: because it created the session, or took it over.
-    [[nodiscard]] bool IsHost() const;
+    [[nodiscard]] bool IsHost() const override;
+    [[nodiscard]] bool Congested() const override;
     /// Where this peer answers enumerations as a host. The Error says why it does not: it is no host, or the port was
     /// taken, in which case only machines that know the session already can come in.
     [[nodiscard]] Result<directplay::SocketAddress> EnumerationAddress() const;
@@ -71,7 +72,7 @@ public:
 private:
     static Error Because(const char* operation, const Error& error);
     static Result<void> CheckText(const char* operation, std::string_view text);
-    [[nodiscard]] Result<std::shared_ptr<const directplay::Roster>> RequireSession(const char* operation) const;
+    [[nodiscard]] Result<void> RequireSession(const char* operation) const;
     Result<void> RequireNetwork(const char* operation) const;
     Result<void> FindHost(const std::string& host, const char* operation);
     Result<directplay::WireId> Request(const char* operation, const directplay::PeerNetwork::Work& start);

@@ -1,8 +1,6 @@
 #include "net/DirectPlayPeer.h"
 #include "net/wire/WireText.h"
 
-#include <algorithm>
-
 /// Players, groups and messages of the open session.
 namespace corvane {
 using directplay::Millis;
@@ -62,7 +60,7 @@ Result<std::vector<SessionMember>> DirectPlayPeer::GetDPEnumGroups(std::string_v
     const auto session = RequireSession("GetDPEnumGroups");
     if (!session)
         return session.error();
-    return (*session)->Groups;
+    return m_network->Members().Groups();
 }
 
 Result<void> DirectPlayPeer::AddPlayerToGroup(std::int32_t group, PlayerId player)
@@ -83,12 +81,7 @@ Result<std::vector<SessionMember>> DirectPlayPeer::GetDPEnumPlayers(std::string_
     const auto session = RequireSession("GetDPEnumPlayers");
     if (!session)
         return session.error();
-    return (*session)->Players;
-}
-
-static bool IsOwn(const directplay::Roster& roster, PlayerId player)
-{
-    return std::ranges::find(roster.OwnPlayers, player) != roster.OwnPlayers.end();
+    return m_network->Members().Players();
 }
 
 Result<std::int32_t> DirectPlayPeer::GetMessageCount(PlayerId player)
@@ -101,7 +94,7 @@ Result<std::int32_t> DirectPlayPeer::GetMessageCount(PlayerId player)
         return static_cast<std::int32_t>(count);
     if (!session)
         return session.error();
-    if (!IsOwn(**session, player))
+    if (!m_network->Members().IsOwn(player))
         return Fail(Operation, "player " + std::to_string(player) + " is not one of this machine's");
     return 0;
 }
@@ -126,12 +119,13 @@ Result<void> DirectPlayPeer::Send(PlayerId from, PlayerId to, std::uint32_t flag
     const auto session = RequireSession(Operation);
     if (!session)
         return session.error();
-    if (!IsOwn(**session, from))
+    if (!m_network->Members().IsOwn(from))
         return Fail(Operation, "player " + std::to_string(from) + " is not one of this machine's");
     if (message.size() > Largest)
         return Fail(Operation, "a message of " + std::to_string(message.size()) + " bytes is too large");
-    m_network->Send(static_cast<WireId>(from), static_cast<WireId>(to), (flags & SendGuaranteed) != 0,
-                    Bytes(message.begin(), message.end()));
+    if (!m_network->Send(static_cast<WireId>(from), static_cast<WireId>(to), (flags & SendGuaranteed) != 0,
+                         Bytes(message.begin(), message.end())))
+        return Fail(Operation, "too much waits to be sent already");
     return {};
 }
 
@@ -141,10 +135,10 @@ Result<std::string> DirectPlayPeer::GetPlayerFriendlyName(PlayerId player)
     const auto session = RequireSession(Operation);
     if (!session)
         return session.error();
-    const auto name = (*session)->Names.find(player);
-    if (name == (*session)->Names.end())
+    auto name = m_network->Members().NameOf(player);
+    if (!name)
         return Fail(Operation, "player " + std::to_string(player) + " is unknown in this session");
-    return name->second;
+    return *std::move(name);
 }
 
 Result<void> DirectPlayPeer::DestroyPlayer(PlayerId player)

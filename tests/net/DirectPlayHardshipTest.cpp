@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <future>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -212,6 +213,47 @@ TEST_F(DirectPlayPeers, CloseStreamsThatMakeNoSenseAndServeTheOthers)
     const auto second = Joined(3);
     Player(*second, "Two");
     EXPECT_TRUE(Eventually([&] { return NamesOf(*host) == Names{"Two"}; }));
+}
+
+TEST_F(DirectPlayPeers, HaveRoomForTheSessionThatWasPromised)
+{
+    constexpr int Members = 80; // more than strangers may have connections
+    const auto host = Host(68, 0);
+    std::vector<std::unique_ptr<DirectPlayPeer>> members(Members);
+    std::vector<std::thread> joining;
+    for (int i = 0; i < Members; ++i)
+        joining.emplace_back([&members, i] {
+            auto& member = members[static_cast<std::size_t>(i)] = Ready(OptionsOf(10 + i));
+            // So many at once must ask more than once: answers to strangers are limited.
+            EXPECT_TRUE(Eventually([&] { return static_cast<bool>(Join(*member)); }));
+            Player(*member, "Member " + std::to_string(i));
+        });
+    for (std::thread& thread : joining)
+        thread.join();
+    EXPECT_TRUE(Eventually([&] { return NamesOf(*host).size() == Members; }));
+}
+
+TEST_F(DirectPlayPeers, RefuseFarTooMuchInsteadOfMakingTheProgramWait)
+{
+    const auto network = directplay::PeerNetwork::Start(OptionsOf(2));
+    ASSERT_TRUE(network);
+    std::promise<void> busy;
+    std::promise<void> goOn;
+    std::thread blocking([&] {
+        (*network)->Run([&](directplay::PeerMachine&, Millis) {
+            busy.set_value();
+            goOn.get_future().wait();
+        });
+    });
+    busy.get_future().wait();
+    int taken = 0;
+    while (taken < 100 && (*network)->Send(1, 2, true, Bytes(1000000)))
+        ++taken;
+    EXPECT_EQ(taken, 16);
+    EXPECT_TRUE((*network)->Congested());
+    goOn.set_value();
+    blocking.join();
+    EXPECT_TRUE(Eventually([&] { return !(*network)->Congested(); }));
 }
 
 TEST_F(DirectPlayPeers, AStrangerEndsNothingOverRealSockets)

@@ -1,3 +1,4 @@
+#include "net/wire/WireDecode.h"
 #include "net/wire/WireEncode.h"
 #include "tests/net/SimulatedNetwork.h"
 
@@ -183,6 +184,96 @@ TEST_F(Hostility, AMemberThatFloodsStaysWithinTheCaps)
                                   EncodePlayerMessage(0x900000 + i, m_two, Bytes(4000), 2300), m_session.Network.Now);
     EXPECT_LE(m_second.Machine.HeldBytes(), MaxHeldBytes);
     EXPECT_GT(m_second.Machine.Counters().Of(DropReason::Flooding), MaxPlayers);
+}
+
+TEST_F(Hostility, AHostTakesOnlyPlayersAndGroupsWhoseIdsItGave)
+{
+    auto& host = m_session.Host();
+    for (WireId i = 0; i < MaxPlayers; ++i)
+        m_session.Network.Inject(true, m_third.Stream(), host.Stream(),
+                                 EncodeMessage(CreatePlayerMessage{FakeRecord(0x100000 + i, 0)}, 2300));
+    m_session.Network.Inject(true, m_third.Stream(), host.Stream(),
+                             EncodeMessage(CreateGroupMessage{FakeRecord(0x200000, 0)}, 2300));
+    ExpectUnharmed();
+    // An id that another machine was given is no better than one that nobody was given.
+    WireId given = 0;
+    m_session.Network.Filter = [&](bool, const SocketAddress& from, const SocketAddress&, ByteSpan message) {
+        const auto decoded = DecodeManagement(message.subspan(PrefixSize));
+        if (from == host.Stream() && std::holds_alternative<Management>(decoded))
+            if (const auto* reply = std::get_if<RequestPlayerReply>(&std::get<Management>(decoded).Body))
+                given = reply->Id;
+        return from != m_second.Stream() || given == 0; // whoever was given it does not use it
+    };
+    m_session.CreatePlayer(m_second, u"Late");
+    m_session.Network.Filter = {};
+    ASSERT_NE(given, 0U);
+    m_session.Network.Inject(true, m_third.Stream(), host.Stream(),
+                             EncodeMessage(CreatePlayerMessage{FakeRecord(given, 0)}, 2300));
+    EXPECT_FALSE(host.Machine.Table().Players().contains(given));
+}
+
+TEST_F(Hostility, ANewHostTakesIdsOfTheOldOneWhileTheyMayComeAndWhileThereIsRoom)
+{
+    m_session.Host().Machine.Leave();
+    m_session.Network.Settle();
+    auto& heir = m_second.Machine.Hosting() ? m_second : m_third;
+    auto& other = m_second.Machine.Hosting() ? m_third : m_second;
+    ASSERT_TRUE(heir.Machine.Hosting());
+    const auto create = [&](WireId id) {
+        m_session.Network.Inject(true, other.Stream(), heir.Stream(),
+                                 EncodeMessage(CreatePlayerMessage{FakeRecord(id, 0)}, 2300));
+    };
+    for (WireId id = 0x100000; id < 0x100020; ++id)
+        create(id);
+    EXPECT_THAT(heir.Machine.Table().Players(), SizeIs(8)); // as many as the session takes
+    m_session.Network.Pass(Millis{6000});
+    m_session.Network.Inject(true, other.Stream(), heir.Stream(),
+                             EncodeMessage(DeletePlayerMessage{0x100000, 0}, 2300));
+    create(0x100021);
+    EXPECT_THAT(heir.Machine.Table().Players(), SizeIs(7));
+}
+
+TEST_F(Hostility, ChangesAreTheValidOnesAndNoMore)
+{
+    for (auto* node : {&m_session.Host(), &m_second, &m_third})
+        (void)node->Machine.TakeChanges();
+    Tell(m_stranger, PlayerNameChanged{m_two, u"Renamed", u""});
+    Tell(m_stranger, DeletePlayerMessage{m_three, 0});
+    Tell(m_third.Stream(), PlayerNameChanged{m_two, u"Renamed", u""});
+    Tell(m_third.Stream(), Ping{m_third.Machine.OwnSystemPlayer(), 1});
+    for (auto* node : {&m_session.Host(), &m_second})
+        EXPECT_FALSE(node->Machine.TakeChanges().Any());
+    m_session.Network.Inject(true, m_third.Stream(), m_second.Stream(),
+                             EncodeMessage(PlayerNameChanged{m_three, u"Drei", u""}, 2300));
+    const SessionChanges changes = m_second.Machine.TakeChanges();
+    EXPECT_EQ(changes.Ids, std::set<WireId>{m_three});
+    EXPECT_FALSE(changes.Everybody || changes.Session);
+}
+
+TEST_F(Hostility, OneAddressCannotTakeAllPlacesOfMachines)
+{
+    SimulatedSession open(0x44, 0); // any number of players
+    auto& host = open.Host();
+    for (std::uint16_t i = 0; i < 2 * MaxMachinesPerSource; ++i) {
+        const SocketAddress from{m_stranger.Ip, static_cast<std::uint16_t>(3000 + i)};
+        open.Network.Pass(Millis{1000});
+        WireId given = 0;
+        open.Network.Filter = [&](bool, const SocketAddress&, const SocketAddress& to, ByteSpan message) {
+            const auto decoded = DecodeManagement(message.subspan(PrefixSize));
+            if (to == from && std::holds_alternative<Management>(decoded))
+                if (const auto* reply = std::get_if<RequestPlayerReply>(&std::get<Management>(decoded).Body))
+                    given = reply->Id;
+            return to != from;
+        };
+        open.Network.Inject(true, from, host.Stream(), EncodeMessage(RequestPlayerId{9}, from.Port));
+        open.Network.Inject(true, from, host.Stream(),
+                            EncodeMessage(AddForwardRequest{given, FakeRecord(given, given), u"", 0}, from.Port));
+    }
+    EXPECT_THAT(host.Machine.Table().Machines(), SizeIs(1 + MaxMachinesPerSource));
+    open.Network.Filter = {};
+    const auto& honest = open.Join();
+    open.Network.Pass(Millis{5000}); // the others do not acknowledge it
+    EXPECT_TRUE(honest.Done && *honest.Done);
 }
 
 TEST_F(Hostility, ARivalHostIsToldToGo)

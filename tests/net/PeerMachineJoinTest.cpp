@@ -80,6 +80,47 @@ TEST(Enumeration, TakesRepliesOnTheConnectionThatAsked)
     EXPECT_EQ(asker.Machine.Found()[0].Host, (SocketAddress{0x7F000009, 2317}));
 }
 
+EnumSessionsReply ReplyNamed(std::uint8_t instance)
+{
+    EnumSessionsReply reply{{}, u"Far"};
+    reply.Description.Instance.Value[0] = instance;
+    return reply;
+}
+
+TEST(Enumeration, OfOneMachineTakesNobodyElsesAnswer)
+{
+    SimulatedSession session;
+    auto& asker = session.Network.Add();
+    EnumerateRequest request;
+    request.Host = {session.Host().Ip, SimulatedEnumerationPort};
+    asker.Machine.Enumerate(request, session.Network.Now);
+    EnumSessionsReply absurd = ReplyNamed(1);
+    absurd.Description.CurrentPlayers = 0x80000000;
+    session.Network.Inject(true, {0x7F0000C8, 2300}, asker.Stream(), EncodeMessage(absurd, 2300));
+    session.Network.Inject(false, {0x7F0000C8, 2350}, {asker.Ip, 2350}, EncodeMessage(absurd, 2300));
+    session.Network.Pass(Millis{1000});
+    ASSERT_THAT(asker.Machine.Found(), SizeIs(1));
+    EXPECT_EQ(asker.Machine.Found()[0].Name, u"Practice");
+}
+
+TEST(Enumeration, OfEverybodyLetsNoMachineFillTheListOrTakeASessionOver)
+{
+    SimulatedSession session;
+    auto& asker = session.Network.Add();
+    EnumerateRequest request;
+    request.Broadcast = {0xFFFFFFFF, SimulatedEnumerationPort};
+    asker.Machine.Enumerate(request, session.Network.Now);
+    const SocketAddress greedy{0x7F0000C8, 2300};
+    for (unsigned i = 1; i < 250; ++i)
+        session.Network.Inject(true, greedy, asker.Stream(),
+                               EncodeMessage(ReplyNamed(static_cast<std::uint8_t>(i)), 2300));
+    session.Network.Pass(Millis{1000});
+    EXPECT_THAT(asker.Machine.Found(), SizeIs(MaxSessionsPerSource + 1));
+    EnumSessionsReply copied{session.Host().Machine.Description(), u"Practice"};
+    session.Network.Inject(true, greedy, asker.Stream(), EncodeMessage(copied, 2300));
+    EXPECT_THAT(asker.Machine.Found(), testing::Contains(testing::Field(&FoundSession::Host, session.Host().Stream())));
+}
+
 struct VisibleCase {
     const char* Name;
     std::uint32_t SessionFlags;
@@ -201,6 +242,44 @@ TEST(Joining, IsRefusedForSessionsThatNeedWhatWeCannotDo)
         EXPECT_EQ(network.Packets, before); // without any traffic
     }
 }
+
+/// A joiner whose host's answers of one kind are lost: it waits for them.
+struct WaitingCase {
+    const char* Name;
+    bool HasId;
+};
+class JoinWindow : public testing::TestWithParam<WaitingCase> {};
+TEST_P(JoinWindow, BelievesTheMachineThatWasAskedAlone)
+{
+    SimulatedSession session;
+    auto& joiner = session.Network.Add();
+    session.Find(joiner);
+    joiner.Done.reset();
+    int answers = 0;
+    session.Network.Filter = [&](bool, const SocketAddress& from, const SocketAddress& to, ByteSpan) {
+        return from != session.Host().Stream() || to != joiner.Stream() || ++answers <= (GetParam().HasId ? 1 : 0);
+    };
+    joiner.Machine.Join(joiner.Machine.Found().front().Description.Instance, u"", session.Network.Now);
+    session.Network.Settle();
+    session.Network.Filter = {};
+    SuperEnumPlayersReply table{joiner.Machine.Description(), u"Mine", u"", {}, {}};
+    table.Players.push_back({PlayerIsSystem | PlayerIsNameServer, 0x77, 14, {}, {}, {}, std::nullopt, {}, 0});
+    const std::vector<WireMessage> replies{RequestPlayerReply{0, ResultNoNewPlayers}, RequestPlayerReply{0x55, 0},
+                                           AddForwardReply{ResultInvalidPassword}, table};
+    for (const SocketAddress& stranger : {SocketAddress{0x7F0000C8, 2300}, SocketAddress{session.Host().Ip, 2301}})
+        for (const WireMessage& reply : replies)
+            session.Network.Inject(true, stranger, joiner.Stream(), EncodeMessage(reply, stranger.Port));
+    EXPECT_FALSE(joiner.Done);
+    EXPECT_FALSE(joiner.Machine.InSession());
+    EXPECT_NE(joiner.Machine.OwnSystemPlayer(), 0x55U);
+    const WireMessage refusal = GetParam().HasId ? replies[2] : replies[0];
+    session.Network.Inject(true, session.Host().Stream(), joiner.Stream(), EncodeMessage(refusal, 2300));
+    EXPECT_TRUE(joiner.Done && !*joiner.Done);
+}
+INSTANTIATE_TEST_SUITE_P(Joining, JoinWindow,
+                         testing::Values(WaitingCase{"WaitingForItsId", false},
+                                         WaitingCase{"WaitingForTheTable", true}),
+                         [](const auto& row) { return std::string(row.param.Name); });
 
 TEST(Joining, GoesOnWithoutAMemberThatDoesNotAcknowledge)
 {

@@ -37,6 +37,7 @@ public:
             m_network.Push(false, {Ip, 2350}, to, std::move(message));
         }
         void CloseStream(const SocketAddress& /*machine*/) override {}
+        void DropStream(const SocketAddress& /*machine*/) override {}
         void OpenEnumerationPorts() override { EnumerationOpen = true; }
         void CloseEnumerationPorts() override { EnumerationOpen = false; }
         void Deliver(WireId /*machine*/, WireId from, WireId to, ByteSpan content) override

@@ -1,3 +1,4 @@
+#include "net/machine/DepartedPlayers.h"
 #include "net/machine/IdAllotment.h"
 #include "net/machine/Pieces.h"
 #include "net/machine/RateLimiter.h"
@@ -89,19 +90,20 @@ TEST(StreamFraming, StopsAtTheFirstWordThatCannotStartAMessage)
 TEST(IdAllotments, FollowTheRule)
 {
     IdAllotment ids(0x4C3A9103);
-    std::set<WireId> inUse;
+    std::vector<WireId> inUse;
     for (const WireId expected : {0x4C3A9103U, 0x4C3B9102U, 0x4C389101U, 0x4C399100U, 0x4C3E9107U}) {
         EXPECT_EQ(ids.Next(inUse), expected);
-        inUse.insert(expected);
+        inUse.push_back(expected);
     }
-    inUse.erase(0x4C3B9102); // index 1 is free again, but the counter goes on: (5, 1)
+    std::erase(inUse, 0x4C3B9102); // index 1 is free again, but the counter goes on: (5, 1)
     EXPECT_EQ(ids.Next(inUse), ((5U << 16) | 1U) ^ 0x4C3A9103U);
 }
 
 TEST(IdAllotments, GoOnBehindTheHighestWhenTakenOver)
 {
-    IdAllotment ids(0x4C3A9103, {0x4C3A9103, 0x4C399100}); // (0, 0) and (3, 3)
-    EXPECT_EQ(ids.Next({0x4C3A9103, 0x4C399100}), ((4U << 16) | 1U) ^ 0x4C3A9103U);
+    const std::vector<WireId> inUse{0x4C3A9103, 0x4C399100}; // (0, 0) and (3, 3)
+    IdAllotment ids(0x4C3A9103, inUse);
+    EXPECT_EQ(ids.Next(inUse), ((4U << 16) | 1U) ^ 0x4C3A9103U);
 }
 
 TEST(IdAllotments, NeverGiveAnIdThatMeansSomethingElse)
@@ -114,10 +116,27 @@ TEST(IdAllotments, NeverGiveAnIdThatMeansSomethingElse)
 
 TEST(IdAllotments, EndWhenEveryIndexIsTaken)
 {
-    std::set<WireId> all;
+    std::vector<WireId> all;
     for (std::uint32_t i = 0; i <= 0xFFFF; ++i)
-        all.insert((0x10000 | i) ^ 0x123U);
+        all.push_back((0x10000 | i) ^ 0x123U);
     EXPECT_FALSE(IdAllotment(0x123, all).Next(all));
+}
+
+TEST(Departed, AreRememberedUntilOthersOfTheSameMachineTakeTheirPlaces)
+{
+    DepartedPlayers departed;
+    EXPECT_TRUE(departed.Add(1, 100, u"Honest").empty());
+    for (WireId id = 1000; id < 1000 + 10 * DepartedPlayers::MostOfMachine; ++id)
+        departed.Add(id, 200, u"Flood");
+    EXPECT_EQ(departed.NameOf(1), u"Honest");
+    EXPECT_FALSE(departed.Contains(1000));
+    EXPECT_TRUE(departed.Contains(1000 + 10 * DepartedPlayers::MostOfMachine - 1));
+    std::vector<WireId> forgotten;
+    for (WireId machine = 300; machine < 300 + DepartedPlayers::MostMachines; ++machine)
+        for (const WireId id : departed.Add(machine << 16, machine, u"Other"))
+            forgotten.push_back(id);
+    EXPECT_THAT(forgotten, testing::Contains(1U)); // in the end there are too many machines
+    EXPECT_FALSE(departed.NameOf(1));
 }
 
 Packet PieceOf(std::uint32_t index, std::uint32_t offset, Bytes data)

@@ -16,11 +16,14 @@ MachineEntry* NameTable::FindMachine(WireId id)
 
 MachineEntry* NameTable::FindMachine(const SocketAddress& stream)
 {
-    for (auto& [id, machine] : m_machines) {
-        if (machine.Stream == stream)
-            return &machine;
-    }
-    return nullptr;
+    const auto at = std::ranges::find_if(m_machines, [&](const auto& entry) { return entry.second.Stream == stream; });
+    return at == m_machines.end() ? nullptr : &at->second;
+}
+
+const MachineEntry* NameTable::FindMachine(const SocketAddress& stream) const
+{
+    const auto at = std::ranges::find_if(m_machines, [&](const auto& entry) { return entry.second.Stream == stream; });
+    return at == m_machines.end() ? nullptr : &at->second;
 }
 
 const PlayerEntry* NameTable::FindPlayer(WireId id) const
@@ -64,7 +67,7 @@ MachineEntry* NameTable::AddMachine(WireId id)
     return &entry;
 }
 
-PlayerEntry* NameTable::AddPlayer(WireId id)
+PlayerEntry* NameTable::AddPlayer(WireId id, WireId machine)
 {
     if (PlayerEntry* known = FindPlayer(id))
         return known;
@@ -72,6 +75,8 @@ PlayerEntry* NameTable::AddPlayer(WireId id)
         return nullptr;
     PlayerEntry& entry = m_players[id];
     entry.Id = id;
+    entry.Machine = machine;
+    m_playersOf[machine].insert(id);
     entry.Order = m_order++;
     return &entry;
 }
@@ -93,8 +98,12 @@ void NameTable::RemovePlayer(WireId id)
     const PlayerEntry* player = FindPlayer(id);
     if (player == nullptr)
         return;
-    for (auto& [groupId, group] : m_groups)
-        std::erase(group.Members, id);
+    for (const WireId group : player->Groups)
+        std::erase(m_groups.at(group).Members, id);
+    const auto owned = m_playersOf.find(player->Machine);
+    owned->second.erase(id);
+    if (owned->second.empty())
+        m_playersOf.erase(owned);
     m_dataBytes -= player->Data.size();
     m_players.erase(id);
 }
@@ -104,13 +113,15 @@ void NameTable::RemoveGroup(WireId id)
     const GroupEntry* group = FindGroup(id);
     if (group == nullptr)
         return;
+    for (const WireId member : group->Members)
+        m_players.at(member).Groups.erase(id);
     m_dataBytes -= group->Data.size();
     m_groups.erase(id);
 }
 
 void NameTable::RemoveMachine(WireId id, WireId heir)
 {
-    for (const WireId player : PlayersOf(id))
+    for (const WireId player : std::set<WireId>(PlayersOf(id)))
         RemovePlayer(player);
     for (auto& [groupId, group] : m_groups) {
         if (group.Machine == id)
@@ -123,7 +134,7 @@ void NameTable::AddToGroup(WireId player, WireId group)
 {
     PlayerEntry* member = FindPlayer(player);
     GroupEntry* to = FindGroup(group);
-    if (member == nullptr || to == nullptr || std::ranges::find(to->Members, player) != to->Members.end())
+    if (member == nullptr || to == nullptr || !member->Groups.insert(group).second)
         return;
     to->Members.push_back(player);
     member->InGroup = true;
@@ -131,7 +142,9 @@ void NameTable::AddToGroup(WireId player, WireId group)
 
 void NameTable::RemoveFromGroup(WireId player, WireId group)
 {
-    if (GroupEntry* from = FindGroup(group))
+    GroupEntry* from = FindGroup(group);
+    PlayerEntry* member = FindPlayer(player);
+    if (from != nullptr && member != nullptr && member->Groups.erase(group) > 0)
         std::erase(from->Members, player);
 }
 
@@ -145,25 +158,22 @@ void NameTable::StoreData(Bytes& place, const Bytes& data)
     m_dataBytes = others + data.size();
 }
 
-std::vector<WireId> NameTable::PlayersOf(WireId machine) const
+const std::set<WireId>& NameTable::PlayersOf(WireId machine) const
 {
-    std::vector<WireId> ids;
-    for (const auto& [id, player] : m_players) {
-        if (player.Machine == machine)
-            ids.push_back(id);
-    }
-    return ids;
+    const auto owned = m_playersOf.find(machine);
+    return owned == m_playersOf.end() ? m_nobody : owned->second;
 }
 
-std::set<WireId> NameTable::Ids() const
+std::vector<WireId> NameTable::Ids() const
 {
-    std::set<WireId> ids;
+    std::vector<WireId> ids;
+    ids.reserve(m_machines.size() + m_players.size() + m_groups.size());
     for (const auto& [id, entry] : m_machines)
-        ids.insert(id);
+        ids.push_back(id);
     for (const auto& [id, entry] : m_players)
-        ids.insert(id);
+        ids.push_back(id);
     for (const auto& [id, entry] : m_groups)
-        ids.insert(id);
+        ids.push_back(id);
     return ids;
 }
 } // namespace corvane::directplay

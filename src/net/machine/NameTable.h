@@ -27,6 +27,7 @@ struct PlayerEntry {
     std::u16string LongName;
     Bytes Data;
     bool InGroup = false;
+    std::set<WireId> Groups; ///< that it is in
     Millis Created{};
     std::uint64_t Order = 0; ///< of arrival
 };
@@ -46,6 +47,7 @@ class NameTable {
 public:
     [[nodiscard]] MachineEntry* FindMachine(WireId id);
     [[nodiscard]] MachineEntry* FindMachine(const SocketAddress& stream);
+    [[nodiscard]] const MachineEntry* FindMachine(const SocketAddress& stream) const;
     [[nodiscard]] const PlayerEntry* FindPlayer(WireId id) const;
     [[nodiscard]] PlayerEntry* FindPlayer(WireId id);
     [[nodiscard]] GroupEntry* FindGroup(WireId id);
@@ -56,7 +58,7 @@ public:
     /// These add an entry, or give the one that has the id already. Null when the id belongs to another kind of
     /// entry, means something else, or the table is full.
     MachineEntry* AddMachine(WireId id);
-    PlayerEntry* AddPlayer(WireId id);
+    PlayerEntry* AddPlayer(WireId id, WireId machine);
     GroupEntry* AddGroup(WireId id);
 
     void RemovePlayer(WireId id);
@@ -74,10 +76,10 @@ public:
     [[nodiscard]] const std::map<WireId, PlayerEntry>& Players() const noexcept { return m_players; }
     [[nodiscard]] std::map<WireId, GroupEntry>& Groups() noexcept { return m_groups; }
     [[nodiscard]] const std::map<WireId, GroupEntry>& Groups() const noexcept { return m_groups; }
-    /// The players of one machine.
-    [[nodiscard]] std::vector<WireId> PlayersOf(WireId machine) const;
+    /// The players of one machine, by ascending id.
+    [[nodiscard]] const std::set<WireId>& PlayersOf(WireId machine) const;
     /// Every id of the table.
-    [[nodiscard]] std::set<WireId> Ids() const;
+    [[nodiscard]] std::vector<WireId> Ids() const;
 
 private:
     [[nodiscard]] bool MayAdd(WireId id) const;
@@ -85,6 +87,8 @@ private:
     std::map<WireId, MachineEntry> m_machines;
     std::map<WireId, PlayerEntry> m_players;
     std::map<WireId, GroupEntry> m_groups;
+    std::map<WireId, std::set<WireId>> m_playersOf; ///< of those machines that have any
+    std::set<WireId> m_nobody;
     std::uint64_t m_order = 0;
     std::size_t m_dataBytes = 0; ///< of all players and groups
 };

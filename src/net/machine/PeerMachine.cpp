@@ -102,8 +102,6 @@ bool PeerMachine::DispatchManagement(Origin origin, ByteSpan bare, Millis now)
         if (origin.Connection && m_boundStreams.size() < MaxBoundStreams)
             m_boundStreams.try_emplace(*origin.Connection, origin.Machine);
     }
-    if (!std::holds_alternative<Ping>(body) && !std::holds_alternative<PingReply>(body))
-        ++m_revision;
     return std::visit([&](const auto& message) { return Handle(origin, message, now); }, body);
 }
 
@@ -120,6 +118,13 @@ bool PeerMachine::FromHost(const Origin& origin)
     if (Hosting())
         return false;
     return std::ranges::find(m_hostAddresses, origin.Machine) != m_hostAddresses.end();
+}
+
+/// While joining: true for the machine that the join was asked of. It answers from the address from which it answered
+/// the enumeration; anybody else could end the join or hand over a table of its own.
+bool PeerMachine::FromAskedHost(const Origin& origin) const
+{
+    return !m_hostAddresses.empty() && origin.Machine == m_hostAddresses.front();
 }
 
 void PeerMachine::Heard(MachineEntry& machine, Millis now)
@@ -157,35 +162,40 @@ void PeerMachine::Finish(Result<WireId> result)
     if (m_request.Kind == RequestKind::None)
         return;
     if (m_request.Kind == RequestKind::Enumerate && m_enumerationStream) {
-        m_output.CloseStream(*m_enumerationStream);
+        m_output.DropStream(*m_enumerationStream);
         m_enumerationStream.reset();
     }
     m_request = {};
     m_repeats.clear();
-    ++m_revision;
     m_output.RequestDone(std::move(result));
 }
 
 void PeerMachine::ResetSession()
 {
-    ++m_revision;
+    m_changes.Session = true;
+    m_changes.Everybody = true;
     for (const auto& [id, machine] : m_table.Machines()) {
         if (id != m_ownId)
             m_output.CloseStream(machine.Stream);
     }
     if (Hosting())
         m_output.CloseEnumerationPorts();
-    for (const SocketAddress& host : m_hostAddresses)
-        m_output.CloseStream(host);
+    for (const SocketAddress& host : m_hostAddresses) {
+        if (m_phase == Phase::Member)
+            m_output.CloseStream(host);
+        else
+            m_output.DropStream(host); // a join that is given up has nothing to say any more
+    }
     for (const Reservation& reservation : m_reservations)
         m_output.CloseStream(reservation.Machine);
     m_phase = Phase::Idle;
     m_table = {};
     m_ownId = 0;
     m_hostId = 0;
+    m_tookOver = {};
     m_migrating = false;
     m_hostAddresses.clear();
-    m_departedNames.clear();
+    m_departed = {};
     m_boundStreams.clear();
     m_reservations.clear();
     m_admissions.clear();
@@ -211,7 +221,7 @@ void PeerMachine::CancelRequest()
 void PeerMachine::Leave()
 {
     if (m_phase == Phase::Member) {
-        for (const WireId player : m_table.PlayersOf(m_ownId))
+        for (const WireId player : std::set<WireId>(m_table.PlayersOf(m_ownId)))
             (void)DestroyPlayer(player); // an own player of a running session: cannot fail
         SendToOthers(DeletePlayerMessage{m_ownId, 0});
     }
@@ -239,10 +249,7 @@ std::optional<std::u16string> PeerMachine::NameOf(WireId player) const
 {
     if (const PlayerEntry* entry = m_table.FindPlayer(player))
         return entry->ShortName;
-    const auto departed = m_departedNames.find(player);
-    if (departed == m_departedNames.end())
-        return std::nullopt;
-    return departed->second;
+    return m_departed.NameOf(player);
 }
 
 bool PeerMachine::IsOwnPlayer(WireId player) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Result.h"
+#include "net/machine/DepartedPlayers.h"
 #include "net/machine/IdAllotment.h"
 #include "net/machine/NameTable.h"
 #include "net/machine/Pieces.h"
@@ -9,6 +10,7 @@
 #include <array>
 #include <deque>
 #include <random>
+#include <utility>
 
 namespace corvane::directplay {
 /// Names a stream of the socket layer.
@@ -42,6 +44,8 @@ public:
     virtual void SendDatagram(const SocketAddress& to, Bytes message) = 0;
     /// Sends what waits for a machine and closes the connection to it.
     virtual void CloseStream(const SocketAddress& machine) = 0;
+    /// Closes the connection to a machine that nothing more is to be said to, connected or not.
+    virtual void DropStream(const SocketAddress& machine) = 0;
     /// This peer became a host, or ceased to be one.
     virtual void OpenEnumerationPorts() = 0;
     virtual void CloseEnumerationPorts() = 0;
@@ -90,6 +94,15 @@ struct PacketCounters {
 
     [[nodiscard]] std::uint64_t Of(DropReason reason) const { return Dropped[static_cast<std::size_t>(reason)]; }
     [[nodiscard]] std::uint64_t TotalDropped() const;
+};
+
+/// What has changed in a session, so that whoever keeps a picture of it need not look at everything again.
+struct SessionChanges {
+    bool Session = false;   ///< whether there is one, who hosts it, why it ended
+    bool Everybody = false; ///< any player or group may have
+    std::set<WireId> Ids;   ///< players and groups that came, left, or go by another name
+
+    [[nodiscard]] bool Any() const noexcept { return Session || Everybody || !Ids.empty(); }
 };
 
 /// One machine's part in the protocol, without sockets, threads or a clock of its own: it is fed packets with their
@@ -147,10 +160,8 @@ public:
     [[nodiscard]] bool IsOwnPlayer(WireId player) const;
     /// Short name of a player that is or was in this session.
     [[nodiscard]] std::optional<std::u16string> NameOf(WireId player) const;
-    /// Names of the players that have left, by id.
-    [[nodiscard]] const std::map<WireId, std::u16string>& DepartedNames() const noexcept { return m_departedNames; }
-    /// Goes up whenever the session or its members may have changed.
-    [[nodiscard]] std::uint64_t Revision() const noexcept { return m_revision; }
+    /// What has changed since this was called last.
+    [[nodiscard]] SessionChanges TakeChanges() { return std::exchange(m_changes, {}); }
     [[nodiscard]] const PacketCounters& Counters() const noexcept { return m_counters; }
     /// Bytes held for later: messages of unknown senders and unfinished pieces. Always capped.
     [[nodiscard]] std::size_t HeldBytes() const noexcept { return m_heldBytes + m_pieces.Held(); }
@@ -208,6 +219,7 @@ private:
     bool Drop(DropReason reason);
     [[nodiscard]] MachineEntry* MemberAt(const Origin& origin);
     [[nodiscard]] bool FromHost(const Origin& origin);
+    [[nodiscard]] bool FromAskedHost(const Origin& origin) const;
     static void Heard(MachineEntry& machine, Millis now);
     void SendTo(const MachineEntry& machine, const WireMessage& message);
     void SendToOthers(const WireMessage& message, WireId except = 0);
@@ -216,6 +228,7 @@ private:
     void Finish(Result<WireId> result);
     void LoseSession(std::string reason);
     void ResetSession();
+    void Changed(WireId id) { m_changes.Ids.insert(id); }
 
     // Enumeration and joining (PeerMachineJoin.cpp)
     bool Handle(const Origin& origin, const EnumSessionsReply& message, Millis now);
@@ -245,9 +258,11 @@ private:
     [[nodiscard]] std::uint32_t CurrentPlayers() const;
     std::optional<WireId> Reserve(const Origin& origin, RequestKind kind, Millis now);
     std::optional<WireId> NewId();
+    [[nodiscard]] std::size_t MachinesAt(std::uint32_t ip) const;
     void Admit(const Origin& origin, const AddForwardRequest& message, Millis now);
     void CompleteAdmission(WireId joiner);
     void TickHost(Millis now);
+    [[nodiscard]] bool WasGiven(WireId id, RequestKind kind, const SocketAddress& machine, Millis now) const;
     void ReleaseReservation(WireId id);
     [[nodiscard]] SuperEnumPlayersReply MakeTable(bool withPassword) const;
 
@@ -265,7 +280,7 @@ private:
     bool Handle(const Origin& origin, const PlayerNameChanged& message, Millis now);
     bool Handle(const Origin& origin, const GroupNameChanged& message, Millis now);
     bool Handle(const Origin& origin, const SessionDescChanged& message, Millis now);
-    PlayerEntry* StorePlayer(const Origin& origin, const PackedPlayer& record, bool& isNew);
+    PlayerEntry* StorePlayer(const Origin& origin, const PackedPlayer& record, bool& isNew, Millis now);
     void AnswerVerify(const Origin& origin, Millis now);
     void AddOwnPlayer(WireId id, Millis now);
     void AddOwnGroup(WireId id);
@@ -318,7 +333,7 @@ private:
     PeerOutput& m_output;
     std::mt19937_64 m_random;
     PacketCounters m_counters;
-    std::uint64_t m_revision = 1;
+    SessionChanges m_changes;
     RateLimiter m_strangers;
 
     PendingRequest m_request;
@@ -326,6 +341,7 @@ private:
     std::vector<FoundSession> m_found;
     std::optional<SocketAddress> m_enumerationStream;
     bool m_endsWithAnswers = false; ///< the enumeration need not last its whole time
+    std::uint32_t m_askedIp = 0;    ///< the only machine whose answers count; 0: everybody was asked
 
     Phase m_phase = Phase::Idle;
     std::string m_lossReason;
@@ -337,12 +353,13 @@ private:
     WireId m_hostId = 0;
     bool m_migrating = false;
     std::vector<SocketAddress> m_hostAddresses; ///< that the host has used in this session
-    std::map<WireId, std::u16string> m_departedNames;
+    DepartedPlayers m_departed;
     std::map<ConnectionId, SocketAddress> m_boundStreams; ///< which machine a stream has shown to be
 
     IdAllotment m_ids;
     std::vector<Reservation> m_reservations;
     std::vector<Admission> m_admissions;
+    Millis m_tookOver{}; ///< when hosting began, for ids that the host before gave out
 
     PieceAssembler m_pieces;
     std::deque<HeldMessage> m_held;

@@ -39,16 +39,23 @@ void PeerMachine::Host(const HostRequest& request, Millis now)
     own->Stream = {0, m_config.StreamPort};
     own->Datagram = {0, m_config.DatagramPort};
     m_phase = Phase::Member;
+    m_changes.Session = true;
     m_output.OpenEnumerationPorts();
     Finish(WireId{0});
 }
 
 std::optional<WireId> PeerMachine::NewId()
 {
-    std::set<WireId> inUse = m_table.Ids();
+    std::vector<WireId> inUse = m_table.Ids();
     for (const Reservation& reservation : m_reservations)
-        inUse.insert(reservation.Id);
+        inUse.push_back(reservation.Id);
     return m_ids.Next(inUse);
+}
+
+std::size_t PeerMachine::MachinesAt(std::uint32_t ip) const
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(m_table.Machines(), [&](const auto& entry) { return entry.second.Stream.Ip == ip; }));
 }
 
 std::uint32_t PeerMachine::CurrentPlayers() const
@@ -131,7 +138,8 @@ bool PeerMachine::Handle(const Origin& origin, const RequestPlayerId& message, M
     if (join && !m_strangers.Allow(origin.Remote.Ip, now))
         return Drop(DropReason::Flooding);
     const std::uint32_t closing = FlagNewPlayersDisabled | (join ? FlagJoinDisabled : 0);
-    const bool admits = !Full() && (m_description.Flags & closing) == 0;
+    const bool crowded = join && MachinesAt(origin.Remote.Ip) >= MaxMachinesPerSource;
+    const bool admits = !Full() && !crowded && (m_description.Flags & closing) == 0;
     const auto id = admits ? Reserve(origin, join ? RequestKind::Join : RequestKind::Player, now) : std::nullopt;
     const RequestPlayerReply reply{id.value_or(0), id ? ResultOk : ResultNoNewPlayers};
     Bytes bytes = EncodeMessage(reply, m_config.StreamPort);
@@ -262,6 +270,17 @@ SuperEnumPlayersReply PeerMachine::MakeTable(bool withPassword) const
                                 std::nullopt, group->Members, 0});
     }
     return table;
+}
+
+/// True for an id that waits for the machine to use it. The host before may have given out one that we do not know of;
+/// whoever got it uses it at once.
+bool PeerMachine::WasGiven(WireId id, RequestKind kind, const SocketAddress& machine, Millis now) const
+{
+    const bool reserved = std::ranges::any_of(m_reservations, [&](const Reservation& one) {
+        return one.Id == id && one.Kind == kind && one.Machine == machine;
+    });
+    const bool fromBefore = m_tookOver.count() > 0 && now - m_tookOver < m_config.Timers.Request;
+    return reserved || (fromBefore && (kind != RequestKind::Player || !Full()));
 }
 
 void PeerMachine::ReleaseReservation(WireId id)

@@ -16,6 +16,7 @@ void PeerMachine::Enumerate(const EnumerateRequest& request, Millis now)
         EncodeMessage(EnumSessions{request.Application, request.Password, flags}, m_config.StreamPort);
     const SocketAddress to = request.Host.value_or(request.Broadcast);
     m_endsWithAnswers = request.Host && request.Time.count() <= 0;
+    m_askedIp = request.Host ? request.Host->Ip : 0;
     m_output.SendDatagram(to, message);
     // Datagrams get lost; a host that was asked twice is listed once.
     m_repeats = {{now + m_config.Timers.FirstRepeat, to, message}, {now + m_config.Timers.SecondRepeat, to, message}};
@@ -29,15 +30,21 @@ bool PeerMachine::Handle(const Origin& origin, const EnumSessionsReply& message,
 {
     if (m_request.Kind != RequestKind::Enumerate || origin.StatedPort == 0)
         return Drop(DropReason::Stranger);
+    if (m_askedIp != 0 && origin.Remote.Ip != m_askedIp)
+        return Drop(DropReason::Stranger); // nobody has asked this machine
     // It may come on the connection that we opened to the enumeration port: what it states counts.
     const SocketAddress host{origin.Remote.Ip, origin.StatedPort};
     const FoundSession found{message.Description, message.Name, host};
     const auto known = std::ranges::find_if(
         m_found, [&](const FoundSession& one) { return one.Description.Instance == message.Description.Instance; });
     const bool isNew = known == m_found.end();
+    const auto ofSource =
+        std::ranges::count_if(m_found, [&](const FoundSession& one) { return one.Host.Ip == host.Ip; });
+    if (!isNew && known->Host.Ip != host.Ip)
+        return Drop(DropReason::Stranger); // another machine's session, passed off as its own
     if (!isNew)
         *known = found;
-    else if (m_found.size() < MaxSessionsListed)
+    else if (m_found.size() < MaxSessionsListed && static_cast<std::size_t>(ofSource) < MaxSessionsPerSource)
         m_found.push_back(found);
     else
         return Drop(DropReason::Flooding);
@@ -115,15 +122,16 @@ void PeerMachine::RequestId(Millis now)
         SendTo(*host, RequestPlayerId{PlayerIsLocal});
 }
 
-bool PeerMachine::Handle(const Origin& /*origin*/, const RequestPlayerReply& message, Millis now)
+bool PeerMachine::Handle(const Origin& origin, const RequestPlayerReply& message, Millis now)
 {
-    // A host with several addresses may answer from another one: the pending request alone decides.
     if (m_phase == Phase::WaitingForId) {
+        if (!FromAskedHost(origin))
+            return Drop(DropReason::Stranger);
         OnJoinId(message, now);
         return true;
     }
     const RequestKind kind = m_request.Kind;
-    if (m_phase != Phase::Member || (kind != RequestKind::Player && kind != RequestKind::Group))
+    if (m_phase != Phase::Member || !FromHost(origin) || (kind != RequestKind::Player && kind != RequestKind::Group))
         return Drop(DropReason::Stranger);
     if (message.Result != ResultOk || message.Id == 0)
         Finish(Fail("host", RefusalText(message.Result)));
@@ -155,17 +163,17 @@ void PeerMachine::OnJoinId(const RequestPlayerReply& message, Millis now)
     m_output.SendStream(m_hostAddresses.front(), EncodeMessage(request, m_config.StreamPort));
 }
 
-bool PeerMachine::Handle(const Origin& /*origin*/, const AddForwardReply& message, Millis /*now*/)
+bool PeerMachine::Handle(const Origin& origin, const AddForwardReply& message, Millis /*now*/)
 {
-    if (m_phase != Phase::WaitingForTable)
+    if (m_phase != Phase::WaitingForTable || !FromAskedHost(origin))
         return Drop(DropReason::Stranger);
     FailJoin(RefusalText(message.Error));
     return true;
 }
 
-bool PeerMachine::Handle(const Origin& /*origin*/, const LoginFailed& /*message*/, Millis /*now*/)
+bool PeerMachine::Handle(const Origin& origin, const LoginFailed& /*message*/, Millis /*now*/)
 {
-    if (m_phase != Phase::WaitingForTable && m_phase != Phase::WaitingForId)
+    if ((m_phase != Phase::WaitingForTable && m_phase != Phase::WaitingForId) || !FromAskedHost(origin))
         return Drop(DropReason::Stranger);
     FailJoin("the host refuses the login");
     return true;
@@ -173,7 +181,7 @@ bool PeerMachine::Handle(const Origin& /*origin*/, const LoginFailed& /*message*
 
 bool PeerMachine::Handle(const Origin& origin, const SuperEnumPlayersReply& message, Millis now)
 {
-    if (m_phase != Phase::WaitingForTable)
+    if (m_phase != Phase::WaitingForTable || !FromAskedHost(origin))
         return Drop(DropReason::Stranger);
     OnTable(origin, message, now);
     return true;
@@ -221,6 +229,8 @@ void PeerMachine::OnTable(const Origin& origin, const SuperEnumPlayersReply& mes
     for (const auto& entry : message.Groups)
         MergeGroup(entry);
     m_phase = Phase::Member;
+    m_changes.Session = true;
+    m_changes.Everybody = true;
     ReplayHeld(0, now);
     Finish(WireId{0});
 }
@@ -241,10 +251,10 @@ void PeerMachine::MergeEntry(const Origin& origin, const SuperPackedPlayer& entr
             m_hostId = entry.Id;
         return;
     }
-    PlayerEntry* player = m_table.AddPlayer(entry.Id);
+    const WireId owner = m_table.FindMachine(entry.VersionOrSystemId) != nullptr ? entry.VersionOrSystemId : m_hostId;
+    PlayerEntry* player = m_table.AddPlayer(entry.Id, owner);
     if (player == nullptr)
         return;
-    player->Machine = m_table.FindMachine(entry.VersionOrSystemId) != nullptr ? entry.VersionOrSystemId : m_hostId;
     player->ShortName = entry.ShortName;
     player->LongName = entry.LongName;
     player->InGroup = (entry.Flags & PlayerInGroup) != 0;

@@ -193,7 +193,7 @@ void PeerMachine::RemoveMachine(WireId id)
     if (machine == nullptr)
         return;
     const SocketAddress stream = machine->Stream;
-    for (const WireId player : m_table.PlayersOf(id))
+    for (const WireId player : std::set<WireId>(m_table.PlayersOf(id)))
         ForgetPlayer(player);
     m_table.RemoveMachine(id, m_hostId == id ? 0 : m_hostId);
     m_pieces.Forget(id);
@@ -207,6 +207,7 @@ void PeerMachine::HostGone(Millis now)
     if ((m_description.Flags & FlagMigrateHost) == 0)
         return LoseSession("the host has left the session");
     RemoveMachine(std::exchange(m_hostId, 0));
+    m_changes.Session = true;
     m_hostAddresses.clear();
     m_migrating = true;
     for (auto& [id, machine] : m_table.Machines()) {
@@ -234,7 +235,7 @@ void PeerMachine::Elect(Millis now)
 
 void PeerMachine::SetHost(WireId id)
 {
-    ++m_revision;
+    m_changes.Session = true;
     m_hostId = id;
     m_migrating = false;
     m_hostAddresses = {m_table.FindMachine(id)->Stream};
@@ -247,6 +248,7 @@ void PeerMachine::SetHost(WireId id)
 void PeerMachine::BecomeHost(Millis now)
 {
     SetHost(m_ownId);
+    m_tookOver = now;
     m_hostAddresses.clear();
     m_ids = IdAllotment(m_description.IdKey, m_table.Ids());
     m_output.OpenEnumerationPorts();

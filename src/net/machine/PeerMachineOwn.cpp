@@ -1,7 +1,5 @@
 #include "net/machine/PeerMachine.h"
 
-#include <algorithm>
-
 /// Players and groups: what this machine changes.
 namespace corvane::directplay {
 void PeerMachine::CreatePlayer(std::u16string_view shortName, std::u16string_view longName, Millis now)
@@ -35,13 +33,13 @@ void PeerMachine::CreateGroup(std::u16string_view shortName, Millis now)
 /// Enters the player that the running request asked for, and announces it.
 void PeerMachine::AddOwnPlayer(WireId id, Millis now)
 {
-    PlayerEntry* player = m_table.AddPlayer(id);
+    PlayerEntry* player = m_table.AddPlayer(id, m_ownId);
     if (player == nullptr)
         return Finish(Fail("player", "the session has too many players"));
-    player->Machine = m_ownId;
     player->ShortName = m_request.ShortName;
     player->LongName = m_request.LongName;
     player->Created = now;
+    Changed(id);
     SendToOthers(CreatePlayerMessage{RecordOf(*player)});
     Finish(id);
 }
@@ -53,6 +51,7 @@ void PeerMachine::AddOwnGroup(WireId id)
         return Finish(Fail("group", "the session has too many groups"));
     group->Machine = m_ownId;
     group->ShortName = m_request.ShortName;
+    Changed(id);
     PackedPlayer record;
     record.Flags = PlayerIsLocal;
     record.Id = id;
@@ -73,7 +72,7 @@ Result<void> PeerMachine::SetPlayerName(WireId player, std::u16string_view short
         return NoSuch("own player", player);
     PlayerEntry* own = m_table.FindPlayer(player);
     own->ShortName = shortName;
-    ++m_revision;
+    Changed(player);
     SendToOthers(PlayerNameChanged{player, own->ShortName, own->LongName});
     return {};
 }
@@ -85,7 +84,6 @@ Result<void> PeerMachine::AddPlayerToGroup(WireId player, WireId group)
     if (m_table.FindPlayer(player) == nullptr)
         return NoSuch("player", player);
     m_table.AddToGroup(player, group);
-    ++m_revision;
     SendToOthers(AddPlayerToGroupMessage{player, group});
     return {};
 }
@@ -104,10 +102,8 @@ Result<void> PeerMachine::DestroyPlayer(WireId player)
     const PlayerEntry* entry = m_table.FindPlayer(player);
     if (entry == nullptr || (entry->Machine != m_ownId && !Hosting()))
         return NoSuch("own player", player);
-    for (const auto& [id, group] : m_table.Groups()) {
-        if (std::ranges::find(group.Members, player) != group.Members.end())
-            SendToOthers(DeletePlayerFromGroup{player, id});
-    }
+    for (const WireId group : entry->Groups)
+        SendToOthers(DeletePlayerFromGroup{player, group});
     SendToOthers(DeletePlayerMessage{player, 0});
     ForgetPlayer(player);
     return {};
@@ -119,7 +115,7 @@ Result<void> PeerMachine::DestroyGroup(WireId group)
     if (entry == nullptr || (entry->Machine != m_ownId && !Hosting()))
         return NoSuch("own group", group);
     m_table.RemoveGroup(group);
-    ++m_revision;
+    Changed(group);
     SendToOthers(DeleteGroupMessage{0, group});
     return {};
 }

@@ -63,7 +63,7 @@ bool PeerMachine::MayChange(const Origin& origin, WireId owner)
 }
 
 /// Enters a player that its creator describes; null when it may not.
-PlayerEntry* PeerMachine::StorePlayer(const Origin& origin, const PackedPlayer& record, bool& isNew)
+PlayerEntry* PeerMachine::StorePlayer(const Origin& origin, const PackedPlayer& record, bool& isNew, Millis now)
 {
     const MachineEntry* sender = MemberAt(origin);
     if (sender == nullptr || (record.Flags & PlayerIsSystem) != 0) {
@@ -77,15 +77,20 @@ PlayerEntry* PeerMachine::StorePlayer(const Origin& origin, const PackedPlayer& 
         return nullptr;
     }
     isNew = known == nullptr;
-    PlayerEntry* player = m_table.AddPlayer(record.Id);
+    if (isNew && Hosting() && !WasGiven(record.Id, RequestKind::Player, sender->Stream, now)) {
+        CountDrop(DropReason::Stranger);
+        return nullptr;
+    }
+    PlayerEntry* player = m_table.AddPlayer(record.Id, owner);
     if (player == nullptr) {
         CountDrop(DropReason::Flooding);
         return nullptr;
     }
+    if (isNew || player->ShortName != record.ShortName)
+        Changed(record.Id);
     player->ShortName = record.ShortName;
     player->LongName = record.LongName;
     if (isNew) {
-        player->Machine = owner;
         player->InGroup = (record.Flags & PlayerInGroup) != 0;
         m_table.StoreData(player->Data, record.Data);
     }
@@ -96,7 +101,7 @@ PlayerEntry* PeerMachine::StorePlayer(const Origin& origin, const PackedPlayer& 
 bool PeerMachine::Handle(const Origin& origin, const CreatePlayerMessage& message, Millis now)
 {
     bool isNew = false;
-    const PlayerEntry* player = StorePlayer(origin, message.Player, isNew);
+    const PlayerEntry* player = StorePlayer(origin, message.Player, isNew, now);
     if (player == nullptr)
         return false;
     const WireId id = player->Id;
@@ -122,20 +127,23 @@ void PeerMachine::AnswerVerify(const Origin& origin, Millis now)
 bool PeerMachine::Handle(const Origin& origin, const CreatePlayerVerify& message, Millis now)
 {
     bool isNew = false;
-    const PlayerEntry* player = StorePlayer(origin, message.Player, isNew);
+    const PlayerEntry* player = StorePlayer(origin, message.Player, isNew, now);
     if (player == nullptr)
         return false;
     ReplayHeld(player->Id, now);
     return true;
 }
 
-bool PeerMachine::Handle(const Origin& origin, const CreateGroupMessage& message, Millis /*now*/)
+bool PeerMachine::Handle(const Origin& origin, const CreateGroupMessage& message, Millis now)
 {
     const MachineEntry* sender = MemberAt(origin);
     if (sender == nullptr)
         return Drop(DropReason::Stranger);
     const PackedPlayer& record = message.Player;
-    if (const GroupEntry* known = m_table.FindGroup(record.Id); known != nullptr && !MayChange(origin, known->Machine))
+    const GroupEntry* known = m_table.FindGroup(record.Id);
+    if (known != nullptr && !MayChange(origin, known->Machine))
+        return Drop(DropReason::Stranger);
+    if (known == nullptr && Hosting() && !WasGiven(record.Id, RequestKind::Group, sender->Stream, now))
         return Drop(DropReason::Stranger);
     GroupEntry* group = m_table.AddGroup(record.Id);
     if (group == nullptr)
@@ -143,6 +151,7 @@ bool PeerMachine::Handle(const Origin& origin, const CreateGroupMessage& message
     group->Machine = m_table.FindMachine(record.SystemId) != nullptr ? record.SystemId : sender->Id;
     group->ShortName = record.ShortName;
     group->LongName = record.LongName;
+    Changed(record.Id);
     m_table.StoreData(group->Data, record.Data);
     for (const WireId member : record.Members)
         m_table.AddToGroup(member, record.Id);
@@ -152,14 +161,13 @@ bool PeerMachine::Handle(const Origin& origin, const CreateGroupMessage& message
 
 void PeerMachine::ForgetPlayer(WireId id)
 {
-    constexpr std::size_t MaxDeparted = 4096;
     const PlayerEntry* player = std::as_const(m_table).FindPlayer(id);
     if (player == nullptr)
         return;
-    if (m_departedNames.size() < MaxDeparted)
-        m_departedNames[id] = player->ShortName;
+    for (const WireId forgotten : m_departed.Add(id, player->Machine, player->ShortName))
+        Changed(forgotten);
     m_table.RemovePlayer(id);
-    ++m_revision;
+    Changed(id);
 }
 
 bool PeerMachine::Handle(const Origin& origin, const DeletePlayerMessage& message, Millis now)
@@ -193,6 +201,7 @@ bool PeerMachine::Handle(const Origin& origin, const DeleteGroupMessage& message
     if (!MayChange(origin, group->Machine))
         return Drop(DropReason::Stranger);
     m_table.RemoveGroup(message.Group);
+    Changed(message.Group);
     return true;
 }
 
@@ -237,6 +246,7 @@ bool PeerMachine::Handle(const Origin& origin, const PlayerNameChanged& message,
         return Drop(DropReason::Stranger);
     player->ShortName = message.ShortName;
     player->LongName = message.LongName;
+    Changed(message.Id);
     return true;
 }
 
@@ -247,6 +257,7 @@ bool PeerMachine::Handle(const Origin& origin, const GroupNameChanged& message, 
         return Drop(DropReason::Stranger);
     group->ShortName = message.ShortName;
     group->LongName = message.LongName;
+    Changed(message.Id);
     return true;
 }
 

@@ -39,7 +39,7 @@ bool PeerMachine::OnPlayerMessage(const Origin& origin, ByteSpan bare, Millis no
     const auto& message = std::get<PlayerMessage>(decoded);
     const PlayerEntry* sender = std::as_const(m_table).FindPlayer(message.From);
     if (sender == nullptr) {
-        if (m_departedNames.contains(message.From) || !m_table.KnowsIp(origin.Remote.Ip))
+        if (m_departed.Contains(message.From) || !m_table.KnowsIp(origin.Remote.Ip))
             return Drop(DropReason::Stranger);
         return Hold(origin, bare, message.From, now);
     }
@@ -64,12 +64,14 @@ bool PeerMachine::DeliverUnnamed(const Origin& origin, ByteSpan content, Millis 
     return Drop(DropReason::Stranger);
 }
 
-/// Hands a message to the own players that it is meant for.
+/// Hands a message to the own players that it is meant for; whoever else is in the session costs nothing here.
 void PeerMachine::Route(WireId machine, const PlayerMessage& message)
 {
-    for (const WireId to : Recipients(message.From, message.To)) {
-        if (IsOwnPlayer(to))
-            m_output.Deliver(machine, message.From, to, message.Payload);
+    for (const WireId own : m_table.PlayersOf(m_ownId)) {
+        const bool meant = message.To == EveryPlayer || message.To == own ||
+                           std::as_const(m_table).FindPlayer(own)->Groups.contains(message.To);
+        if (meant && own != message.From)
+            m_output.Deliver(machine, message.From, own, message.Payload);
     }
 }
 
@@ -91,7 +93,16 @@ std::vector<WireId> PeerMachine::Recipients(WireId from, WireId to) const
 
 bool PeerMachine::Hold(const Origin& origin, ByteSpan bare, WireId sender, Millis now)
 {
-    if (m_held.size() >= MaxHeldMessages || m_heldBytes + bare.size() > MaxHeldBytes)
+    std::size_t messages = 0; // of the same source, which must leave room for others
+    std::size_t bytes = bare.size();
+    for (const HeldMessage& held : m_held) {
+        if (held.From.Remote.Ip != origin.Remote.Ip)
+            continue;
+        ++messages;
+        bytes += held.Content.size();
+    }
+    if (messages >= MaxHeldMessages / 2 || bytes > MaxHeldBytes / 2 || m_held.size() >= MaxHeldMessages ||
+        m_heldBytes + bare.size() > MaxHeldBytes)
         return Drop(DropReason::Flooding);
     m_held.push_back({origin, Bytes(bare.begin(), bare.end()), sender, now});
     m_heldBytes += bare.size();
@@ -169,7 +180,7 @@ Result<void> PeerMachine::Send(WireId from, WireId to, bool guaranteed, ByteSpan
         return Fail("player " + std::to_string(from), "is not one of this machine's");
     if (content.size() > MaxMessageSize - HeaderSize - SignaturePart)
         return Fail("message", "has " + std::to_string(content.size()) + " bytes, too many for the protocol");
-    const bool known = to == EveryPlayer || m_table.Contains(to) || m_departedNames.contains(to);
+    const bool known = to == EveryPlayer || m_table.Contains(to) || m_departed.Contains(to);
     if (!known)
         return Fail("player " + std::to_string(to), "is unknown in this session");
     for (const WireId target : Recipients(from, to)) {

@@ -29,7 +29,8 @@ std::variant<Bytes, DropReason> PieceAssembler::Append(Place at, const Packet& p
         Drop(at);
         return DropReason::Malformed;
     }
-    if (m_held + piece.Data.size() > MaxUnfinishedBytes) {
+    const std::size_t size = piece.Data.size();
+    if (m_held + size > MaxUnfinishedBytes || HeldBy(at->first.first) + size > MaxUnfinishedBytes / 4) {
         Drop(at);
         return DropReason::Flooding;
     }
@@ -63,6 +64,17 @@ std::size_t PieceAssembler::CountOf(WireId machine) const
 {
     return static_cast<std::size_t>(
         std::ranges::count_if(m_unfinished, [&](const auto& entry) { return entry.first.first == machine; }));
+}
+
+std::size_t PieceAssembler::HeldBy(WireId machine) const
+{
+    std::size_t bytes = 0;
+    for (auto at = m_unfinished.lower_bound({machine, Guid{}}); at != m_unfinished.end(); ++at) {
+        if (at->first.first != machine)
+            break;
+        bytes += at->second.Data.size();
+    }
+    return bytes;
 }
 
 PieceAssembler::Place PieceAssembler::Drop(Place at)

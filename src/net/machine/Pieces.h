@@ -7,8 +7,8 @@
 namespace corvane::directplay {
 /// Puts large messages together from pieces that arrive in sequence. A piece that is not the next one is ignored.
 ///
-/// Memory grows with what has arrived, never with what a piece announces, and is capped for each machine (unfinished
-/// messages) and in total (bytes).
+/// Memory grows with what has arrived, never with what a piece announces, and is capped for each machine, whose
+/// unfinished messages may take a quarter of what all may take.
 class PieceAssembler {
 public:
     /// The finished message when this was its last piece, otherwise empty, or why the piece was refused.
@@ -33,6 +33,7 @@ private:
 
     std::variant<Bytes, DropReason> Append(Place at, const Packet& piece, Millis now);
     [[nodiscard]] std::size_t CountOf(WireId machine) const;
+    [[nodiscard]] std::size_t HeldBy(WireId machine) const;
     Place Drop(Place at);
 
     std::map<Key, Collected> m_unfinished;

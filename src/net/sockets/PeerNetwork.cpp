@@ -1,50 +1,16 @@
 #include "net/sockets/PeerNetwork.h"
 
 #include "net/sockets/PeerSockets.h"
-#include "net/wire/WireText.h"
 
 #include <asio/executor_work_guard.hpp>
 #include <asio/post.hpp>
 
-#include <algorithm>
 #include <condition_variable>
 #include <future>
 #include <thread>
 #include <utility>
 
 namespace corvane::directplay {
-static Roster MakeRoster(const PeerMachine& machine)
-{
-    Roster roster;
-    roster.InSession = machine.InSession();
-    roster.Hosting = machine.Hosting();
-    roster.LossReason = machine.LossReason();
-    roster.SessionName = Windows1252FromWide(machine.SessionName());
-    roster.InstanceGuid = GuidText(machine.Description().Instance);
-    roster.SessionFlags = machine.Description().Flags;
-    roster.MaxPlayers = static_cast<std::int32_t>(machine.Description().MaxPlayers);
-    for (const auto& [id, name] : machine.DepartedNames())
-        roster.Names[static_cast<PlayerId>(id)] = Windows1252FromWide(name);
-    std::vector<const PlayerEntry*> players;
-    for (const auto& [id, player] : machine.Table().Players())
-        players.push_back(&player);
-    std::ranges::sort(players, {}, [](const PlayerEntry* player) { return player->Order; });
-    for (const PlayerEntry* player : players) {
-        const auto id = static_cast<PlayerId>(player->Id);
-        roster.Players.push_back({id, Windows1252FromWide(player->ShortName)});
-        roster.Names[id] = roster.Players.back().ShortName;
-        if (machine.IsOwnPlayer(player->Id))
-            roster.OwnPlayers.push_back(id);
-    }
-    std::vector<const GroupEntry*> groups;
-    for (const auto& [id, group] : machine.Table().Groups())
-        groups.push_back(&group);
-    std::ranges::sort(groups, {}, [](const GroupEntry* group) { return group->Order; });
-    for (const GroupEntry* group : groups)
-        roster.Groups.push_back({static_cast<std::int32_t>(group->Id), Windows1252FromWide(group->ShortName)});
-    return roster;
-}
-
 struct Outgoing {
     WireId From = 0;
     WireId To = 0;
@@ -57,18 +23,26 @@ class SendQueue {
 public:
     SendQueue(asio::io_context& io, PeerSockets& sockets) : m_io(io), m_sockets(sockets), m_recheck(io) {}
 
-    /// Program's thread. Waits while a machine that does read has much to read; one that does not read delays nobody
-    /// for longer than that shows.
-    void Push(Outgoing message)
+    /// Program's thread. Never waits: when the network thread is far behind, the message is refused.
+    bool Push(Outgoing message)
     {
-        constexpr std::size_t Enough = 4194304;
-        constexpr std::chrono::seconds Longest{1};
-        std::unique_lock lock(m_mutex);
-        m_room.wait_for(lock, Longest, [&] { return m_bytes < Enough && !m_congested; });
+        constexpr std::size_t Most = 16777216;
+        const std::scoped_lock lock(m_mutex);
+        if (m_bytes + message.Content.size() > Most)
+            return false;
         m_bytes += message.Content.size();
         m_messages.push_back(std::move(message));
         if (!std::exchange(m_scheduled, true))
             asio::post(m_io, [this] { SendAll(); });
+        return true;
+    }
+
+    /// Program's thread: whether much waits already, here or for a machine that does read.
+    [[nodiscard]] bool Congested() const
+    {
+        constexpr std::size_t Enough = 4194304;
+        const std::scoped_lock lock(m_mutex);
+        return m_congested || m_bytes > Enough;
     }
 
     /// Network thread: everything that waits goes to its connections.
@@ -96,7 +70,6 @@ private:
             const std::scoped_lock lock(m_mutex);
             m_congested = congested;
         }
-        m_room.notify_all();
         if (!congested)
             return;
         m_recheck.expires_after(Soon);
@@ -109,8 +82,7 @@ private:
     asio::io_context& m_io;
     PeerSockets& m_sockets;
     asio::steady_timer m_recheck;
-    std::mutex m_mutex;
-    std::condition_variable m_room;
+    mutable std::mutex m_mutex;
     std::vector<Outgoing> m_messages;
     std::size_t m_bytes = 0;
     bool m_scheduled = false;
@@ -164,15 +136,7 @@ public:
         m_changed.notify_all();
     }
 
-    void OnChanged(const PeerMachine& machine) override
-    {
-        if (machine.Revision() == m_publishedRevision)
-            return;
-        m_publishedRevision = machine.Revision();
-        auto roster = std::make_shared<const Roster>(MakeRoster(machine));
-        const std::scoped_lock lock(m_mutex);
-        m_roster = std::move(roster);
-    }
+    void OnChanged(PeerMachine& machine) override { Members.Update(machine); }
 
     Result<WireId> Request(const Work& start, const std::function<bool()>& whileWaiting)
     {
@@ -217,14 +181,9 @@ public:
         done->get_future().wait();
     }
 
-    [[nodiscard]] std::shared_ptr<const Roster> CurrentRoster() const
-    {
-        const std::scoped_lock lock(m_mutex);
-        return m_roster;
-    }
-
     DirectPlayOptions Options;
     MessageQueue Queue;
+    Roster Members;
 
 private:
     /// False when the wait was cancelled before there was a result.
@@ -246,12 +205,10 @@ private:
 
     asio::io_context m_io;
     asio::executor_work_guard<asio::io_context::executor_type> m_work;
-    mutable std::mutex m_mutex;
+    std::mutex m_mutex;
     std::condition_variable m_changed;
     std::optional<Result<WireId>> m_result;
     bool m_cancelled = false;
-    std::shared_ptr<const Roster> m_roster = std::make_shared<const Roster>();
-    std::uint64_t m_publishedRevision = 0; // of the network thread alone
 
 public:
     PeerSockets Sockets;
@@ -291,9 +248,14 @@ void PeerNetwork::Cancel()
     m_impl->Cancel();
 }
 
-void PeerNetwork::Send(WireId from, WireId to, bool guaranteed, Bytes content)
+bool PeerNetwork::Send(WireId from, WireId to, bool guaranteed, Bytes content)
 {
-    m_impl->Sending.Push({from, to, guaranteed, std::move(content)});
+    return m_impl->Sending.Push({from, to, guaranteed, std::move(content)});
+}
+
+bool PeerNetwork::Congested() const
+{
+    return m_impl->Sending.Congested();
 }
 
 void PeerNetwork::Leave()
@@ -301,9 +263,9 @@ void PeerNetwork::Leave()
     m_impl->Leave();
 }
 
-std::shared_ptr<const Roster> PeerNetwork::CurrentRoster() const
+const Roster& PeerNetwork::Members() const
 {
-    return m_impl->CurrentRoster();
+    return m_impl->Members;
 }
 
 MessageQueue& PeerNetwork::Queue()

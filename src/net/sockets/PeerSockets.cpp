@@ -4,8 +4,11 @@
 #include <utility>
 
 namespace corvane::directplay {
-static constexpr std::size_t MaxAccepted = 64;
-static constexpr std::size_t MaxAcceptedPerSource = 16;
+// Accepted connections. Each member may have opened two: the one in use, and one whose end has not shown yet.
+static constexpr std::size_t MaxStrangers = 64;
+static constexpr std::size_t MaxStrangersPerSource = 16;
+static constexpr std::size_t MaxMembers = 2 * MaxMachines;
+static constexpr std::size_t MaxMembersPerSource = 2 * MaxMachinesPerSource;
 static constexpr std::chrono::seconds StrangerPatience{30}; // for a whole message, and for the first of them
 
 static SocketAddress AddressOf(const asio::ip::tcp::endpoint& endpoint)
@@ -76,24 +79,24 @@ void PeerSockets::OnAccepted(asio::ip::tcp::socket socket, bool enumeration)
 /// Room for one more accepted connection: strangers give way to newcomers, members do not.
 bool PeerSockets::MakeRoom(std::uint32_t ip)
 {
-    std::size_t accepted = 0;
-    std::size_t ofSource = 0;
+    std::size_t strangers = 0;
+    std::size_t strangersOfSource = 0;
+    std::size_t members = 0;
+    std::size_t membersOfSource = 0;
     std::shared_ptr<StreamConnection> oldest;
     for (const auto& [id, connection] : m_connections) {
         if (connection->IsClosed() || connection->Source().Opened.Port != 0)
             continue;
-        ++accepted;
-        const bool sameSource = connection->Source().Remote.Ip == ip;
-        ofSource += sameSource ? 1 : 0;
+        const std::size_t sameSource = connection->Source().Remote.Ip == ip ? 1 : 0;
+        (connection->IsMember ? members : strangers) += 1;
+        (connection->IsMember ? membersOfSource : strangersOfSource) += sameSource;
         if (!connection->IsMember && !oldest)
             oldest = connection;
     }
-    if (ofSource >= MaxAcceptedPerSource)
+    if (strangersOfSource >= MaxStrangersPerSource || membersOfSource >= MaxMembersPerSource || members >= MaxMembers)
         return false;
-    if (accepted < MaxAccepted)
+    if (strangers < MaxStrangers)
         return true;
-    if (!oldest)
-        return false;
     m_links.OnEnd(*oldest);
     oldest->Close();
     return true;
@@ -223,6 +226,11 @@ void PeerSockets::CloseStream(const SocketAddress& machine)
     m_links.Close(machine);
 }
 
+void PeerSockets::DropStream(const SocketAddress& machine)
+{
+    m_links.Drop(machine);
+}
+
 void PeerSockets::Deliver(WireId machine, WireId from, WireId to, ByteSpan content)
 {
     // The program asks for the sender's name when it meets the message: it must know the sender by then.
@@ -257,9 +265,26 @@ void PeerSockets::Tick()
     m_listener.OnChanged(*m_machine);
 }
 
+/// Connections of machines that have left the session are strangers' again, and end when they stay idle.
+void PeerSockets::DismissFormerMembers()
+{
+    for (const auto& [id, connection] : m_connections) {
+        const StreamSource& source = connection->Source();
+        if (!connection->IsMember || connection->StatedPort == 0 || source.Opened.Port != 0)
+            continue;
+        if (m_machine->Table().FindMachine(SocketAddress{source.Remote.Ip, connection->StatedPort}) == nullptr)
+            connection->IsMember = false;
+    }
+}
+
 void PeerSockets::CloseIdle()
 {
+    constexpr std::chrono::seconds DismissalPeriod{2};
     const auto now = Clock::now();
+    if (now - m_lastDismissal >= DismissalPeriod) {
+        m_lastDismissal = now;
+        DismissFormerMembers();
+    }
     for (const auto& [id, connection] : m_connections) {
         if (connection->IsClosed())
             continue;

@@ -19,7 +19,7 @@ public:
         virtual ~Listener() = default;
         virtual void OnRequestDone(Result<WireId> result) = 0;
         /// Before a message enters the queue, and after anything that may have changed the session.
-        virtual void OnChanged(const PeerMachine& machine) = 0;
+        virtual void OnChanged(PeerMachine& machine) = 0;
     };
 
     PeerSockets(asio::io_context& io, const DirectPlayOptions& options, MessageQueue& queue, Listener& listener);
@@ -41,6 +41,7 @@ public:
     void SendBack(ConnectionId connection, Bytes message) override;
     void SendDatagram(const SocketAddress& to, Bytes message) override;
     void CloseStream(const SocketAddress& machine) override;
+    void DropStream(const SocketAddress& machine) override;
     void OpenEnumerationPorts() override;
     void CloseEnumerationPorts() override;
     void Deliver(WireId machine, WireId from, WireId to, ByteSpan content) override;
@@ -74,9 +75,11 @@ private:
     void AcceptLater(const std::shared_ptr<Acceptor>& acceptor);
     void OnAccepted(asio::ip::tcp::socket socket, bool enumeration);
     bool MakeRoom(std::uint32_t ip);
+    void DismissFormerMembers();
     void Receive(const std::shared_ptr<DatagramSocket>& socket);
-    bool OpenListener(Acceptor& acceptor, std::uint16_t port) const;
-    static bool OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::uint16_t port, bool shared);
+    [[nodiscard]] asio::error_code OpenListener(Acceptor& acceptor, std::uint16_t port) const;
+    static asio::error_code OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::uint16_t port, bool shared);
+    [[nodiscard]] Error PortsFault(const char* protocol, asio::error_code error) const;
     void ScheduleTick();
     void Tick();
     void CloseIdle();
@@ -95,6 +98,7 @@ private:
     Result<SocketAddress> m_enumerationAddress;
     std::map<ConnectionId, std::shared_ptr<StreamConnection>> m_connections;
     ConnectionId m_nextConnection = 1;
+    Clock::time_point m_lastDismissal;
     StreamLinks m_links;
     std::unique_ptr<PeerMachine> m_machine;
 

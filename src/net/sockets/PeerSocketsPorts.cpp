@@ -1,10 +1,17 @@
 #include "net/sockets/PeerSockets.h"
 
+#include <cerrno>
 #include <random>
 
 /// The ports that a peer takes: its own, and as a host those that enumerations go to.
 namespace corvane::directplay {
-bool PeerSockets::OpenListener(Acceptor& acceptor, std::uint16_t port) const
+#ifdef _WIN32
+static constexpr int NoSuchAddress = WSAEADDRNOTAVAIL;
+#else
+static constexpr int NoSuchAddress = EADDRNOTAVAIL;
+#endif
+
+asio::error_code PeerSockets::OpenListener(Acceptor& acceptor, std::uint16_t port) const
 {
     asio::error_code error;
     acceptor.Socket.open(asio::ip::tcp::v4(), error);
@@ -19,10 +26,10 @@ bool PeerSockets::OpenListener(Acceptor& acceptor, std::uint16_t port) const
         asio::error_code ignored;
         acceptor.Socket.close(ignored);
     }
-    return !error;
+    return error;
 }
 
-bool PeerSockets::OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::uint16_t port, bool shared)
+asio::error_code PeerSockets::OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::uint16_t port, bool shared)
 {
     asio::error_code error;
     socket.Socket.open(asio::ip::udp::v4(), error);
@@ -36,29 +43,42 @@ bool PeerSockets::OpenDatagrams(DatagramSocket& socket, std::uint32_t ip, std::u
         asio::error_code ignored;
         socket.Socket.close(ignored);
     }
-    return !error;
+    return error;
+}
+
+/// Why none of the peer's own ports could be taken; error is the last port's.
+Error PeerSockets::PortsFault(const char* protocol, asio::error_code error) const
+{
+    if (error.value() == NoSuchAddress)
+        return Fail(IpText(m_bindIp), "is no address of this machine");
+    const std::string range = std::to_string(m_options.FirstPort) + " to " + std::to_string(m_options.LastPort);
+    const bool taken = error == asio::error::address_in_use;
+    return Fail(IpText(m_bindIp), "no " + std::string(protocol) + " port from " + range +
+                                      " can be opened: " + (taken ? "all are in use" : error.message()));
 }
 
 Result<void> PeerSockets::Open()
 {
-    const std::string range = std::to_string(m_options.FirstPort) + " to " + std::to_string(m_options.LastPort);
     m_streams = std::make_shared<Acceptor>(m_io, false);
     m_datagrams = std::make_shared<DatagramSocket>(m_io, false);
     std::uint32_t streamPort = m_options.FirstPort;
-    while (streamPort <= m_options.LastPort && !OpenListener(*m_streams, static_cast<std::uint16_t>(streamPort)))
+    asio::error_code error;
+    while (streamPort <= m_options.LastPort &&
+           (error = OpenListener(*m_streams, static_cast<std::uint16_t>(streamPort))))
         ++streamPort;
-    if (streamPort > m_options.LastPort)
-        return Fail(IpText(m_bindIp), "no TCP port from " + range + " can be opened");
+    if (error)
+        return PortsFault("TCP", error);
     // Ports that firewalls let through hold for datagrams too. The stream's own number is as good as any.
     std::uint32_t datagramPort = streamPort;
     const std::uint32_t count = m_options.LastPort - m_options.FirstPort + 1U;
     std::uint32_t tried = 0;
-    while (tried < count && !OpenDatagrams(*m_datagrams, m_bindIp, static_cast<std::uint16_t>(datagramPort), false)) {
+    while (tried < count &&
+           (error = OpenDatagrams(*m_datagrams, m_bindIp, static_cast<std::uint16_t>(datagramPort), false))) {
         datagramPort = m_options.FirstPort + (datagramPort - m_options.FirstPort + 1) % count;
         ++tried;
     }
-    if (tried == count)
-        return Fail(IpText(m_bindIp), "no UDP port from " + range + " can be opened");
+    if (error)
+        return PortsFault("UDP", error);
     PeerConfig config;
     config.Timers = m_options.Timers;
     config.StreamPort = static_cast<std::uint16_t>(streamPort);
@@ -78,22 +98,25 @@ void PeerSockets::OpenEnumerationPorts()
     const SocketAddress address{m_bindIp, m_options.EnumerationPort};
     auto streams = std::make_shared<Acceptor>(m_io, true);
     auto datagrams = std::make_shared<DatagramSocket>(m_io, true);
-    const bool haveStreams = OpenListener(*streams, address.Port);
-    const bool haveDatagrams = OpenDatagrams(*datagrams, m_bindIp, address.Port, false);
+    const asio::error_code noStreams = OpenListener(*streams, address.Port);
+    const asio::error_code noDatagrams = OpenDatagrams(*datagrams, m_bindIp, address.Port, false);
     m_enumerationAddress = address;
-    if (haveStreams)
+    if (!noStreams)
         Accept(m_enumerationStreams = streams);
-    if (haveDatagrams)
+    if (!noDatagrams)
         Receive(m_enumerationDatagrams.emplace_back(datagrams));
-    if (!haveStreams || !haveDatagrams)
-        m_enumerationAddress = Fail(AddressText(address), "cannot be opened: another host on this machine has it");
+    if (const asio::error_code error = noStreams ? noStreams : noDatagrams)
+        m_enumerationAddress =
+            Fail(AddressText(address),
+                 "cannot be opened: " +
+                     (error == asio::error::address_in_use ? "another host on this machine has it" : error.message()));
     if (m_bindIp == 0)
         return;
     // A socket of one address gets no broadcasts; one of the broadcast address does, where the system allows it.
     const std::uint32_t broadcast =
         IsLoopback(m_bindIp) ? 0x7FFFFFFF : ParseIp(m_options.BroadcastAddress).value_or(0xFFFFFFFF);
     auto broadcasts = std::make_shared<DatagramSocket>(m_io, true);
-    if (OpenDatagrams(*broadcasts, broadcast, address.Port, true))
+    if (!OpenDatagrams(*broadcasts, broadcast, address.Port, true))
         Receive(m_enumerationDatagrams.emplace_back(broadcasts));
 }
 

@@ -61,6 +61,18 @@ void StreamLinks::Close(const SocketAddress& machine)
     at->second.CloseAt = Clock::now() + m_limits.Linger;
 }
 
+void StreamLinks::Drop(const SocketAddress& machine)
+{
+    const auto at = m_links.find(machine);
+    if (at == m_links.end())
+        return;
+    const auto connection = at->second.Connection;
+    if (connection && connection->QueuedBytes() > 0)
+        return Close(machine); // it can be reached: what is on its way arrives
+    Abandon(at->second);
+    m_links.erase(at);
+}
+
 void StreamLinks::Connect(const SocketAddress& machine, Link& link)
 {
     link.RetryAt = Clock::now() + m_limits.Retry;

@@ -36,7 +36,10 @@ public:
 
     void Send(const SocketAddress& machine, Bytes message);
     void SendOnce(const SocketAddress& machine, Bytes message);
+    /// Sends what waits and closes.
     void Close(const SocketAddress& machine);
+    /// Closes at once, connected or not.
+    void Drop(const SocketAddress& machine);
     /// A connection that a link uses has ended.
     void OnEnd(const StreamConnection& connection);
     void Tick();
