@@ -44,7 +44,7 @@ static Result<void> RunAlerts(const AlertsOptions& options, const Console& conso
             member.MinimumAltitudeFt = altitudes.For(area, member, slot);
         };
     HistoryPlay play(
-        monitor, [&](const AlertEvent& event) { console.Out << ToJson(event).dump() << '\n'; }, update);
+        monitor, [&](const AlertEvent& event) { console.Out << ToLine(ToJson(event)) << '\n'; }, update);
     if (const Result<void> read =
             ReadHistoryFile(options.History, [&](HistoryLine line) { play.Play(std::move(line)); });
         !read)

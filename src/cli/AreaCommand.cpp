@@ -35,7 +35,7 @@ void AddAreaCommand(CLI::App& app, const Console& console, CommandWork& work)
             const Result<AreaModel> area = LoadArea(*options, console.Notices);
             if (!area)
                 return area.error();
-            console.Out << AreaJson(*area).dump() << '\n';
+            console.Out << ToLine(AreaJson(*area)) << '\n';
             return {};
         };
     });

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 
 #include <ostream>
+#include <sstream>
 
 namespace corvane {
 static constexpr int WorkFailed = 1;
@@ -22,11 +23,14 @@ int RunCommandLine(int argc, const char* const* argv, const Console& console)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& parseError) {
-        return app.exit(parseError, console.Out, console.Notices) == 0 ? 0 : ArgumentsWrong;
+        std::ostringstream complaint;
+        const int status = app.exit(parseError, console.Out, complaint);
+        PrintNoticeLines(console, complaint.str()); // it repeats what was typed
+        return status == 0 ? 0 : ArgumentsWrong;
     }
     if (const Result<void> done = work(); !done) {
         console.Out.flush();
-        console.Notices << "corvane-cli: " << done.error().Text() << '\n';
+        PrintNotice(console, done.error().Text());
         return WorkFailed;
     }
     console.Out.flush();

@@ -30,7 +30,7 @@ static Result<std::size_t> PrintRecords(const std::filesystem::path& path, std::
         if (!record)
             return record.error();
         if (wanted(*record)) {
-            out << ToJson(*record).dump() << '\n';
+            out << ToLine(ToJson(*record)) << '\n';
             ++printed;
         }
     }
@@ -65,7 +65,7 @@ static Result<void> PrintSettings(const std::filesystem::path& path, std::ostrea
     const Result<SettingsRecord> settings = ReadSettings(path);
     if (!settings)
         return settings.error();
-    out << ToJson(*settings).dump() << '\n';
+    out << ToLine(ToJson(*settings)) << '\n';
     return {};
 }
 

@@ -5,7 +5,7 @@ void EventLines::Print(const char* event, const Json& members)
 {
     Json line = {{"event", event}, {"time", static_cast<double>(m_end.ElapsedMs()) / 1000}};
     line.update(members);
-    m_out << line.dump() << std::endl; // whoever reads along waits for it
+    m_out << ToLine(line) << std::endl; // whoever reads along waits for it
 }
 
 void EventLines::PrintPlayer(const char* event, const PlayerRecord& player)

@@ -167,7 +167,7 @@ static Result<void> HostRecording(const HostOptions& options, const Console& con
     if (!read)
         return read.error();
     if (read->LeftOut)
-        console.Notices << "corvane-cli: " << read->LeftOut->Text() << '\n';
+        PrintNotice(console, read->LeftOut->Text());
     const auto recording = std::make_shared<const Recording>(*std::move(read));
     return Serve(
         options, console, {},
@@ -253,11 +253,9 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
     command->add_option("--max-players", options->MaxPlayers, "Most members, simulated or recorded ones included")
         ->check(CLI::Range(1, MostMembers))
         ->default_str(std::to_string(DefaultMaxPlayers));
-    command->add_option("--pilots", options->Pilots, "Simulated pilots; a place stays free for a controller")
-        ->check(CLI::Range(0, MostMembers))
-        ->excludes(replay)
-        ->excludes(from)
-        ->capture_default_str();
+    CLI::Option* const pilots =
+        command->add_option("--pilots", options->Pilots, "Simulated pilots; a place stays free for a controller");
+    pilots->check(CLI::Range(0, MostMembers))->excludes(replay)->excludes(from)->capture_default_str();
     AddTrafficPlaceOptions(*command, options->Traffic);
     command->get_option("--around")
         ->excludes(replay)
@@ -270,7 +268,12 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
     AddForOption(*command, options->ForS);
     AddFeedOutOption(*command, options->FeedOut);
     command->add_flag("--no-migrate", options->NoMigrate, "The session ends with its host");
-    command->callback([options, &console, &work] {
+    command->callback([options, pilots, &console, &work] {
+        const int room = options->MaxPlayers.value_or(DefaultMaxPlayers) - 1;
+        if (pilots->count() > 0 && options->Pilots > std::max(room, 1))
+            throw CLI::ValidationError("--pilots", "the session has room for " + std::to_string(std::max(room, 1)) +
+                                                       " of " + std::to_string(options->Pilots) +
+                                                       ", as one place stays free; see --max-players");
         if (!options->Traffic.HasPlace())
             options->Traffic.Around = "47.449,-122.309";
         CheckTrafficOptions(options->Traffic);

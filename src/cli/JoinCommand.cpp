@@ -60,7 +60,9 @@ static FollowOptions ToWindows1252(const FollowOptions& texts)
 {
     return {.SessionName = Utf8ToWindows1252(texts.SessionName),
             .Nickname = Utf8ToWindows1252(texts.Nickname),
-            .Password = Utf8ToWindows1252(texts.Password)};
+            .Password = Utf8ToWindows1252(texts.Password),
+            .AdmitWithinS = texts.AdmitWithinS,
+            .TakesOver = texts.TakesOver};
 }
 
 /// Says what stands on the standard input, but no more at once than others can read.
@@ -68,7 +70,7 @@ static void SayInput(InputLines& input, SessionFollower& follower)
 {
     constexpr int MostAtOnce = 20;
     for (int i = 0; i < MostAtOnce; ++i) {
-        const auto line = input.Next();
+        const auto line = follower.Congested() ? std::nullopt : input.Next();
         if (!line)
             return;
         follower.Say(Utf8ToWindows1252(*line));
@@ -164,6 +166,13 @@ void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->type_name("TEXT");
     command->add_option("--record", options->Record, "Records the session to a file, replacing one of that name")
         ->type_name("FILE");
+    command
+        ->add_option("--admit-within", options->Follow.AdmitWithinS,
+                     "Gives up when the host has not admitted this member for so long; without it, never")
+        ->check(CLI::PositiveNumber)
+        ->type_name("SECONDS");
+    command->add_flag("--take-over", options->Follow.TakesOver,
+                      "Admits members when the host is gone without a word and this one becomes the transport's host");
     AddAppFolderOption(*command, options->Folders);
     AddForOption(*command, options->ForS);
     CLI::Option* const feed = AddFeedOption(*command, options->Traffic);

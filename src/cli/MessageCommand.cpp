@@ -151,7 +151,7 @@ static Result<void> DecodeLines(const Console& console)
             return bytes.error();
         const Result<Message> message = DecodeMessage(*bytes);
         const Json json = message ? std::visit(MessageToJson(), *message) : Json{{"error", message.error().Text()}};
-        console.Out << json.dump() << '\n';
+        console.Out << ToLine(json) << '\n';
     }
     return {};
 }

@@ -1,6 +1,7 @@
 #include "cli/NetworkOptions.h"
 
 #include "cli/NumberList.h"
+#include "net/sockets/HostResolver.h"
 
 namespace corvane {
 static constexpr int LargestPort = 65535;
@@ -44,6 +45,14 @@ void AddPeerOptions(CLI::App& command, DirectPlayOptions& options)
 void AddSearchOptions(CLI::App& command, DirectPlayOptions& options)
 {
     command.add_option("--address", options.HostAddress, "Name or address of the host; without it all are asked")
+        ->check(CLI::Validator(
+            [](std::string& host) {
+                const auto fault = directplay::HostFault(host);
+                if (!fault)
+                    return std::string();
+                return host + ": " + *fault + (fault->find("port") == std::string::npos ? "" : " (see --port)");
+            },
+            ""))
         ->type_name("HOST");
     command.add_option("--broadcast", options.BroadcastAddress, "Address by which all are asked")
         ->check(CLI::ValidIPV4)

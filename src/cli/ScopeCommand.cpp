@@ -248,7 +248,7 @@ static Result<void> RunScope(const ScopeOptions& options, const Console& console
             return written.error();
     }
     if (!answer.is_null())
-        console.Out << answer.dump() << '\n';
+        console.Out << ToLine(answer) << '\n';
     return {};
 }
 

@@ -32,7 +32,7 @@ static Result<void> ListSessions(const SessionsOptions& options, const Console& 
                            {"MaxPlayers", session.MaxPlayers},
                            {"InstanceGuid", session.InstanceGuid},
                            {"Flags", session.Flags}};
-        console.Out << line.dump() << '\n';
+        console.Out << ToLine(line) << '\n';
     }
     return {};
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 namespace corvane {
-/// While one exists, an interrupt (SIGINT), a request to end (SIGTERM) or a reader that has gone (SIGPIPE) does not end
-/// the process but is kept to be asked for. Threads started meanwhile leave the signals to it too.
+/// While one exists, an interrupt (SIGINT), a request to end (SIGTERM), a terminal that has gone (SIGHUP) or a reader
+/// that has (SIGPIPE) does not end the process but is kept to be asked for. Threads started meanwhile leave the signals
+/// to it too.
 class InterruptWatch {
 public:
     InterruptWatch();

@@ -6,15 +6,24 @@
 #include <ctime>
 
 namespace corvane {
-/// With SIGPIPE nobody reads the output any more: the write fails, and the work can end in order.
-static constexpr std::array Watched{SIGINT, SIGTERM, SIGPIPE};
+/// With SIGPIPE nobody reads the output any more: the write fails, and the work can end in order. With SIGHUP the
+/// terminal has gone.
+static constexpr std::array Watched{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+
+/// What the process was started to ignore, as nohup has it, stays ignored; only SIGPIPE is watched all the same.
+static bool IsIgnored(int signal)
+{
+    struct sigaction action {};
+    return signal != SIGPIPE && sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
 
 static sigset_t WatchedSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int signal : Watched)
-        sigaddset(&signals, signal);
+        if (!IsIgnored(signal))
+            sigaddset(&signals, signal);
     return signals;
 }
 
@@ -39,6 +48,8 @@ bool InterruptWatch::Interrupted() const noexcept
     sigset_t pending;
     if (sigpending(&pending) != 0)
         return false;
-    return std::ranges::any_of(Watched, [&pending](int signal) { return sigismember(&pending, signal) == 1; });
+    const sigset_t watched = WatchedSignals();
+    return std::ranges::any_of(
+        Watched, [&](int signal) { return sigismember(&watched, signal) == 1 && sigismember(&pending, signal) == 1; });
 }
 } // namespace corvane

@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <future>
+#include <thread>
 
 namespace corvane {
 namespace {
@@ -185,6 +187,52 @@ TEST(SessionCommands, SayWhichRecordingCannotBeReadOrWritten)
     EXPECT_EQ(host.get().Status, 0);
 }
 
+TEST(SessionCommands, SayWhatIsWrongWithAddressesAndNumbers)
+{
+    const std::pair<std::vector<std::string>, const char*> wrong[] = {
+        {{"sessions", "--address", "fe80::1"}, "is an IPv6 address"},
+        {{"join", "--address", "127.0.0.1:2300"}, "see --port"},
+        {{"sessions", "--address", "127.0.0.1", "--bind", "203.0.113.9"}, "is no address of this machine"},
+        {{"host", "--name", "A", "--bind", "203.0.113.9"}, "is no address of this machine"},
+        {{"host", "--name", "A", "--pilots", "20"}, "room for 7 of 20"},
+        {{"join", "--\x1b[31m\xff"}, "--\\x1b[31m\\xff"}, // nothing reaches a terminal as it came
+    };
+    for (const auto& [arguments, why] : wrong)
+        EXPECT_THAT(RunCli(arguments).Notices, HasSubstr(why));
+}
+
+TEST(SessionCommands, EndInTimeWhereNobodyAnswers)
+{
+    using Clock = std::chrono::steady_clock;
+    const std::vector<std::string> searches[] = {
+        {"sessions", "--address", LoopbackAddress(77), "--bind", LoopbackAddress(2), "--timeout", "1"},
+        {"join", "--address", LoopbackAddress(77), "--bind", LoopbackAddress(2), "--for", "1"},
+    };
+    for (const auto& arguments : searches) {
+        const auto start = Clock::now();
+        const CommandRun run = RunCli(arguments);
+        EXPECT_EQ(run.Status, 0) << run.Notices;
+        EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(1900))
+            << arguments.front(); // 1 s to linger is too much
+    }
+}
+
+TEST(SessionCommands, LeaveAsTheyShouldWhenTheTerminalGoes)
+{
+    sigset_t hangUp;
+    sigemptyset(&hangUp);
+    sigaddset(&hangUp, SIGHUP);
+    pthread_sigmask(SIG_BLOCK, &hangUp, nullptr); // for the thread; the command unblocks it here again
+    std::thread closing([] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(700));
+        kill(getpid(), SIGHUP);
+    });
+    const CommandRun run = RunCli(Joined(2, {"--for", "20"}));
+    closing.join();
+    EXPECT_EQ(run.Status, 0) << run.Notices;
+    EXPECT_EQ(Lines(run.Out).back()["Reason"], "interrupted");
+}
+
 TEST(SessionCommands, RefuseWrongArguments)
 {
     const std::vector<std::string> wrong[] = {
@@ -206,7 +254,12 @@ TEST(SessionCommands, RefuseWrongArguments)
         {"host", "--replay", "A", "--pilots", "2"},
         {"host", "--replay", "A", "--around", "47,8"},
         {"host", "--replay", "A", "--seed", "2"},
+        {"host", "--name", "A", "--pilots", "20"}, // with room for seven
+        {"host", "--name", "A", "--pilots", "3", "--max-players", "3"},
         {"join", "--broadcast", "x"},
+        {"join", "--address", "::1"},
+        {"join", "--address", "host.example:47624"},
+        {"join", "--admit-within", "0"},
         {"sessions", "--timeout", "0"},
         {"sessions", "--timeout", "soon"},
     };

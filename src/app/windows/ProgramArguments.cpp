@@ -27,13 +27,15 @@ ProgramArguments::ProgramArguments()
       m_firstStart("first-start",
                    "Deletes the settings and database files first: the program begins as on its first day."),
       m_userFolder("user-folder", "Takes the user's own folder for --app-folder, and makes it where needed."),
+      m_takeOver("take-over",
+                 "Admits members to the session when its host is gone without a word and this program takes over."),
       m_demo("demo", "Opens the demonstration world, which it makes in the user's own folder, with practice traffic."),
       m_display("display", "How targets are shown at first: classic, or modern for a crowded sky.", "NAME", "classic")
 {
     m_parser.setApplicationDescription("An air traffic control radar for multiplayer sessions of Microsoft Flight "
                                        "Simulator 2002.");
     m_parser.addOptions(
-        {m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_demo, m_display});
+        {m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_takeOver, m_demo, m_display});
 }
 
 void ProgramArguments::TakeDisplayName(int& argc, char** argv)
@@ -77,7 +79,7 @@ static std::filesystem::path OwnFolder(bool demonstration)
         demonstration && !folder.empty() ? PrepareDemonstration(folder / "demo") : PrepareUserFolder(folder);
     if (prepared)
         return *prepared;
-    std::cerr << "corvane: " << prepared.error().Text() << '\n';
+    std::cerr << "corvane: " << TerminalText(prepared.error().Text()) << '\n';
     std::exit(1); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
 }
 
@@ -98,6 +100,7 @@ ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppSta
     if (m_parser.isSet(m_userFolder) || demonstration)
         state.AppFolder = OwnFolder(demonstration);
     state.Display = ChosenDisplay(m_displayName);
+    state.Session.TakesOver = m_parser.isSet(m_takeOver);
     ScriptedStart script;
     script.Airport = ToUpper(ToText(m_parser.value(m_airport)));
     script.Practice = m_parser.isSet(m_practice) || demonstration;

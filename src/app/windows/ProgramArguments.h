@@ -37,6 +37,7 @@ private:
     QCommandLineOption m_screenshot;
     QCommandLineOption m_firstStart;
     QCommandLineOption m_userFolder;
+    QCommandLineOption m_takeOver;
     QCommandLineOption m_demo;
     QCommandLineOption m_display;
     std::string m_displayName = "classic";

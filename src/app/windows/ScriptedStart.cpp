@@ -10,7 +10,7 @@ void ScriptedBoxes::Show(MessageIcon icon, std::string_view title, std::string_v
     if (icon != MessageIcon::Information)
         JoinEnds();
     if (m_unattended)
-        std::cerr << "corvane: " << Windows1252ToUtf8(text) << '\n';
+        std::cerr << "corvane: " << TerminalText(Windows1252ToUtf8(text)) << '\n';
     else if (!m_pressing)
         m_shown.Show(icon, title, text);
 }
