@@ -1,12 +1,14 @@
 #include "tests/soak/Members.h"
 
 #include "core/Bytes.h"
+#include "practice/PracticeSession.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <fstream>
 #include <map>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
@@ -110,29 +112,6 @@ Result<std::unique_ptr<DirectPlayPeer>> ReadyPeer(const MemberOptions& options)
     return peer;
 }
 
-struct Joined {
-    std::unique_ptr<DirectPlayPeer> Peer;
-    PlayerId Id = 0;
-};
-
-Result<Joined> JoinAs(const MemberOptions& options, const char* name)
-{
-    auto peer = ReadyPeer(options);
-    if (!peer)
-        return peer.error();
-    const auto found = (*peer)->GetDPEnumSessions({}, 0, EnumSessionsAvailable);
-    if (!found)
-        return found.error();
-    if (found->empty())
-        return Fail(options.HostAddress, "no session was found");
-    if (const auto opened = (*peer)->Open(found->front(), OpenJoin); !opened)
-        return opened.error();
-    const auto id = (*peer)->CreatePlayer(name, "Player", 0, 0);
-    if (!id)
-        return id.error();
-    return Joined{*std::move(peer), *id};
-}
-
 /// Takes all messages that wait.
 Result<void> Drain(DirectPlayPeer& peer, PlayerId id, Ledger* ledger)
 {
@@ -165,6 +144,34 @@ void CutConnections()
 }
 } // namespace
 
+Result<JoinedMember> JoinAs(const MemberOptions& options, const char* name)
+{
+    auto peer = ReadyPeer(options);
+    if (!peer)
+        return peer.error();
+    const auto found = (*peer)->GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    if (!found)
+        return found.error();
+    if (found->empty())
+        return Fail(options.HostAddress, "no session was found");
+    if (const auto opened = (*peer)->Open(found->front(), OpenJoin); !opened)
+        return opened.error();
+    const auto id = (*peer)->CreatePlayer(name, "Player", 0, 0);
+    if (!id)
+        return id.error();
+    return JoinedMember{*std::move(peer), *id};
+}
+
+double ProcessorSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
 long ResidentKb()
 {
     std::ifstream status("/proc/self/statm");
@@ -179,7 +186,8 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
     if (!ready)
         return ready.error();
     DirectPlayPeer& peer = **ready;
-    if (const auto opened = peer.Open({"Soak", 0, 200, "", SessionKeepAlive, ""}, OpenCreate); !opened)
+    constexpr std::int32_t MaxPlayers = 200;
+    if (const auto opened = peer.Open({"Soak", 0, MaxPlayers, "", SessionKeepAlive, ""}, OpenCreate); !opened)
         return opened.error();
     std::vector<PlayerId> pilots;
     for (int i = 0; i < options.Pilots; ++i) {
@@ -192,6 +200,8 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
     const auto end = start + milliseconds(static_cast<std::int64_t>(options.Seconds * 1000));
     Numbered message;
     long residentAtFirst = 0;
+    std::size_t mostPlayers = 0;
+    const double processorAtFirst = ProcessorSeconds();
     for (; Clock::now() < end; ++message.Number) {
         message.SentNs = NowNs();
         for (const PlayerId pilot : pilots) {
@@ -200,10 +210,13 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
             if (const auto drained = Drain(peer, pilot, nullptr); !drained)
                 return drained.error();
         }
+        if (const auto players = peer.GetDPEnumPlayers({}, 0); players && message.Number % options.Rate == 0)
+            mostPlayers = std::max(mostPlayers, players->size());
         if (residentAtFirst == 0 && Clock::now() - start > (end - start) / 5)
             residentAtFirst = ResidentKb();
         std::this_thread::sleep_until(start + milliseconds(1000 / options.Rate) * (message.Number + 1));
     }
+    const double processor = ProcessorSeconds() - processorAtFirst;
     message.Last = message.Number;
     for (const PlayerId pilot : pilots)
         (void)peer.Send(pilot, AllPlayers, SendGuaranteed, ToBytes(message));
@@ -217,6 +230,9 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
     return nlohmann::json{{"sent", message.Number * options.Pilots},
                           {"residentKbAtFirst", residentAtFirst},
                           {"residentKbAtEnd", ResidentKb()},
+                          {"mostPlayers", mostPlayers},
+                          {"maxPlayers", MaxPlayers},
+                          {"processorShare", processor / options.Seconds},
                           {"packetsDropped", counters.TotalDropped()}};
 }
 
@@ -246,6 +262,8 @@ Result<nlohmann::json> Follow(const MemberOptions& options)
     report["residentKbAtFirst"] = residentAtFirst;
     report["residentKbAtEnd"] = ResidentKb();
     report["cuts"] = cuts;
+    report["processorShare"] =
+        ProcessorSeconds() / std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return report;
 }
 
@@ -262,9 +280,39 @@ Result<nlohmann::json> Flood(const MemberOptions& options)
         if (const auto flooded = joined->Peer->Send(joined->Id, AllPlayers, guaranteed ? SendGuaranteed : 0, message);
             !flooded)
             return flooded.error();
+        while (joined->Peer->Congested() && Clock::now() < end)
+            std::this_thread::sleep_for(milliseconds(1));
         if (const auto drained = Drain(*joined->Peer, joined->Id, nullptr); !drained)
             return drained.error();
     }
     return nlohmann::json{{"sent", sent}};
+}
+
+Result<nlohmann::json> Fly(const MemberOptions& options)
+{
+    constexpr int Pilots = 5;
+    DirectPlayOptions network;
+    network.BindAddress = options.Address;
+    network.MustBeFound = true;
+    DirectPlayProvider provider(network);
+    const auto grid = std::make_unique<MagVarGrid>();
+    auto session = PracticeSession::Create(provider, PracticeScene({}, {}, {}, {47, 8}), *grid,
+                                           {.Pilots = Pilots,
+                                            .Observers = 0,
+                                            .SessionName = "Flying",
+                                            .PeerForEach = false,
+                                            .ComeAndGo = false,
+                                            .HostStaysS = -1});
+    if (!session)
+        return session.error();
+    std::size_t fewest = Pilots;
+    const auto start = Clock::now();
+    while (Clock::now() - start < std::chrono::duration<double>(options.Seconds)) {
+        (*session)->Advance(std::chrono::duration<double>(Clock::now() - start).count());
+        fewest = std::min(fewest, (*session)->Members().size());
+        std::this_thread::sleep_for(milliseconds(20));
+    }
+    (*session)->End();
+    return nlohmann::json{{"pilots", Pilots}, {"fewestPilots", fewest}};
 }
 } // namespace corvane::soak

@@ -26,6 +26,18 @@ Result<nlohmann::json> Follow(const MemberOptions& options);
 /// Joins and sends as fast as it can, guaranteed and not.
 Result<nlohmann::json> Flood(const MemberOptions& options);
 
+/// Hosts a practice session of five pilots, none of whom ought to leave.
+Result<nlohmann::json> Fly(const MemberOptions& options);
+
+/// A member's end of the session, and its player.
+struct JoinedMember {
+    std::unique_ptr<DirectPlayPeer> Peer;
+    PlayerId Id = 0;
+};
+Result<JoinedMember> JoinAs(const MemberOptions& options, const char* name);
+
+/// Processor time that this process has used, in seconds.
+double ProcessorSeconds();
 /// Memory in use by this process, in kilobytes.
 long ResidentKb();
 } // namespace corvane::soak

@@ -1,3 +1,4 @@
+#include "tests/soak/Hostile.h"
 #include "tests/soak/Members.h"
 
 #include <CLI/CLI.hpp>
@@ -23,6 +24,11 @@ namespace corvane::soak {
 namespace {
 using std::chrono::seconds;
 constexpr const char* HostAddress = "127.0.88.1";
+constexpr const char* SteadyAddress = "127.0.88.2";
+constexpr const char* FlyingAddress = "127.0.88.3";
+constexpr const char* StrangerAddress = "127.0.91.1";
+
+enum class Disturbance : std::uint8_t { None, Hostile, All };
 
 /// A member in a process of its own, whose report goes to a file.
 class Member {
@@ -108,18 +114,21 @@ std::string Address(int number)
 }
 
 /// What the run demands of a report; each complaint is a line.
-std::vector<std::string> Complaints(const nlohmann::json& host, const nlohmann::json& steady)
+std::vector<std::string> Complaints(const nlohmann::json& host, const nlohmann::json& steady,
+                                    const nlohmann::json& flying)
 {
     std::vector<std::string> complaints;
     const auto demand = [&complaints](bool kept, const std::string& text) {
         if (!kept)
             complaints.push_back(text);
     };
-    for (const auto* report : {&host, &steady}) {
+    for (const auto* report : {&host, &steady, &flying}) {
         if (report->contains("error")) {
             complaints.push_back((*report)["error"].get<std::string>());
             return complaints;
         }
+    }
+    for (const auto* report : {&host, &steady}) {
         constexpr long Slack = 16384; // kilobytes; what the allocator keeps
         const long first = (*report)["residentKbAtFirst"];
         demand((*report)["residentKbAtEnd"] < first + first / 4 + Slack, "memory grew");
@@ -129,24 +138,42 @@ std::vector<std::string> Complaints(const nlohmann::json& host, const nlohmann::
     demand(steady["finished"] == true, "the last messages did not come");
     demand(steady["received"].get<std::int64_t>() > host["sent"].get<std::int64_t>() * 8 / 10,
            "fewer messages came than were sent");
+    demand(host["mostPlayers"].get<int>() <= host["maxPlayers"].get<int>(),
+           "the host took more players than it has room for");
+    demand(flying["fewestPilots"] == flying["pilots"], "a pilot obeyed somebody who is not its host");
     return complaints;
 }
 
-int Run(double minutes, bool disturbed)
+/// The members that break the rules, in both sessions, until an end.
+void BreakTheRules(double lasts, std::map<std::string, int>& done)
+{
+    Member hostile("attack", Address(250), lasts);
+    Member liar("attack-flying", Address(251), lasts);
+    done["renamings"] += hostile.Wait().value("renamed", 0);
+    done["renamings"] += liar.Wait().value("renamed", 0);
+}
+
+int Run(double minutes, Disturbance disturbance)
 {
     const double duration = minutes * 60;
     Member host("serve", HostAddress, duration);
+    Member flying("fly", FlyingAddress, duration);
     std::this_thread::sleep_for(seconds(1));
-    Member steady("follow", Address(2), duration + 30);
+    Member steady("follow", SteadyAddress, duration + 30);
     std::mt19937 random(1);
     std::vector<int> halfOpen;
     std::map<std::string, int> done;
     const auto end =
         std::chrono::steady_clock::now() + std::chrono::milliseconds(static_cast<std::int64_t>((duration - 12) * 1000));
     int cutterFailures = 0;
+    int joinFailures = 0;
     for (int round = 0; std::chrono::steady_clock::now() < end; ++round) {
-        if (!disturbed) {
+        if (disturbance == Disturbance::None) {
             std::this_thread::sleep_for(seconds(1));
+            continue;
+        }
+        if (disturbance == Disturbance::Hostile) {
+            BreakTheRules(10, done);
             continue;
         }
         constexpr int Machines = 200;
@@ -154,15 +181,23 @@ int Run(double minutes, bool disturbed)
         Member passing("follow", Address(number), 60);
         Member cutting("follow", "127.0.89." + std::to_string(number), 9, true);
         Member flooding("flood", "127.0.90." + std::to_string(number), 2);
-        for (int i = 0; i < 5; ++i) {
-            SendRubbish(random, halfOpen);
-            std::this_thread::sleep_for(seconds(1));
+        std::thread breaking([&done] { BreakTheRules(8, done); });
+        for (int i = 0; i < 50; ++i) {
+            if (i % 10 == 0)
+                SendRubbish(random, halfOpen);
+            for (const std::string& joining :
+                 {Address(number), "127.0.89." + std::to_string(number), "127.0.90." + std::to_string(number)})
+                AnswerForTheHost(StrangerAddress, joining);
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
         }
         passing.Signal(SIGSTOP); // stops reading
         std::this_thread::sleep_for(seconds(4));
         passing.Signal(round % 2 == 0 ? SIGKILL : SIGCONT);
         ++done[round % 2 == 0 ? "killed" : "stopped and continued"];
-        done["messages flooded"] += flooding.Wait().value("sent", 0);
+        breaking.join();
+        const auto flooded = flooding.Wait();
+        done["messages flooded"] += flooded.value("sent", 0);
+        joinFailures += flooded.contains("error") ? 1 : 0;
         const auto cut = cutting.Wait();
         done["connections cut"] += cut.value("cuts", 0);
         cutterFailures += cut.contains("error") ? 1 : 0;
@@ -170,19 +205,40 @@ int Run(double minutes, bool disturbed)
     }
     const auto steadyReport = steady.Wait();
     const auto hostReport = host.Wait();
-    const auto complaints = Complaints(hostReport, steadyReport);
+    const auto flyingReport = flying.Wait();
+    auto complaints = Complaints(hostReport, steadyReport, flyingReport);
+    if (joinFailures > 0)
+        complaints.emplace_back("members could not join or stay");
     const nlohmann::json report = {
-        {"minutes", minutes}, {"disturbances", done},   {"cutMembersThatLeft", cutterFailures},
-        {"host", hostReport}, {"member", steadyReport}, {"complaints", complaints}};
+        {"minutes", minutes},      {"disturbances", done}, {"cutMembersThatLeft", cutterFailures},
+        {"flying", flyingReport},  {"host", hostReport},   {"member", steadyReport},
+        {"complaints", complaints}};
     std::cout << report.dump(2) << '\n';
     for (const int socket : halfOpen)
         close(socket);
     return complaints.empty() ? 0 : 1;
 }
 
+Result<nlohmann::json> Play(const std::string& role, MemberOptions options)
+{
+    if (role == "serve")
+        return Serve(options);
+    if (role == "flood")
+        return Flood(options);
+    if (role == "fly")
+        return Fly(options);
+    if (role == "attack")
+        return Attack(options, {HostAddress, SteadyAddress});
+    if (role == "attack-flying") {
+        options.HostAddress = FlyingAddress;
+        return Attack(options, {FlyingAddress});
+    }
+    return Follow(options);
+}
+
 int RunMember(const std::string& role, const MemberOptions& options, const std::string& reportFile)
 {
-    const auto report = role == "serve" ? Serve(options) : role == "flood" ? Flood(options) : Follow(options);
+    const auto report = Play(role, options);
     std::ofstream out(reportFile);
     out << (report ? *report : nlohmann::json{{"error", report.error().Text()}});
     return report ? 0 : 1;
@@ -196,17 +252,22 @@ int main(int argc, char** argv)
                  "is lost or grows.");
     double minutes = 1;
     bool calm = false;
+    bool hostile = false;
     std::string role;
     std::string report;
     corvane::soak::MemberOptions member;
     member.HostAddress = corvane::soak::HostAddress;
     app.add_option("minutes", minutes, "How long the run lasts")->check(CLI::Range(0.5, 10000.0));
     app.add_flag("--calm", calm, "Two members alone, undisturbed");
+    app.add_flag("--hostile", hostile, "Members that break the rules, and no other disturbance")->excludes("--calm");
     app.add_option("--role", role)->group("");
     app.add_option("--address", member.Address)->group("");
     app.add_option("--for", member.Seconds)->group("");
     app.add_option("--report", report)->group("");
     app.add_flag("--cut", member.CutsItsConnections)->group("");
     CLI11_PARSE(app, argc, argv);
-    return role.empty() ? corvane::soak::Run(minutes, !calm) : corvane::soak::RunMember(role, member, report);
+    return role.empty() ? corvane::soak::Run(minutes, calm      ? corvane::soak::Disturbance::None
+                                                      : hostile ? corvane::soak::Disturbance::Hostile
+                                                                : corvane::soak::Disturbance::All)
+                        : corvane::soak::RunMember(role, member, report);
 }
