@@ -26,10 +26,6 @@ template <class Record> Json ToJsonArray(const std::vector<Record>& records)
     return array;
 }
 
-/// A value as one line of output, without its end. Also the control characters that JSON lets stand are escaped, so
-/// that nothing from outside reaches a terminal as more than text; what is no UTF-8 becomes U+FFFD.
-std::string ToLine(const Json& value);
-
 /// An 8-bit text as a JSON string.
 Json TextJson(std::string_view text);
 
