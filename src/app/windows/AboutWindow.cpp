@@ -1,5 +1,6 @@
 #include "app/windows/AboutWindow.h"
 
+#include "core/windows/WindowManners.h"
 #include "ui_AboutWindow.h"
 
 #include <QShortcut>
@@ -8,6 +9,7 @@ namespace corvane {
 AboutWindow::AboutWindow() : m_ui(std::make_unique<Ui::Form7>())
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this, m_ui->Command1);
     connect(m_ui->Command1, &QPushButton::clicked, this, &QWidget::close);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 }

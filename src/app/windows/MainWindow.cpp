@@ -213,6 +213,13 @@ void MainWindow::changeEvent(QEvent* event)
     StartRefreshing();
 }
 
+bool MainWindow::event(QEvent* event)
+{
+    if (m_takenOver && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::WindowActivate))
+        emit TouchedWhileTaken();
+    return QMainWindow::event(event);
+}
+
 void MainWindow::SetControlsEnabled(bool enabled)
 {
     for (QWidget* control : std::initializer_list<QWidget*>{m_ui->Picture1, m_ui->Command2, m_ui->Command3,

@@ -46,6 +46,8 @@ public:
     void Leave();
 
 signals:
+    /// The user turns to this window while another one works in its place.
+    void TouchedWhileTaken();
     void ChooserRequested();
     void NewDatabaseRequested();
     void PlayerPropertiesRequested();
@@ -57,6 +59,7 @@ signals:
     void Disconnected();
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;

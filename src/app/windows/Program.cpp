@@ -12,6 +12,7 @@
 #include "builder/windows/BuilderWindow.h"
 #include "core/DatabaseFiles.h"
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 #include "radar/windows/PreferencesWindow.h"
 #include "session/InMemoryNetwork.h"
 #include "session/windows/ChatWindow.h"
@@ -57,14 +58,6 @@ Program::~Program()
     delete m_splash;
     for (std::unique_ptr<QWidget>& gone : m_gone) // in the order of their closing
         gone.reset();
-}
-
-/// Shows a window in front of the others, with the keyboard.
-static void BringUp(QWidget& window)
-{
-    window.show();
-    window.raise();
-    window.activateWindow();
 }
 
 /// Hides a window for good and hears no more of it; it is deleted when nothing of it can be under way.
@@ -246,7 +239,9 @@ void Program::ConnectRadarMenus()
         m_main->TakeOver();
         OpenChooser();
         PlaceOver(*m_main, *m_chooser);
+        BelongTo(*m_chooser, *m_main);
     });
+    connect(m_main, &MainWindow::TouchedWhileTaken, this, &Program::ShowWhatTookTheRadar);
     connect(m_main, &MainWindow::AboutRequested, this, [this] {
         auto window = std::make_unique<AboutWindow>();
         connect(window.get(), &AboutWindow::Closed, this, &Program::CloseOverRadar);
@@ -280,7 +275,17 @@ void Program::OpenOverRadar(std::unique_ptr<QWidget> window)
     m_overRadar = window.release();
     m_overRadar->setWindowFlag(Qt::Dialog);
     PlaceOver(*m_main, *m_overRadar);
+    BelongTo(*m_overRadar, *m_main);
     BringUp(*m_overRadar);
+}
+
+void Program::ShowWhatTookTheRadar()
+{
+    QWidget* const window = m_chooser != nullptr ? m_chooser : m_overRadar;
+    if (window == nullptr)
+        return;
+    BringUp(*window);
+    Flash(*window);
 }
 
 void Program::CloseOverRadar()

@@ -49,6 +49,7 @@ private:
     void AfterDisconnect();
     void OpenOverRadar(std::unique_ptr<QWidget> window);
     void CloseOverRadar();
+    void ShowWhatTookTheRadar();
     void CreateNewDatabase();
     void ConnectRadarMenus();
     void RunScriptInChooser();

@@ -1,6 +1,7 @@
 #include "app/windows/SetupWindow.h"
 
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 #include "ui_SetupWindow.h"
 
 #include <QDir>
@@ -13,6 +14,7 @@ SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form3>()), m_folders(new QFileSystemModel(this)), m_setUp(state, boxes)
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this);
     m_ui->Option1->setChecked(true);
     m_setUp.OptionClicked();
     m_folders->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);

@@ -1,6 +1,7 @@
 #include "area/windows/AirportListWindow.h"
 
 #include "area/windows/EntryCombo.h"
+#include "core/windows/WindowManners.h"
 #include "ui_AirportListWindow.h"
 
 #include <QApplication>
@@ -11,6 +12,7 @@ AirportListWindow::AirportListWindow(const AreaModel& area, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form9>()), m_area(area), m_boxes(boxes)
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this);
     m_ui->Option2->setChecked(true);
     FillList();
     connect(m_ui->Option1, &QRadioButton::clicked, this, &AirportListWindow::FillList);

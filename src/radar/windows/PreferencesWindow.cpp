@@ -1,5 +1,6 @@
 #include "radar/windows/PreferencesWindow.h"
 
+#include "core/windows/WindowManners.h"
 #include "ui_PreferencesWindow.h"
 
 #include <QCheckBox>
@@ -9,6 +10,7 @@ namespace corvane {
 PreferencesWindow::PreferencesWindow(DisplayFlags& flags) : m_ui(std::make_unique<Ui::Form10>())
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this, m_ui->Command1);
     // in the order of DisplayFlagNames, which is the order in the window
     const std::array<QCheckBox*, DisplayFlagNames.size()> boxes = {
         m_ui->Check15, m_ui->Check14, m_ui->Check13, m_ui->Check12, m_ui->Check7, m_ui->Check6, m_ui->Check5,

@@ -1,6 +1,7 @@
 #include "session/windows/ChatWindow.h"
 
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 #include "ui_ChatWindow.h"
 
 #include <QCloseEvent>
@@ -14,6 +15,7 @@ ChatWindow::ChatWindow(const SessionState& session, const PlayerTable& players, 
       m_boxes(boxes)
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this);
     QFont font = m_ui->RichTextBox1->font();
     font.setPointSizeF(8.5); // which the form's file cannot say
     m_ui->RichTextBox1->setFont(font);

@@ -1,6 +1,7 @@
 #include "session/windows/ConnectionWindow.h"
 
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 #include "ui_ConnectionWindow.h"
 
 #include <QCloseEvent>
@@ -13,6 +14,7 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
     : m_ui(std::make_unique<Ui::Form2>()), m_connection(factory, session, players, *this, boxes)
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this);
     m_timer1.setObjectName("Timer1");
     m_timer1.setInterval(HandshakeIntervalMs);
     m_timer2.setObjectName("Timer2");

@@ -1,6 +1,7 @@
 #include "session/windows/PlayerPropertiesWindow.h"
 
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 #include "ui_PlayerPropertiesWindow.h"
 
 #include <QShortcut>
@@ -10,6 +11,7 @@ PlayerPropertiesWindow::PlayerPropertiesWindow(const SessionState& session, Play
     : m_ui(std::make_unique<Ui::Form11>()), m_editor(session, players, boxes, [this] { ShowEditor(); })
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this);
     m_ui->Combo2->addItems({QStringLiteral("VFR"), QStringLiteral("IFR")});
     m_editor.Load();
     connect(m_ui->Combo1, &QComboBox::activated, this, &PlayerPropertiesWindow::Pick);
