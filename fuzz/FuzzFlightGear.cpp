@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <unordered_map>
+#include <utility>
 
 using namespace corvane;
 
