@@ -5,17 +5,28 @@
 #include <utility>
 
 namespace corvane {
+static MemberManners MannersOf(PlayerId id, const std::optional<Pilot>& pilot)
+{
+    MemberManners manners(id, pilot ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce);
+    if (!pilot)
+        return manners;
+    const AircraftClass& aircraft = pilot->Aircraft();
+    const std::string_view title = aircraft.Titles[static_cast<std::uint32_t>(id) % aircraft.Titles.size()];
+    manners.SetAircraft(EncodeMessage(AircraftInfoMessage{std::string(aircraft.EngineType), std::string(title)}));
+    return manners;
+}
+
 PracticeMember::PracticeMember(std::shared_ptr<SessionPeer> peer, PlayerId id, std::string name,
                                std::optional<Pilot> pilot)
-    : Flying(std::move(pilot)), m_peer(std::move(peer)), m_id(id), m_name(std::move(name))
+    : Flying(std::move(pilot)), m_peer(std::move(peer)), m_manners(MannersOf(id, Flying)), m_name(std::move(name))
 {
 }
 
-void PracticeMember::Send(PlayerId to, const Message& message)
+void PracticeMember::Send(PlayerId to, ByteSpan message)
 {
-    if (m_lost)
+    if (m_lost || message.empty())
         return;
-    if (const auto sent = m_peer->Send(m_id, to, SendGuaranteed, EncodeMessage(message)); !sent)
+    if (const auto sent = m_peer->Send(Id(), to, SendGuaranteed, message); !sent)
         m_lost = true;
 }
 
@@ -23,30 +34,20 @@ void PracticeMember::RequestAdmission(bool again)
 {
     WaitingS = 0;
     ++Attempts;
-    if (again)
-        Send(AllPlayers, PlainMessage{MessageType::JoinRetry});
-    Send(AllPlayers, PlainMessage{IsPilot() ? MessageType::JoinRequest : MessageType::ObserverJoinRequest});
+    for (const Bytes& request : m_manners.RequestsForAdmission(again))
+        Send(AllPlayers, request);
 }
 
 void PracticeMember::EnterAdmitted(std::int32_t group)
 {
     Admitted = true;
-    static_cast<void>(m_peer->AddPlayerToGroup(group, m_id)); // a group leaves with the host that made it
-    Announce(AllPlayers);
+    static_cast<void>(m_peer->AddPlayerToGroup(group, Id())); // a group leaves with the host that made it
+    Send(AllPlayers, m_manners.Introduction());
 }
 
-void PracticeMember::Announce(PlayerId to)
+void PracticeMember::Answer(PlayerId asker, MessageType request)
 {
-    Send(to, AnnounceMessage{IsPilot() ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce, m_id});
-}
-
-void PracticeMember::SendAircraftInfo(PlayerId to)
-{
-    if (!Flying)
-        return;
-    const AircraftClass& aircraft = Flying->Aircraft();
-    const std::string_view title = aircraft.Titles[static_cast<std::uint32_t>(m_id) % aircraft.Titles.size()];
-    Send(to, AircraftInfoMessage{std::string(aircraft.EngineType), std::string(title)});
+    Send(asker, m_manners.AnswerTo(request));
 }
 
 void PracticeMember::SendPosition()
@@ -54,42 +55,39 @@ void PracticeMember::SendPosition()
     if (!Flying)
         return;
     const ReportedPosition report = Flying->Report();
-    Send(AllPlayers, PositionMessage{.Type = ShortPositions ? MessageType::PositionShort : MessageType::PositionFull,
-                                     .Latitude = report.Position.Lat,
-                                     .Longitude = report.Position.Lon,
-                                     .AltitudeFt = RoundTo<std::int32_t>(report.AltitudeFt),
-                                     .TrueHeading = RoundTo<std::int16_t>(report.TrueHeading),
-                                     .GroundSpeedKt = RoundTo<std::int16_t>(report.SpeedKt)});
+    const PositionMessage position{.Type = ShortPositions ? MessageType::PositionShort : MessageType::PositionFull,
+                                   .Latitude = report.Position.Lat,
+                                   .Longitude = report.Position.Lon,
+                                   .AltitudeFt = RoundTo<std::int32_t>(report.AltitudeFt),
+                                   .TrueHeading = RoundTo<std::int16_t>(report.TrueHeading),
+                                   .GroundSpeedKt = RoundTo<std::int16_t>(report.SpeedKt)};
+    Send(AllPlayers, EncodeMessage(position));
 }
 
 void PracticeMember::Say(std::string_view text)
 {
-    Send(AllPlayers, ChatTextMessage{std::string(text)});
+    Send(AllPlayers, EncodeMessage(ChatTextMessage{std::string(text)}));
 }
 
-void PracticeMember::AnswerRequest(PlayerId requester, bool asObserver, bool admit)
+void PracticeMember::Admit(PlayerId requester, MessageType request, bool admits)
 {
-    if (admit)
-        Send(requester,
-             AnnounceMessage{asObserver ? MessageType::ObserverAnnounce : MessageType::PilotAnnounce, requester});
-    else
-        Send(requester, PlainMessage{asObserver ? MessageType::ObserverJoinRefused : MessageType::JoinRefused});
+    Send(requester, MemberManners::Admission(request, requester, admits));
 }
 
 void PracticeMember::SendHostLeft()
 {
-    Send(AllPlayers, PlainMessage{MessageType::HostLeft});
+    Send(AllPlayers, MemberManners::Farewell());
 }
 
 void PracticeMember::Rename(std::string_view name)
 {
-    if (m_peer->SetPlayerName(m_id, name))
+    if (m_peer->SetPlayerName(Id(), name))
         m_name = name;
 }
 
 void PracticeMember::Leave()
 {
-    static_cast<void>(m_peer->DestroyPlayer(m_id));
+    static_cast<void>(m_peer->DestroyPlayer(Id()));
     m_lost = true;
 }
 

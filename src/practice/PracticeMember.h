@@ -1,7 +1,7 @@
 #pragma once
 
 #include "practice/Pilot.h"
-#include "session/MessageCodec.h"
+#include "session/MemberManners.h"
 #include "session/SessionPeer.h"
 
 #include <cstdint>
@@ -21,7 +21,7 @@ public:
 
     [[nodiscard]] SessionPeer& Peer() const noexcept { return *m_peer; }
     [[nodiscard]] std::shared_ptr<SessionPeer> SharePeer() const noexcept { return m_peer; }
-    [[nodiscard]] PlayerId Id() const noexcept { return m_id; }
+    [[nodiscard]] PlayerId Id() const noexcept { return m_manners.Id(); }
     [[nodiscard]] const std::string& Name() const noexcept { return m_name; }
     [[nodiscard]] bool IsPilot() const noexcept { return Flying.has_value(); }
     [[nodiscard]] bool IsLost() const noexcept { return m_lost; }
@@ -31,12 +31,12 @@ public:
     void RequestAdmission(bool again);
     /// Joins the group that the simulator's members join, where it is still there, and announces itself to all.
     void EnterAdmitted(std::int32_t group);
-    void Announce(PlayerId to);
-    void SendAircraftInfo(PlayerId to);
+    /// Answers a request of another member, where it has an answer.
+    void Answer(PlayerId asker, MessageType request);
     void SendPosition();
     void Say(std::string_view text);
     /// As the host: admits or refuses a player that asks.
-    void AnswerRequest(PlayerId requester, bool asObserver, bool admit);
+    void Admit(PlayerId requester, MessageType request, bool admits);
     void SendHostLeft();
     void Rename(std::string_view name);
     /// Leaves the session; a failure is not news to someone who leaves.
@@ -53,10 +53,10 @@ public:
     int Attempts = 0;
 
 private:
-    void Send(PlayerId to, const Message& message);
+    void Send(PlayerId to, ByteSpan message);
 
     std::shared_ptr<SessionPeer> m_peer;
-    PlayerId m_id;
+    MemberManners m_manners;
     std::string m_name;
     std::deque<std::string> m_lines;
     bool m_lost = false;

@@ -71,7 +71,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
     case MessageType::JoinRequest:
     case MessageType::ObserverJoinRequest:
         if (&member == m_host)
-            member.AnswerRequest(message.From, header->Type == MessageType::ObserverJoinRequest, HasRoom());
+            member.Admit(message.From, header->Type, HasRoom());
         break;
     case MessageType::PilotAnnounce:
     case MessageType::ObserverAnnounce: HandleAnnounce(member, *header, message); break;
@@ -81,12 +81,9 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
             member.Leave();
         break;
     case MessageType::IdentifyRequest:
-        if (member.Admitted)
-            member.Announce(message.From);
-        break;
     case MessageType::AircraftInfoRequest:
         if (member.Admitted)
-            member.SendAircraftInfo(message.From);
+            member.Answer(message.From, header->Type);
         break;
     case MessageType::RemovedByHost:
         if (&member != m_host && IsFromHost(message))

@@ -9,9 +9,6 @@
 #include <utility>
 
 namespace corvane {
-static constexpr const char* RefusedParametersGroup = "FS61_REFUSE_PARAMS";
-static constexpr const char* FormalName = "Player";
-
 std::string PracticeSessionName(std::string_view areaName)
 {
     return "Practice - " + std::string(areaName);
@@ -93,7 +90,7 @@ Result<void> PracticeSession::OpenAsHost()
                .Password = m_options.Password};
     if (const auto opened = (*peer)->Open(m_entry, OpenCreate); !opened)
         return opened.error();
-    const auto group = (*peer)->CreateGroup(RefusedParametersGroup);
+    const auto group = (*peer)->CreateGroup(MemberManners::Group);
     if (!group)
         return group.error();
     m_group = *group;
@@ -137,7 +134,7 @@ Result<void> PracticeSession::Open()
 Result<PracticeMember*> PracticeSession::AddMember(std::shared_ptr<SessionPeer> peer, std::string name,
                                                    std::optional<Pilot> pilot)
 {
-    const auto id = peer->CreatePlayer(name, FormalName, 0, 0);
+    const auto id = peer->CreatePlayer(name, MemberManners::FormalName, 0, 0);
     if (!id)
         return id.error();
     auto member = std::make_unique<PracticeMember>(std::move(peer), *id, std::move(name), std::move(pilot));

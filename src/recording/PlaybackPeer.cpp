@@ -196,10 +196,8 @@ Result<void> PlaybackPeer::Send(PlayerId from, PlayerId to, std::uint32_t /*flag
         return {};
     switch (header->Type) {
     case MessageType::JoinRequest:
-        Queue(m_members->Recorder().Id, EncodeMessage(AnnounceMessage{MessageType::PilotAnnounce, from}));
-        break;
     case MessageType::ObserverJoinRequest:
-        Queue(m_members->Recorder().Id, EncodeMessage(AnnounceMessage{MessageType::ObserverAnnounce, from}));
+        Queue(m_members->Recorder().Id, MemberManners::Admission(header->Type, from, true));
         break;
     case MessageType::IdentifyRequest:
         m_clock.Begin();
@@ -216,15 +214,8 @@ void PlaybackPeer::AnswerAll(PlayerId to, MessageType request)
     PlayUpToNow();
     for (const RecordedMember& member : m_members->All())
         if (member.Present && (to == AllPlayers || to == member.Id))
-            Answer(member, request);
-}
-
-void PlaybackPeer::Answer(const RecordedMember& member, MessageType request)
-{
-    if (request == MessageType::IdentifyRequest && member.Announces)
-        Queue(member.Id, EncodeMessage(AnnounceMessage{*member.Announces, member.Id}));
-    if (request == MessageType::AircraftInfoRequest && !member.Aircraft.empty() && IsPlayed(member.Aircraft))
-        Queue(member.Id, Bytes(member.Aircraft.begin(), member.Aircraft.end()));
+            if (Bytes answer = MannersOf(member, member.Id).AnswerTo(request); !answer.empty())
+                Queue(member.Id, std::move(answer));
 }
 
 Result<std::string> PlaybackPeer::GetPlayerFriendlyName(PlayerId player)

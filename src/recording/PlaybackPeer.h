@@ -62,7 +62,6 @@ private:
     [[nodiscard]] SessionEntry Entry() const;
     void PlayUpToNow();
     void AnswerAll(PlayerId to, MessageType request);
-    void Answer(const RecordedMember& member, MessageType request);
     void Queue(PlayerId from, Bytes content);
     void Leave() noexcept;
 

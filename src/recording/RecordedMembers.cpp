@@ -58,6 +58,14 @@ void RecordedMembers::Learn(RecordedMember& member, ByteSpan message)
         member.Aircraft = message;
 }
 
+MemberManners MannersOf(const RecordedMember& member, PlayerId id)
+{
+    MemberManners manners(id, member.Announces);
+    if (!member.Aircraft.empty() && IsPlayed(member.Aircraft))
+        manners.SetAircraft(Bytes(member.Aircraft.begin(), member.Aircraft.end()));
+    return manners;
+}
+
 bool IsPlayed(ByteSpan message)
 {
     const auto header = DecodeHeader(message);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "recording/RecordingReader.h"
-#include "session/MessageCodec.h"
+#include "session/MemberManners.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +17,9 @@ struct RecordedMember {
     std::optional<MessageType> Announces; ///< how it introduces itself, where it has said so
     ByteSpan Aircraft;                    ///< its latest AircraftInfo, borrowed from the recording; empty: none yet
 };
+
+/// How a recorded member answers where it goes by an id.
+MemberManners MannersOf(const RecordedMember& member, PlayerId id);
 
 /// The members of a recorded session, followed record by record. The program that recorded is one of them, a pilot
 /// from the beginning to the end; its entry comes first. The recording must outlive it.

@@ -5,9 +5,6 @@
 #include <utility>
 
 namespace corvane {
-static constexpr const char* RefusedParametersGroup = "FS61_REFUSE_PARAMS";
-static constexpr const char* FormalName = "Player";
-
 ReplaySession::ReplaySession(std::shared_ptr<const Recording> recording, PlaybackClock& clock)
     : m_recording(std::move(recording)), m_clock(clock), m_members(m_recording->Head)
 {
@@ -65,9 +62,9 @@ Result<void> ReplaySession::Open(SessionPeerFactory& factory, const ReplayOption
                .Password = options.Password};
     if (auto opened = m_peer->Open(m_entry, OpenCreate); !opened)
         return opened;
-    if (const auto group = m_peer->CreateGroup(RefusedParametersGroup); !group)
+    if (const auto group = m_peer->CreateGroup(MemberManners::Group); !group)
         return group.error();
-    const auto host = m_peer->CreatePlayer(HostName(), FormalName, 0, 0);
+    const auto host = m_peer->CreatePlayer(HostName(), MemberManners::FormalName, 0, 0);
     if (!host)
         return host.error();
     m_hostId = *host;
@@ -117,32 +114,15 @@ void ReplaySession::Answer(const ReceivedMessage& message)
     const auto recorded = m_recordedIds.find(message.To);
     if (!header || recorded == m_recordedIds.end())
         return;
-    const RecordedMember* const member = std::as_const(m_members).Find(recorded->second);
-    switch (header->Type) {
-    case MessageType::JoinRequest:
-    case MessageType::ObserverJoinRequest:
+    if (MemberManners::AsksForAdmission(header->Type)) {
         if (message.To == m_hostId && !m_recordedIds.contains(message.From))
-            Send(m_hostId, message.From,
-                 EncodeMessage(AnnounceMessage{header->Type == MessageType::JoinRequest ? MessageType::PilotAnnounce
-                                                                                        : MessageType::ObserverAnnounce,
-                                               message.From}));
-        break;
-    case MessageType::IdentifyRequest:
-    case MessageType::AircraftInfoRequest:
-        if (member != nullptr)
-            AnswerAs(*member, message.From, header->Type);
-        break;
-    default: break;
+            Send(m_hostId, message.From, MemberManners::Admission(header->Type, message.From, true));
+        return;
     }
-}
-
-void ReplaySession::AnswerAs(const RecordedMember& member, PlayerId to, MessageType request)
-{
-    const PlayerId live = m_liveIds.at(member.Id);
-    if (request == MessageType::IdentifyRequest && member.Announces)
-        Send(live, to, EncodeMessage(AnnounceMessage{*member.Announces, live}));
-    if (request == MessageType::AircraftInfoRequest && !member.Aircraft.empty() && IsPlayed(member.Aircraft))
-        Send(live, to, member.Aircraft);
+    const RecordedMember* const member = std::as_const(m_members).Find(recorded->second);
+    const Bytes answer = member != nullptr ? MannersOf(*member, message.To).AnswerTo(header->Type) : Bytes();
+    if (!answer.empty())
+        Send(message.To, message.From, answer);
 }
 
 void ReplaySession::PlayUpToNow()
@@ -180,7 +160,7 @@ void ReplaySession::Join(const RecordView& record)
         static_cast<void>(m_peer->SetPlayerName(known->second, NameIn(record.Payload)));
         return;
     }
-    const auto live = m_peer->CreatePlayer(NameIn(record.Payload), FormalName, 0, 0);
+    const auto live = m_peer->CreatePlayer(NameIn(record.Payload), MemberManners::FormalName, 0, 0);
     if (!live)
         return;
     m_liveIds.emplace(record.Member, *live);
@@ -214,7 +194,7 @@ void ReplaySession::End()
     for (const auto& [recorded, live] : m_liveIds)
         if (live != m_hostId)
             static_cast<void>(m_peer->DestroyPlayer(live)); // failures are not news to someone who leaves
-    Send(m_hostId, AllPlayers, EncodeMessage(PlainMessage{MessageType::HostLeft}));
+    Send(m_hostId, AllPlayers, MemberManners::Farewell());
     static_cast<void>(m_peer->DestroyPlayer(m_hostId));
     static_cast<void>(m_peer->Close());
     m_peer.reset();

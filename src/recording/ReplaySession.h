@@ -51,7 +51,6 @@ private:
     Result<void> Connect(SessionPeerFactory& factory);
     Result<void> ReceiveAll();
     void Answer(const ReceivedMessage& message);
-    void AnswerAs(const RecordedMember& member, PlayerId to, MessageType request);
     void PlayUpToNow();
     void Play(const RecordView& record);
     void Join(const RecordView& record);

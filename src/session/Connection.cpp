@@ -3,7 +3,7 @@
 #include "core/NumberText.h"
 #include "core/Text.h"
 #include "session/BusyFlag.h"
-#include "session/MessageCodec.h"
+#include "session/MemberManners.h"
 #include "session/PlayerTable.h"
 
 #include <vector>
@@ -211,7 +211,7 @@ void Connection::Join(SessionEntry entry, std::string_view nickname)
 
 Result<void> Connection::CreateOwnPlayer(std::string_view nickname)
 {
-    const auto id = m_session.SessionPeer->CreatePlayer("**" + std::string(nickname), "Player", 0, 0);
+    const auto id = m_session.SessionPeer->CreatePlayer("**" + std::string(nickname), MemberManners::FormalName, 0, 0);
     if (!id)
         return id.error();
     m_session.OwnPlayerId = *id;
@@ -274,7 +274,7 @@ Result<void> Connection::Accepted()
     if (!groups)
         return groups.error();
     for (const SessionMember& group : *groups) {
-        if (group.ShortName != "FS61_REFUSE_PARAMS")
+        if (group.ShortName != MemberManners::Group)
             continue;
         if (auto added = m_session.SessionPeer->AddPlayerToGroup(group.Id, m_session.OwnPlayerId); !added)
             return added;

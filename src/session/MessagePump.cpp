@@ -2,6 +2,7 @@
 
 #include "core/Geodesy.h"
 #include "session/BusyFlag.h"
+#include "session/MemberManners.h"
 
 #include <algorithm>
 #include <utility>
@@ -80,9 +81,8 @@ Result<void> MessagePump::Handle(const ReceivedMessage& message)
     case MessageType::HostLeft: return HandleHostLeft();
     case MessageType::RemovedByHost: EndSession(RemovedText); return {};
     case MessageType::ChatText: return HandleChat(*header, message);
-    case MessageType::JoinRequest: return Admit(message.From, MessageType::PilotAnnounce, MessageType::JoinRefused);
-    case MessageType::ObserverJoinRequest:
-        return Admit(message.From, MessageType::ObserverAnnounce, MessageType::ObserverJoinRefused);
+    case MessageType::JoinRequest:
+    case MessageType::ObserverJoinRequest: return Admit(message.From, header->Type);
     default: return m_session.SessionJoined ? HandleJoined(*header, message) : Result<void>();
     }
 }
@@ -94,8 +94,7 @@ Result<void> MessagePump::HandleJoined(const MessageHeader& header, const Receiv
     case MessageType::PilotAnnounce:
     case MessageType::ObserverAnnounce: return HandleAnnounce(header, message);
     case MessageType::IdentifyRequest:
-        return SendFromOwnPlayer(m_session, message.From,
-                                 EncodeMessage(AnnounceMessage{MessageType::PilotAnnounce, m_session.OwnPlayerId}));
+        return SendFromOwnPlayer(m_session, message.From, MemberManners(m_session.OwnPlayerId).Introduction());
     case MessageType::AircraftInfo: return HandleAircraftInfo(header, message);
     case MessageType::PositionShort:
     case MessageType::PositionFull: return HandlePosition(header, message);
@@ -103,7 +102,7 @@ Result<void> MessagePump::HandleJoined(const MessageHeader& header, const Receiv
     }
 }
 
-Result<void> MessagePump::Admit(PlayerId sender, MessageType welcome, MessageType refusal)
+Result<void> MessagePump::Admit(PlayerId sender, MessageType request)
 {
     if (!m_isSessionHost)
         return {};
@@ -111,9 +110,7 @@ Result<void> MessagePump::Admit(PlayerId sender, MessageType welcome, MessageTyp
     if (auto found = FindEntry(sender, entry); !found)
         return found;
     const bool welcomed = !entry && std::cmp_less_equal(m_players.PlayerCount(), m_session.SessionMaxPlayers);
-    return SendFromOwnPlayer(m_session, sender,
-                             welcomed ? EncodeMessage(AnnounceMessage{welcome, sender})
-                                      : EncodeMessage(PlainMessage{refusal}));
+    return SendFromOwnPlayer(m_session, sender, MemberManners::Admission(request, sender, welcomed));
 }
 
 Result<void> MessagePump::HandleAnnounce(const MessageHeader& header, const ReceivedMessage& message)

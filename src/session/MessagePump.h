@@ -76,7 +76,7 @@ private:
     Result<void> Drain();
     Result<void> Handle(const ReceivedMessage& message);
     Result<void> HandleJoined(const MessageHeader& header, const ReceivedMessage& message);
-    Result<void> Admit(PlayerId sender, MessageType welcome, MessageType refusal);
+    Result<void> Admit(PlayerId sender, MessageType request);
     Result<void> HandleAnnounce(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandleAircraftInfo(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> HandlePosition(const MessageHeader& header, const ReceivedMessage& message);
