@@ -4,6 +4,7 @@
 #include "cli/HistoryFile.h"
 #include "core/File.h"
 #include "core/NumberText.h"
+#include "radar/PlayerTargets.h"
 #include "radar/RecordingSurface.h"
 
 #include <algorithm>
@@ -86,6 +87,8 @@ private:
         const Pilots members{players, ScopeOwnId, ownName};
         const TargetFocus focus;
         const TargetDisplay::Frame frame{m_scene, members, m_options, focus, m_metrics, now};
+        if (!refresh)
+            UpdateMinimumAltitudes(m_scene, members, m_altitudes);
         refresh ? m_display.Refresh(frame) : m_display.Rearrange(frame, true);
         m_shown += players.size();
     }
@@ -117,6 +120,7 @@ private:
     const DisplayOptions& m_options;
     TargetDisplay& m_display;
     RecordingSurface m_metrics;
+    MinimumAltitudes m_altitudes;
     std::set<MemberKey> m_drawn;
     std::map<MemberKey, std::size_t> m_places; ///< in m_members
     std::vector<PlayerRecord> m_members;

@@ -127,9 +127,16 @@ private:
         const ScopeView& view = m_sources.Scene.View;
         const ScopePoint from = ProjectToScope(view, first.Latitude, first.Longitude);
         const ScopePoint to = ProjectToScope(view, second.Latitude, second.Longitude);
-        const ScopePoint at{from.X / 2 + to.X / 2 + BesidePx, from.Y / 2 + to.Y / 2 + BesidePx};
+        const ScopePoint middle{from.X / 2 + to.X / 2, from.Y / 2 + to.Y / 2};
         const std::string text = ConflictText(alert);
-        const PixelBox box{at.X, at.Y, at.X + m_metrics.TextWidth(text), at.Y + m_metrics.TextHeight()};
+        const ScopePoint at = Offset(middle, BesidePx, BesidePx);
+        PixelBox box{at.X, at.Y, at.X + m_metrics.TextWidth(text), at.Y + m_metrics.TextHeight()};
+        for (const PairMark& other : m_marks.Pairs) // below those that would be covered, from top to bottom
+            if (Overlap(box, other.TextBox)) {
+                const std::int32_t height = box.Height();
+                box.Top = other.TextBox.Bottom;
+                box.Bottom = box.Top + height;
+            }
         m_marks.Pairs.push_back({from, to, alert.Violated, text, box});
     }
 
