@@ -53,7 +53,7 @@ protected:
 
     MagVarGrid m_grid;
     TrafficDetailsTable m_details;
-    TargetLines m_lines{m_grid, &m_details};
+    FeedTargets m_lines{m_grid, &m_details};
     std::vector<PlayerRecord> Players;
     std::map<std::string, FeedReport> Last;
 };

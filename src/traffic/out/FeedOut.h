@@ -1,7 +1,7 @@
 #pragma once
 
 #include "traffic/out/LineServer.h"
-#include "traffic/out/TargetLines.h"
+#include "traffic/out/FeedTargets.h"
 
 namespace corvane {
 /// Where BaseStation text is offered: "sbs:PORT" at this machine alone, "sbs:ADDRESS:PORT" elsewhere.
@@ -38,6 +38,6 @@ private:
     }
 
     std::unique_ptr<LineServer> m_server;
-    TargetLines m_lines;
+    FeedTargets m_lines;
 };
 } // namespace corvane

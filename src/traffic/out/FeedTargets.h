@@ -16,10 +16,10 @@ namespace corvane {
 /// The targets of a session as BaseStation text: a line for each that has moved, once a second, and now and then one
 /// for those that stand still, since readers forget after a minute. Observers are no targets, nor is who has not
 /// reported a position, such as the controller itself.
-class TargetLines {
+class FeedTargets {
 public:
     /// details  of the members, where a source has told more of them than their records hold; may be null
-    TargetLines(const MagVarGrid& magVar, const TrafficDetailsTable* details) : m_magVar(magVar), m_details(details) {}
+    FeedTargets(const MagVarGrid& magVar, const TrafficDetailsTable* details) : m_magVar(magVar), m_details(details) {}
 
     /// The lines that are due at a time on a clock that never goes back.
     /// time  as the lines show it: "2026/11/23,08:59:16.493"

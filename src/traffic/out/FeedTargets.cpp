@@ -1,4 +1,4 @@
-#include "traffic/out/TargetLines.h"
+#include "traffic/out/FeedTargets.h"
 
 #include "core/Geodesy.h"
 #include "core/Rounding.h"
@@ -38,7 +38,7 @@ static std::string CallsignOf(std::string_view name)
 
 /// A member has no transponder address of its own, unless its name is one: it gets one of a block that is allotted to
 /// no country, always the same for a name where no other target has it.
-FeedAddress TargetLines::AddressFor(std::string_view name)
+FeedAddress FeedTargets::AddressFor(std::string_view name)
 {
     constexpr FeedAddress FirstFree = 0xD00000;
     constexpr FeedAddress FreeCount = 0x100000;
@@ -54,7 +54,7 @@ FeedAddress TargetLines::AddressFor(std::string_view name)
     return address;
 }
 
-TargetLines::Target& TargetLines::TargetOf(const PlayerRecord& player)
+FeedTargets::Target& FeedTargets::TargetOf(const PlayerRecord& player)
 {
     const auto [entry, isNew] = m_targets.try_emplace(std::to_string(player.PlayerId) + ' ' + player.Name);
     if (isNew)
@@ -62,7 +62,7 @@ TargetLines::Target& TargetLines::TargetOf(const PlayerRecord& player)
     return entry->second;
 }
 
-FeedReport TargetLines::Describe(const PlayerRecord& player, FeedAddress address) const
+FeedReport FeedTargets::Describe(const PlayerRecord& player, FeedAddress address) const
 {
     FeedReport report{.Address = address, .Callsign = CallsignOf(player.Name)};
     report.Position = FeedPosition(player.Latitude, player.Longitude);
@@ -78,7 +78,7 @@ FeedReport TargetLines::Describe(const PlayerRecord& player, FeedAddress address
     return report;
 }
 
-std::string TargetLines::Due(std::span<const PlayerRecord> players, std::int64_t nowMs, std::string_view time)
+std::string FeedTargets::Due(std::span<const PlayerRecord> players, std::int64_t nowMs, std::string_view time)
 {
     constexpr std::int64_t OnceMs = 1000;
     constexpr std::int64_t StandingMs = 20000;
@@ -107,7 +107,7 @@ std::string TargetLines::Due(std::span<const PlayerRecord> players, std::int64_t
     return lines;
 }
 
-void TargetLines::ForgetGone()
+void FeedTargets::ForgetGone()
 {
     std::erase_if(m_targets, [this](const auto& entry) {
         if (entry.second.Round == m_round)
