@@ -1,6 +1,9 @@
 #include "core/NumberText.h"
 
+#include "core/Rounding.h"
+
 #include <array>
+#include <cstdlib>
 
 namespace corvane {
 void AppendNumber(std::string& text, double value)
@@ -30,5 +33,24 @@ std::string NumberText(double value)
     std::string text;
     AppendNumber(text, value);
     return text;
+}
+
+std::string TenthsText(double value)
+{
+    const auto tenths = RoundTo<std::int32_t>(value * 10);
+    std::string text = tenths < 0 ? "-" : "";
+    AppendNumber(text, std::abs(std::int64_t{tenths} / 10));
+    text += '.';
+    AppendNumber(text, std::abs(tenths % 10));
+    return text;
+}
+
+std::string PaddedNumber(std::int32_t value, std::size_t digits)
+{
+    std::string text = NumberText(std::abs(std::int64_t{value}));
+    const std::size_t wanted = value < 0 ? digits - 1 : digits;
+    if (text.size() < wanted)
+        text.insert(0, wanted - text.size(), '0');
+    return value < 0 ? "-" + text : text;
 }
 } // namespace corvane

@@ -21,4 +21,9 @@ void AppendNumber(std::string& text, double value);
 std::string NumberText(std::int64_t value);
 std::string NumberText(std::int32_t value);
 std::string NumberText(double value);
+
+/// With one decimal place, rounded as the program rounds: 2.1, 10.0, -0.3. Held to what 32 bits hold of tenths.
+std::string TenthsText(double value);
+/// With leading zeros: 72 of 3 digits is 072, -1 is -01.
+std::string PaddedNumber(std::int32_t value, std::size_t digits);
 } // namespace corvane

@@ -1,5 +1,6 @@
 #include "radar/AlertMarks.h"
 
+#include "core/NumberText.h"
 #include "core/Rounding.h"
 
 #include <algorithm>
@@ -61,12 +62,6 @@ std::vector<PilotTrack> FindPilotTracks(const TargetSources& sources)
             MarkAlert(pilots[*second], alert);
     }
     return pilots;
-}
-
-static std::string TenthsText(double value)
-{
-    const auto tenths = RoundTo<std::int32_t>(value * 10);
-    return std::to_string(tenths / 10) + "." + std::to_string(std::abs(tenths % 10));
 }
 
 /// "45 s  2.1 nm  300 ft": when and how close; a violation says "now" and its distances.

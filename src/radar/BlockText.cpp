@@ -18,16 +18,6 @@ static std::string Shortened(std::string_view text, std::size_t longest)
     return trimmed.size() <= longest ? std::string(trimmed) : std::string(trimmed.substr(0, longest - 2)) + "..";
 }
 
-/// A whole number with leading zeros: 72 of 3 digits is 072, -1 is -01.
-static std::string PaddedNumber(std::int32_t value, std::size_t digits)
-{
-    std::string text = NumberText(value < 0 ? -std::int64_t{value} : std::int64_t{value});
-    const std::size_t wanted = value < 0 ? digits - 1 : digits;
-    if (text.size() < wanted)
-        text.insert(0, wanted - text.size(), '0');
-    return value < 0 ? "-" + text : text;
-}
-
 static std::string HundredsOfFeet(std::int32_t feet)
 {
     return PaddedNumber(RoundTo<std::int32_t>(feet / 100.0), 3);
