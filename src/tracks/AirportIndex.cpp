@@ -61,7 +61,10 @@ bool AirportIndex::IsNear(std::string_view icao, const LatLon& position, double 
     if (key.empty())
         return false;
     const auto code = [&](std::uint32_t i) -> const std::string& { return m_byLat[i].Icao; };
-    const auto matching = std::ranges::equal_range(m_byIcao, key, {}, code);
-    return std::ranges::any_of(matching, [&](std::uint32_t i) { return IsWithin(position, m_byLat[i].Position, nm); });
+    for (auto match = std::ranges::lower_bound(m_byIcao, key, {}, code); match != m_byIcao.end() && code(*match) == key;
+         ++match)
+        if (IsWithin(position, m_byLat[*match].Position, nm))
+            return true;
+    return false;
 }
 } // namespace corvane

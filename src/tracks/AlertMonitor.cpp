@@ -82,7 +82,8 @@ void AlertMonitor::Judge(Watch& watch, const Alert* seen, double now, std::vecto
 {
     constexpr unsigned LastThree = 7;
     constexpr int Confirmed = 2;
-    watch.Refreshes = static_cast<std::uint8_t>((watch.Refreshes << 1U | (seen ? 1U : 0U)) & LastThree);
+    watch.Refreshes =
+        static_cast<std::uint8_t>((unsigned{watch.Refreshes} << 1U | (seen != nullptr ? 1U : 0U)) & LastThree);
     if (watch.Stands && watch.Refreshes == 0) {
         watch.Stands = false;
         events.push_back({now, false, watch.What});

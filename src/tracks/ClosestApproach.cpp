@@ -78,6 +78,17 @@ static TimeSpan TimesLevelWithin(const RelativeMotion& motion, double ft) noexce
     return {std::min(one, other), std::max(one, other)};
 }
 
+static ClosestPoint ClosestOf(const RelativeMotion& motion, double withinSeconds) noexcept
+{
+    const double seconds = SecondsOfLeastDistance(motion, withinSeconds);
+    return {seconds, motion.DistanceNm(seconds), motion.HeightFt(seconds)};
+}
+
+ClosestPoint FindClosestPoint(const Mover& one, const Mover& other, double withinSeconds) noexcept
+{
+    return ClosestOf(MotionBetween(one, other), withinSeconds);
+}
+
 std::optional<Conflict> FindConflict(const Mover& one, const Mover& other, const AlertOptions& options) noexcept
 {
     const RelativeMotion motion = MotionBetween(one, other);
@@ -90,7 +101,7 @@ std::optional<Conflict> FindConflict(const Mover& one, const Mover& other, const
         if (!(from < to) || to <= 0 || from >= options.ConflictSeconds)
             return std::nullopt;
     }
-    const double closest = SecondsOfLeastDistance(motion, options.ConflictSeconds);
-    return Conflict{violated, closest, motion.DistanceNm(closest), motion.HeightFt(closest)};
+    const ClosestPoint closest = ClosestOf(motion, options.ConflictSeconds);
+    return Conflict{violated, closest.Seconds, closest.Nm, closest.Ft};
 }
 } // namespace corvane

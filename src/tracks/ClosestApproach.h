@@ -20,6 +20,15 @@ struct Mover {
 Mover MakeMover(const LatLon& position, double course, double speedKt, double altitudeFt,
                 double climbFtPerMin) noexcept;
 
+/// When the distance between two is least, and what it and the difference of altitudes are then.
+struct ClosestPoint {
+    double Seconds = 0;
+    double Nm = 0;
+    double Ft = 0;
+};
+/// On the plane at their midpoint, from now to a limit of seconds. Two that part, or keep apart, are closest now.
+ClosestPoint FindClosestPoint(const Mover& one, const Mover& other, double withinSeconds) noexcept;
+
 struct Conflict {
     bool Violated = false;       ///< separation is lost now
     double SecondsToClosest = 0; ///< when the distance is least, within the options' ConflictSeconds

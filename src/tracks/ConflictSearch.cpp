@@ -127,8 +127,8 @@ std::span<const ConflictPair> ConflictSearch::Find(std::span<const Mover> movers
     }
     const auto key = [](const ConflictPair& pair) { return std::pair(pair.First, pair.Second); };
     std::ranges::sort(m_found, {}, key);
-    const auto repeated = std::ranges::unique(m_found, {}, key); // two that meet both ways around the earth
-    m_found.erase(repeated.begin(), repeated.end());
+    const auto sameKey = [&](const ConflictPair& a, const ConflictPair& b) { return key(a) == key(b); };
+    m_found.erase(std::unique(m_found.begin(), m_found.end(), sameKey), m_found.end()); // both ways around the earth
     return m_found;
 }
 } // namespace corvane

@@ -34,6 +34,10 @@ public:
 
     /// Nothing for a member that has not reported.
     [[nodiscard]] std::optional<TrackState> Find(const PlayerRecord& member, double now) const;
+    [[nodiscard]] std::optional<TrackState> Find(const MemberKey& member, double now) const
+    {
+        return m_tracks.Find(member, now);
+    }
     /// The latest first.
     [[nodiscard]] std::vector<LatLon> HistoryDots(const PlayerRecord& member) const;
     /// The alerts that stand: violations first, then low altitudes, then predictions by their time.
