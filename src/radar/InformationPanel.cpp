@@ -155,9 +155,27 @@ PixelBox PanelBox(const PointerState& pointer, const ScopeView& view, const Surf
         rest.remove_prefix(std::min(rest.size(), line.size() + 2));
     }
     const ScopePoint at = PixelAtDegrees(view, pointer.PointerPositionRaw.Lon, pointer.PointerPositionRaw.Lat);
-    const std::int32_t left = std::clamp(at.X, 0, std::max(view.ScopeWidthPx - size.Width, 0));
-    const std::int32_t top = std::clamp(at.Y, 0, std::max(view.ScopeHeightPx - size.Height, 0));
+    return PlacePanel(at, size, {0, 0, view.ScopeWidthPx, view.ScopeHeightPx}, {});
+}
+
+static PixelBox PanelInside(std::int32_t left, std::int32_t top, BlockSize size, const PixelBox& scope)
+{
+    left = std::clamp(left, scope.Left, std::max(scope.Right - size.Width, scope.Left));
+    top = std::clamp(top, scope.Top, std::max(scope.Bottom - size.Height, scope.Top));
     return {left, top, left + size.Width, top + size.Height};
+}
+
+PixelBox PlacePanel(ScopePoint pointer, BlockSize size, const PixelBox& scope, const PixelBox& keepOff)
+{
+    const std::int32_t left = pointer.X - size.Width;
+    const std::int32_t top = pointer.Y - size.Height;
+    PixelBox best = PanelInside(pointer.X, pointer.Y, size, scope);
+    for (const ScopePoint corner : {ScopePoint{left, pointer.Y}, ScopePoint{pointer.X, top}, ScopePoint{left, top}}) {
+        const PixelBox box = PanelInside(corner.X, corner.Y, size, scope);
+        if (SharedArea(box, keepOff) < SharedArea(best, keepOff))
+            best = box;
+    }
+    return best;
 }
 
 void ShowPanel(PointerState& pointer, PanelAnswer&& answer) noexcept

@@ -23,6 +23,10 @@ PanelAnswer PanelTick(const MapScene& scene, const Pilots& pilots, const Pointer
 /// The panel's box where its text is drawn in the scope's typeface, inside the scope; empty while it is hidden.
 PixelBox PanelBox(const PointerState& pointer, const ScopeView& view, const Surface& metrics);
 
+/// Where a panel of some size stands at the pointer, inside the scope: below and to the right of it, or where it hides
+/// the least of a block that it should keep off.
+PixelBox PlacePanel(ScopePoint pointer, BlockSize size, const PixelBox& scope, const PixelBox& keepOff);
+
 /// Keeps a tick's answer: caption and selected airspace. An empty text leaves the panel hidden, so that the next tick
 /// looks again. The panel's top-left corner belongs at PointerPositionRaw.
 void ShowPanel(PointerState& pointer, PanelAnswer&& answer) noexcept;

@@ -5,11 +5,12 @@
 #include "radar/InformationPanel.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace corvane {
 RadarDisplay::RadarDisplay(const RadarSources& sources, const ScopeFont& font)
-    : m_sources(sources), m_targets(sources.Variation), m_painter(font)
+    : m_sources(sources), m_targets(sources.Variation), m_hand(m_targets, sources.Players, m_focus), m_painter(font)
 {
 }
 
@@ -54,6 +55,12 @@ void RadarDisplay::ZoomOut()
 
 void RadarDisplay::Recenter(double lon, double lat)
 {
+    m_followed.reset();
+    MoveViewTo(lon, lat);
+}
+
+void RadarDisplay::MoveViewTo(double lon, double lat)
+{
     RecenterView(m_view, lon, lat);
     MapIsStale();
 }
@@ -74,7 +81,7 @@ void RadarDisplay::Pan(int eastTenths, int northTenths)
 
 void RadarDisplay::RedrawAll()
 {
-    Recenter(m_view.ViewCenterLon, m_view.ViewCenterLat);
+    MoveViewTo(m_view.ViewCenterLon, m_view.ViewCenterLat);
 }
 
 void RadarDisplay::AreaChanged()
@@ -87,9 +94,11 @@ void RadarDisplay::AreaChanged()
 void RadarDisplay::RefreshTargets(double now)
 {
     m_now = now;
-    if (Measuring()) // the measuring line must not be wiped
+    if (Classic() && Measuring()) // the measuring line must not be wiped
         return;
     if (!Classic()) {
+        KeepUpWithFollowed();
+        RefreshPanel();
         WithFrame([this](const TargetDisplay::Frame& frame) { m_targets.Refresh(frame); });
         m_rearrange = false;
     }
@@ -102,9 +111,11 @@ void RadarDisplay::SetDisplay(const DisplayOptions& options, double now)
     const bool wasClassic = Classic();
     const DisplayOptions before = std::exchange(m_options, options);
     m_now = now;
-    if (Classic())
+    if (Classic()) {
         m_targets.Clear();
-    else if (wasClassic)
+        m_hand.LetGo();
+        m_followed.reset();
+    } else if (wasClassic)
         BeginWatching();
     if (before.TrueProportions != options.TrueProportions || before.Colours != options.Colours)
         MapIsStale();
@@ -147,12 +158,27 @@ void RadarDisplay::TargetsChanged() noexcept
 
 void RadarDisplay::PressLeft(ScopePoint at)
 {
-    PressLeftButton(m_pointer, DegreesAtPixel(m_shown, at));
+    if (Classic()) {
+        PressLeftButton(m_pointer, DegreesAtPixel(m_shown, at));
+        return;
+    }
+    m_hand.Press(at);
+    TargetsChanged();
 }
 
-void RadarDisplay::ReleaseLeft()
+void RadarDisplay::ReleaseLeft(ScopePoint at)
 {
     ReleaseLeftButton(m_pointer);
+    if (Classic())
+        return;
+    m_hand.Release(at);
+    TargetsChanged();
+}
+
+void RadarDisplay::CancelLeft()
+{
+    ReleaseLeftButton(m_pointer);
+    m_hand.Cancel();
 }
 
 void RadarDisplay::PressRight(ScopePoint at)
@@ -163,9 +189,85 @@ void RadarDisplay::PressRight(ScopePoint at)
 
 void RadarDisplay::MovePointerTo(ScopePoint at)
 {
+    m_pointerAway = false;
     MovePointer(m_pointer, DegreesAtPixel(m_shown, at));
+    if (!Classic()) {
+        const TargetHand::Motion motion = m_hand.Move(at);
+        if (motion == TargetHand::Motion::MovesBlock)
+            TargetsChanged();
+        else if (motion == TargetHand::Motion::Measures && !Measuring())
+            PressLeftButton(m_pointer, DegreesAtPixel(m_shown, m_hand.Origin()));
+    }
     if (Measuring() && m_stale == Stale::Nothing)
         m_stale = Stale::Targets;
+}
+
+void RadarDisplay::PointerLeaves()
+{
+    m_pointerAway = true;
+    m_pointer.PanelText.clear();
+}
+
+void RadarDisplay::DoubleClick(ScopePoint at)
+{
+    if (Classic())
+        return;
+    m_hand.DoubleClick(at);
+    TargetsChanged();
+}
+
+std::optional<MemberKey> RadarDisplay::MemberAt(ScopePoint at) const
+{
+    return Classic() ? std::nullopt : m_hand.MemberAt(at);
+}
+
+void RadarDisplay::SelectNext()
+{
+    m_hand.SelectNext();
+    TargetsChanged();
+}
+
+void RadarDisplay::TurnBlock(std::int32_t direction)
+{
+    m_hand.TurnBlock(direction);
+    TargetsChanged();
+}
+
+void RadarDisplay::AcknowledgeNext()
+{
+    m_hand.AcknowledgeNext();
+    TargetsChanged();
+}
+
+void RadarDisplay::LetGo()
+{
+    m_hand.LetGo();
+    TargetsChanged();
+}
+
+void RadarDisplay::Follow(std::optional<MemberKey> member)
+{
+    m_followed = std::move(member);
+    KeepUpWithFollowed();
+}
+
+void RadarDisplay::KeepUpWithFollowed()
+{
+    constexpr std::int32_t NoticedPx = 8; // a map that is drawn anew each second for less is work for nothing
+    if (!m_followed)
+        return;
+    const auto slot = m_sources.Players.FindPlayer(m_followed->PlayerId, m_followed->Name);
+    if (!slot) {
+        m_followed.reset();
+        return;
+    }
+    const PlayerRecord& player = m_sources.Players.Players()[*slot];
+    if (!OnEarth(player.Latitude, player.Longitude))
+        return;
+    const ScopePoint at = ProjectToScope(m_shown, player.Latitude, player.Longitude);
+    if (std::abs(at.X - m_shown.ScopeWidthPx / 2) >= NoticedPx ||
+        std::abs(at.Y - m_shown.ScopeHeightPx / 2) >= NoticedPx)
+        MoveViewTo(player.Longitude, player.Latitude);
 }
 
 std::string RadarDisplay::OwnName() const
@@ -176,6 +278,8 @@ std::string RadarDisplay::OwnName() const
 
 bool RadarDisplay::TickPanel()
 {
+    if (m_pointerAway)
+        return false;
     const std::string ownName = OwnName();
     PanelAnswer answer =
         PanelTick(Scene(), {m_sources.Players.Players(), m_sources.Session.OwnPlayerId, ownName}, m_pointer);
@@ -184,9 +288,21 @@ bool RadarDisplay::TickPanel()
     return changed;
 }
 
-ScopePoint RadarDisplay::PanelPosition() const noexcept
+/// What the panel tells is told anew; a panel whose object has moved away is hidden.
+void RadarDisplay::RefreshPanel()
 {
-    return PixelAtDegrees(m_shown, m_pointer.PointerPositionRaw.Lon, m_pointer.PointerPositionRaw.Lat);
+    if (m_pointer.PanelText.empty())
+        return;
+    m_pointer.PanelText.clear();
+    TickPanel();
+}
+
+PixelBox RadarDisplay::PanelPlace(std::int32_t widthPx, std::int32_t heightPx) const
+{
+    const ScopePoint at = PixelAtDegrees(m_shown, m_pointer.PointerPositionRaw.Lon, m_pointer.PointerPositionRaw.Lat);
+    const TargetMark* const target = Classic() ? nullptr : m_targets.TargetAt(at);
+    return PlacePanel(at, {widthPx, heightPx}, {0, 0, m_shown.ScopeWidthPx, m_shown.ScopeHeightPx},
+                      target == nullptr ? PixelBox() : target->Place.Box);
 }
 
 template <class Call> void RadarDisplay::WithFrame(const Call& call)
@@ -217,6 +333,8 @@ void RadarDisplay::DrawOverMap(Surface& scope, bool highlight)
     if (highlight && AirspacesShown(scene))
         DrawAirspaceHighlight(scope, scene, m_pointer.SelectedAirspace);
     DrawAllTargets(scope);
+    if (!m_hand.Lines().empty())
+        DrawLiveLines(scope, m_shown, m_sources.Variation, m_hand.Lines(), m_targets.Monitor(), m_now);
     DrawMeasurement(scope, m_shown, m_sources.Variation, m_pointer);
 }
 

@@ -5,6 +5,7 @@
 #include "radar/PointerReadout.h"
 #include "radar/ScopePainter.h"
 #include "radar/TargetDisplay.h"
+#include "radar/TargetHand.h"
 #include "session/SessionState.h"
 
 #include <cstdint>
@@ -69,16 +70,34 @@ public:
     void TargetsChanged() noexcept;
 
     void PressLeft(ScopePoint at);
-    void ReleaseLeft();
+    void ReleaseLeft(ScopePoint at);
+    /// The release was never heard: whatever the button held is let go.
+    void CancelLeft();
     void PressRight(ScopePoint at);
     void MovePointerTo(ScopePoint at);
+    /// The pointer has left the scope, and the panel with it.
+    void PointerLeaves();
+
+    // What every display but the classic one has besides; the classic one does nothing.
+    void DoubleClick(ScopePoint at);
+    [[nodiscard]] std::optional<MemberKey> MemberAt(ScopePoint at) const;
+    void SelectNext();
+    void TurnBlock(std::int32_t direction);
+    void AcknowledgeNext();
+    /// Selection and lines between targets go.
+    void LetGo();
+    /// Keeps the view centred on a member until the view is moved otherwise; on nobody for none.
+    void Follow(std::optional<MemberKey> member);
+    [[nodiscard]] const std::optional<MemberKey>& Followed() const noexcept { return m_followed; }
+
     /// Looks for an object under the pointer. Returns whether the panel's text has changed.
     bool TickPanel();
     [[nodiscard]] bool Measuring() const noexcept { return m_pointer.MeasureActive; }
     /// The information panel's caption; empty while it is hidden.
     [[nodiscard]] const std::string& PanelText() const noexcept { return m_pointer.PanelText; }
-    /// Where the panel's top left corner belongs.
-    [[nodiscard]] ScopePoint PanelPosition() const noexcept;
+    /// Where a panel of some size belongs, inside the scope: its corner at the pointer. In every display but the
+    /// classic one it is the corner that keeps the panel off the block of the target that it tells about.
+    [[nodiscard]] PixelBox PanelPlace(std::int32_t widthPx, std::int32_t heightPx) const;
 
     /// Brings the picture up to date.
     void Draw();
@@ -95,6 +114,9 @@ private:
     }
     [[nodiscard]] std::string OwnName() const;
     void BeginWatching();
+    void KeepUpWithFollowed();
+    void RefreshPanel();
+    void MoveViewTo(double lon, double lat);
     template <class Call> void WithFrame(const Call& call);
     void DrawOverMap(Surface& scope, bool highlight);
     void DrawAllTargets(Surface& scope);
@@ -108,6 +130,9 @@ private:
     DisplayOptions m_options;
     TargetDisplay m_targets;
     TargetFocus m_focus;
+    TargetHand m_hand;
+    std::optional<MemberKey> m_followed;
+    bool m_pointerAway = false; ///< the pointer rests outside of the scope
     double m_now = 0;
     bool m_rearrange = false;   ///< marks and places no longer fit options or focus
     bool m_viewChanged = false; ///< nor the view

@@ -83,7 +83,7 @@ TEST_F(RadarDisplayTest, MeasuringIsNotWipedByTheRefresh)
     EXPECT_TRUE(isLine());
     m_display.RefreshTargets();
     EXPECT_FALSE(m_display.IsStale());
-    m_display.ReleaseLeft();
+    m_display.ReleaseLeft({300, 150});
     EXPECT_TRUE(isLine()) << "the last line stays until the next refresh";
     m_display.RefreshTargets();
     m_display.Draw();
@@ -95,7 +95,7 @@ TEST_F(RadarDisplayTest, RestingPointerSelectsAndTheRefreshHighlights)
     m_display.MovePointerTo(Center);
     ASSERT_TRUE(m_display.TickPanel());
     EXPECT_EQ(m_display.PanelText().substr(0, 30), "AIRSPACE FULLNAME: SEATTLE FIR");
-    EXPECT_EQ(m_display.PanelPosition(), Center);
+    EXPECT_EQ(m_display.PanelPlace(50, 20), (PixelBox{Center.X, Center.Y, Center.X + 50, Center.Y + 20}));
     EXPECT_FALSE(m_display.TickPanel()) << "frozen until the pointer moves";
     m_display.RefreshTargets();
     m_display.Draw();

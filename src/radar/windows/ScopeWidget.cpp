@@ -56,27 +56,65 @@ void ScopeWidget::mousePressEvent(QMouseEvent* event)
 {
     if (m_display == nullptr)
         return;
+    const ScopePoint at = PixelAt(event->position());
     if (event->button() == Qt::LeftButton) {
-        m_display->PressLeft(PixelAt(event->position()));
+        m_display->PressLeft(at);
         emit LeftPressed();
     } else if (event->button() == Qt::RightButton) {
-        m_display->PressRight(PixelAt(event->position()));
+        if (m_display->MemberAt(at))
+            emit TargetMenuRequested(event->position().toPoint());
+        else
+            m_display->PressRight(at);
     }
     update();
 }
 
 void ScopeWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        EndMeasuring();
+    if (m_display == nullptr || event->button() != Qt::LeftButton)
+        return;
+    const bool measured = m_display->Measuring();
+    m_display->ReleaseLeft(PixelAt(event->position()));
+    if (m_display->IsStale())
+        update();
+    if (measured)
+        emit LeftReleased();
+}
+
+void ScopeWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event); // as any second click
+    if (m_display != nullptr && event->button() == Qt::LeftButton)
+        m_display->DoubleClick(PixelAt(event->position()));
+}
+
+void ScopeWidget::leaveEvent(QEvent* event)
+{
+    QWidget::leaveEvent(event);
+    if (m_display == nullptr)
+        return;
+    m_display->PointerLeaves();
+    emit PointerMoved();
+}
+
+/// Where targets can be selected, the Tab key goes from one to the next.
+bool ScopeWidget::focusNextPrevChild(bool next)
+{
+    if (!next || m_display == nullptr || m_display->Classic())
+        return QWidget::focusNextPrevChild(next);
+    m_display->SelectNext();
+    update();
+    return true;
 }
 
 void ScopeWidget::EndMeasuring()
 {
-    if (m_display == nullptr || !m_display->Measuring())
+    if (m_display == nullptr)
         return;
-    m_display->ReleaseLeft();
-    emit LeftReleased();
+    const bool measured = m_display->Measuring();
+    m_display->CancelLeft();
+    if (measured)
+        emit LeftReleased();
 }
 
 /// The release of a button may never be heard: a message box has come between, or the window has gone.

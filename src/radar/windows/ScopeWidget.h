@@ -19,7 +19,7 @@ public:
 
     /// Borrowed; null for none.
     void SetDisplay(RadarDisplay* display);
-    /// Ends measuring as the release of the button does; nothing where nothing is measured.
+    /// Ends measuring, and whatever else the left button holds, where its release will not be heard.
     void EndMeasuring();
 
 signals:
@@ -28,6 +28,8 @@ signals:
     void LeftPressed();
     /// The wheel turned: notches away from the user are positive.
     void WheelTurned(int notches);
+    /// The right button went down on a target; never in the classic display.
+    void TargetMenuRequested(QPoint place);
     void Resized();
     /// The widget has come to a screen of another density.
     void DensityChanged();
@@ -39,6 +41,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
