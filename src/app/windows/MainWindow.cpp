@@ -34,6 +34,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
                                                           *m_ui->display_options_op1, *this);
     connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
     m_traffic = std::make_unique<TrafficControls>(state, boxes, *m_ui->offer_targets1, *m_ui->Label9);
+    m_targets = std::make_unique<TargetControls>(m_display, *m_ui->Picture1, *m_ui->Label1, state.Players);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
     ConnectControls();
@@ -54,8 +55,6 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::ConnectControls()
 {
-    m_ui->Label1->hide();
-    m_ui->Label1->setAttribute(Qt::WA_TransparentForMouseEvents); // the pointer moves on over the scope
     m_ui->ScopeBar->adjustSize();
     connect(m_ui->Command5, &QPushButton::clicked, this, [this] { ZoomBy(1); });
     connect(m_ui->Command6, &QPushButton::clicked, this, [this] { ZoomBy(-1); });
@@ -65,8 +64,13 @@ void MainWindow::ConnectControls()
     });
     connect(m_ui->Command3, &QPushButton::clicked, this, &MainWindow::Leave);
     connect(m_ui->Picture1, &ScopeWidget::WheelTurned, this, &MainWindow::ZoomBy);
-    connect(m_ui->Picture1, &ScopeWidget::PointerMoved, this, &MainWindow::ShowPanelLabel);
-    connect(m_ui->Picture1, &ScopeWidget::LeftPressed, &m_timer2, &QTimer::stop);
+    connect(m_targets.get(), &TargetControls::Changed, this, &MainWindow::UpdateScope);
+    connect(m_targets.get(), &TargetControls::PropertiesRequested, this, &MainWindow::PropertiesOfRequested);
+    connect(m_targets.get(), &TargetControls::WriteRequested, &m_chat, &ChatWindow::WriteTo);
+    connect(m_ui->Picture1, &ScopeWidget::LeftPressed, this, [this] {
+        if (m_display.Measuring())
+            m_timer2.stop(); // other displays measure on while their targets are refreshed
+    });
     connect(m_ui->Picture1, &ScopeWidget::LeftReleased, this, &MainWindow::StartRefreshing);
     connect(m_ui->Picture1, &ScopeWidget::Resized, this, [this] {
         m_display.Resize(m_ui->Picture1->width(), m_ui->Picture1->height());
@@ -117,6 +121,8 @@ void MainWindow::PumpTick()
 void MainWindow::TargetTick()
 {
     m_display.RefreshTargets(Now());
+    if (!m_display.Classic())
+        m_targets->ShowPanel();
     UpdateScope();
 }
 
@@ -128,7 +134,7 @@ void MainWindow::UpkeepTick()
 void MainWindow::PanelTick()
 {
     if (m_display.TickPanel())
-        ShowPanelLabel();
+        m_targets->ShowPanel();
 }
 
 void MainWindow::ZoomBy(int steps)
@@ -162,33 +168,17 @@ void MainWindow::PositionReported(const PlayerRecord& player)
     m_display.Report(player, Now());
 }
 
-void MainWindow::ShowPanelLabel()
-{
-    QLabel& label = *m_ui->Label1;
-    label.setText(ToQString(m_display.PanelText()));
-    label.setVisible(!m_display.PanelText().empty());
-    m_display.SetPanelBox({});
-    if (!label.isVisible())
-        return;
-    label.adjustSize();
-    const QRect scope = m_ui->Picture1->rect();
-    const ScopePoint at = m_display.PanelPosition();
-    label.move(std::clamp(at.X, 0, std::max(scope.width() - label.width(), 0)),
-               std::clamp(at.Y, 0, std::max(scope.height() - label.height(), 0)));
-    m_display.SetPanelBox({label.x(), label.y(), label.x() + label.width(), label.y() + label.height()});
-    label.raise();
-}
-
 /// Lets the targets be refreshed, unless nobody sees them, they would wipe the measuring line, or another window works
 /// here.
 void MainWindow::StartRefreshing()
 {
-    if (!m_takenOver && !m_left && !isMinimized() && !m_display.Measuring())
+    if (!m_takenOver && !m_left && !isMinimized() && !(m_display.Classic() && m_display.Measuring()))
         m_timer2.start();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event)
 {
+    const bool forTargets = m_targets->PressKey(*event);
     switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal: ZoomBy(1); break;
@@ -199,7 +189,10 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Up: m_display.Pan(0, 1); break;
     case Qt::Key_Down: m_display.Pan(0, -1); break;
     case Qt::Key_Escape: m_ui->Picture1->EndMeasuring(); break;
-    default: QMainWindow::keyPressEvent(event); return;
+    default:
+        if (!forTargets)
+            QMainWindow::keyPressEvent(event);
+        return;
     }
     UpdateScope();
 }

@@ -2,6 +2,7 @@
 
 #include "app/windows/DisplayControls.h"
 #include "app/windows/RecordingControls.h"
+#include "app/windows/TargetControls.h"
 #include "app/windows/TrafficControls.h"
 #include "core/MessageBoxes.h"
 #include "core/MillisecondClock.h"
@@ -51,6 +52,8 @@ signals:
     void ChooserRequested();
     void NewDatabaseRequested();
     void PlayerPropertiesRequested();
+    /// The same with a pilot picked already.
+    void PropertiesOfRequested(QString name);
     void AirportListRequested();
     void ChatRequested();
     void PreferencesRequested();
@@ -68,8 +71,8 @@ private:
     // PumpEvents
     void RefreshPlayerList() override;
     void AddChatLine(std::string_view from, std::string_view text) override;
-    void Disconnect() override { Leave(); }
     void PositionReported(const PlayerRecord& player) override;
+    void Disconnect() override { Leave(); }
 
     void ConnectControls();
     void GatherActions();
@@ -82,7 +85,6 @@ private:
     void UpdateScope();
     [[nodiscard]] double Now() const;
     void TakeDisplay();
-    void ShowPanelLabel();
     void StartRefreshing();
     void SetControlsEnabled(bool enabled);
 
@@ -95,6 +97,7 @@ private:
     RadarDisplay m_display;
     MessagePump m_pump;
     MillisecondClock m_clock = SteadyMilliseconds();
+    std::unique_ptr<TargetControls> m_targets;
     std::unique_ptr<RecordingControls> m_recording;
     std::unique_ptr<DisplayControls> m_displayControls;
     std::unique_ptr<TrafficControls> m_traffic;

@@ -261,12 +261,19 @@ void Program::ConnectRadarMenus()
         connect(window.get(), &AirportListWindow::Closed, this, &Program::CloseOverRadar);
         OpenOverRadar(std::move(window));
     });
-    connect(m_main, &MainWindow::PlayerPropertiesRequested, this, [this] {
-        auto window = std::make_unique<PlayerPropertiesWindow>(m_state.Session, m_state.Players, m_boxes);
-        connect(window.get(), &PlayerPropertiesWindow::CenterRequested, m_main, &MainWindow::RecenterView);
-        connect(window.get(), &PlayerPropertiesWindow::Closed, this, &Program::CloseOverRadar);
-        OpenOverRadar(std::move(window));
-    });
+    connect(m_main, &MainWindow::PlayerPropertiesRequested, this, [this] { OpenPlayerProperties({}); });
+    connect(m_main, &MainWindow::PropertiesOfRequested, this, &Program::OpenPlayerProperties);
+}
+
+void Program::OpenPlayerProperties(const QString& picked)
+{
+    auto window = std::make_unique<PlayerPropertiesWindow>(m_state.Session, m_state.Players, m_boxes);
+    connect(window.get(), &PlayerPropertiesWindow::CenterRequested, m_main, &MainWindow::RecenterView);
+    connect(window.get(), &PlayerPropertiesWindow::Closed, this, &Program::CloseOverRadar);
+    PlayerPropertiesWindow& opened = *window;
+    OpenOverRadar(std::move(window));
+    if (!picked.isEmpty())
+        opened.PickName(picked);
 }
 
 void Program::OpenOverRadar(std::unique_ptr<QWidget> window)

@@ -50,6 +50,7 @@ private:
     void OpenOverRadar(std::unique_ptr<QWidget> window);
     void CloseOverRadar();
     void ShowWhatTookTheRadar();
+    void OpenPlayerProperties(const QString& picked);
     void CreateNewDatabase();
     void ConnectRadarMenus();
     void RunScriptInChooser();

@@ -79,6 +79,14 @@ void ChatWindow::ShowAgain()
     m_ui->Text1->setFocus();
 }
 
+void ChatWindow::WriteTo(const QString& name)
+{
+    const QString typed = m_ui->Text1->isModified() ? m_ui->Text1->text() : QString();
+    m_ui->Text1->setText(name + ' ' + typed);
+    ShowAgain();
+    m_ui->Text1->end(false);
+}
+
 void ChatWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore(); // the conversation must survive: only leaving the session ends it

@@ -26,6 +26,8 @@ public:
     void AddChatLine(std::string_view from, std::string_view text);
     void RefreshPlayerList();
     void ShowAgain();
+    /// Shows the window, and the name of whom a line is to be for in front of what has been typed.
+    void WriteTo(const QString& name);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -6,6 +6,8 @@
 
 #include <QShortcut>
 
+#include <algorithm>
+
 namespace corvane {
 PlayerPropertiesWindow::PlayerPropertiesWindow(const SessionState& session, PlayerTable& players, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form11>()), m_editor(session, players, boxes, [this] { ShowEditor(); })
@@ -37,6 +39,14 @@ void PlayerPropertiesWindow::ShowEditor()
     m_ui->Text5->setText(ToQString(fields.DestinationIcao));
     m_ui->Combo2->setCurrentIndex(fields.Ifr ? 1 : 0);
     m_ui->Text6->setText(ToQString(fields.CruiseAltitude));
+}
+
+void PlayerPropertiesWindow::PickName(const QString& name)
+{
+    const auto& names = m_editor.Names();
+    const auto found = std::ranges::find(names, ToText(name));
+    if (found != names.end())
+        m_editor.Pick(static_cast<std::size_t>(found - names.begin()));
 }
 
 void PlayerPropertiesWindow::Pick(int index)

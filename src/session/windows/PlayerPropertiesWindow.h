@@ -19,6 +19,9 @@ public:
     PlayerPropertiesWindow(const SessionState& session, PlayerTable& players, MessageBoxes& boxes);
     ~PlayerPropertiesWindow() override;
 
+    /// Picks the pilot of this name, as a choice from the list does; nothing where there is none.
+    void PickName(const QString& name);
+
 signals:
     void CenterRequested(double lon, double lat);
     void Closed();
