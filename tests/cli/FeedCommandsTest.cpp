@@ -58,7 +58,8 @@ TEST(FeedCommands, FollowAFeedAndOfferItAgain)
 
     EXPECT_EQ(second.Status, 0) << second.Notices;
     EXPECT_THAT(Told(second.Out, "player-added", "Name"), ElementsAre("**ATC Controller", "KLM1", "00000B"));
-    EXPECT_THAT(Told(second.Out, "player-updated", "GroundSpeedKt"), Contains("409"));
+    // 409 kt are 210.4 m/s, of which session messages carry the whole metres.
+    EXPECT_THAT(Told(second.Out, "player-updated", "GroundSpeedKt"), Contains("408"));
     EXPECT_THAT(Told(second.Out, "chat", "Text"), Contains("hello"));
     EXPECT_THAT(Told(second.Out, "notice", "Text"), Contains(HasSubstr("cannot be talked to")));
 }
