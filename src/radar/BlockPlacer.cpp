@@ -228,14 +228,18 @@ private:
     std::vector<Leader> m_leaders;
 };
 
-/// Takes the cheapest place; one that has stood before only for half its cost. Returns whether the block has moved.
-bool BlockPlacer::Improve(const Scene& scene, std::size_t index)
+/// Takes the specified place where that is free, else, unless the block stands well already, the cheapest place; one
+/// that has stood before only for half its cost. Returns whether the block has moved.
+bool BlockPlacer::Improve(const Scene& scene, std::size_t index, bool stands)
 {
     const BlockToPlace& block = scene.Blocks[index];
     const PlacementRules& rules = scene.Rules;
     const Neighbours neighbours(scene, *this, index);
     Seat best{rules.Direction, rules.LengthPx};
-    if (!neighbours.Free(PlaceAt(block, best.Direction, best.LengthPx))) {
+    const bool specified = neighbours.Free(PlaceAt(block, best.Direction, best.LengthPx));
+    if (!specified && stands)
+        return false;
+    if (!specified) {
         std::int64_t lowest = std::numeric_limits<std::int64_t>::max();
         if (!m_working[index].New)
             lowest = neighbours.Cost(m_places[index], lowest) / 2;
@@ -271,7 +275,8 @@ void BlockPlacer::Settle(const Scene& scene)
             Working& working = m_working[i];
             if (!working.MayMove || (!working.New && !Overlaps(scene, i)))
                 continue; // nothing in the way any more
-            moved = Improve(scene, i) || moved;
+            const bool stands = pass > 0 && !Overlaps(scene, i);
+            moved = Improve(scene, i, stands) || moved;
             working.Tried = true;
             working.MayMove = working.New;
         }

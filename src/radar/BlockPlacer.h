@@ -104,7 +104,7 @@ private:
     [[nodiscard]] bool Overlaps(const Scene& scene, std::size_t index) const;
     void FindOverlaps();
     void JudgeOverlaps(const Scene& scene, double now, PlacementOccasion occasion);
-    bool Improve(const Scene& scene, std::size_t index);
+    bool Improve(const Scene& scene, std::size_t index, bool stands);
     void Settle(const Scene& scene);
     void Remember(double now);
 
