@@ -174,7 +174,7 @@ static void WriteProperties(XdrWriter& writer, const OwnPosition& own)
 Bytes EncodePosition(const OwnPosition& own)
 {
     constexpr std::size_t LengthAt = 12;
-    constexpr std::size_t LongestChat = 767;
+    [[maybe_unused]] constexpr std::size_t LongestChat = 767; // only said to the assertion
     assert(own.Callsign.size() <= CallsignLength && own.Model.size() < ModelSize && own.Chat.size() <= LongestChat);
     Bytes packet;
     XdrWriter writer(packet);

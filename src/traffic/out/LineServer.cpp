@@ -12,21 +12,19 @@
 namespace corvane {
 using asio::ip::tcp;
 
-namespace {
-struct LineReader {
-    explicit LineReader(tcp::socket socket) : Socket(std::move(socket)) {}
+struct FeedReader {
+    explicit FeedReader(tcp::socket socket) : Socket(std::move(socket)) {}
 
     tcp::socket Socket;
     std::string Waiting;
     bool SaidGoodbye = false; ///< it will send nothing more, but may go on reading
     bool Gone = false;
 };
-} // namespace
 
 struct LineServer::Sockets {
     asio::io_context Io;
     tcp::acceptor Acceptor{Io};
-    std::list<LineReader> Readers;
+    std::list<FeedReader> Readers;
     std::uint64_t Dropped = 0;
 };
 
@@ -85,7 +83,7 @@ bool LineServer::Accept()
             break;
         socket.non_blocking(true, error);
         if (readers.size() >= MostReaders)
-            if (const auto left = std::ranges::find_if(readers, &LineReader::SaidGoodbye); left != readers.end())
+            if (const auto left = std::ranges::find_if(readers, &FeedReader::SaidGoodbye); left != readers.end())
                 readers.erase(left); // the likeliest to have gone altogether
         if (!error && readers.size() < MostReaders) {
             readers.emplace_back(std::move(socket));
@@ -96,7 +94,7 @@ bool LineServer::Accept()
 }
 
 /// Throws away what a reader sends, and notices whether it has gone.
-static void ListenTo(LineReader& reader)
+static void ListenTo(FeedReader& reader)
 {
     std::array<char, 4096> thrownAway{};
     asio::error_code error;
@@ -106,7 +104,7 @@ static void ListenTo(LineReader& reader)
     reader.Gone = error && error != asio::error::would_block && error != asio::error::eof;
 }
 
-static void WriteTo(LineReader& reader)
+static void WriteTo(FeedReader& reader)
 {
     asio::error_code error;
     std::size_t written = 0;
@@ -118,7 +116,7 @@ static void WriteTo(LineReader& reader)
 
 void LineServer::Send(std::string_view text)
 {
-    for (LineReader& reader : m_sockets->Readers) {
+    for (FeedReader& reader : m_sockets->Readers) {
         ListenTo(reader);
         if (reader.Gone)
             continue;
@@ -130,6 +128,6 @@ void LineServer::Send(std::string_view text)
         reader.Waiting.append(text);
         WriteTo(reader);
     }
-    std::erase_if(m_sockets->Readers, [](const LineReader& reader) { return reader.Gone; });
+    std::erase_if(m_sockets->Readers, [](const FeedReader& reader) { return reader.Gone; });
 }
 } // namespace corvane
