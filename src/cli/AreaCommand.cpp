@@ -3,26 +3,44 @@
 #include "cli/RecordJson.h"
 
 #include <ostream>
+#include <string>
 
 namespace corvane {
-static Json AreaJson(const AreaModel& area)
+/// Writes a member of an object that is an array, an element at a time: a sector has millions of points.
+template <class Elements, class ToElement>
+static void WriteArray(std::ostream& out, const char* name, const Elements& elements, const ToElement& toElement)
 {
-    Json terrain = Json::array();
-    for (const TerrainPoint& point : area.TerrainPoints)
-        terrain.push_back(Json::array({point.Lat, point.Lon, point.ElevationFt}));
-    Json outlines = Json::array();
-    for (const OutlinePoint& point : area.OutlinePoints)
-        outlines.push_back(Json::array({point.Lat, point.Lon}));
-    return {{"AreaName", TextJson(area.AreaName)},
-            {"AreaMode", TextJson(AreaModeText(area.AreaMode))},
-            {"AreaCenterLat", area.AreaCenterLat},
-            {"AreaCenterLon", area.AreaCenterLon},
-            {"AreaAirports", ToJsonArray(area.AreaAirports)},
-            {"AreaVors", ToJsonArray(area.AreaVors)},
-            {"AreaNdbs", ToJsonArray(area.AreaNdbs)},
-            {"AreaAirspaces", ToJsonArray(area.AreaAirspaces)},
-            {"TerrainPoints", std::move(terrain)},
-            {"OutlinePoints", std::move(outlines)}};
+    out << ",\"" << name << "\":[";
+    const char* separator = "";
+    for (const auto& element : elements) {
+        out << separator << ToLine(toElement(element));
+        separator = ",";
+    }
+    out << ']';
+}
+
+/// The area as one JSON object.
+static void WriteArea(std::ostream& out, const AreaModel& area)
+{
+    const Json head = {{"AreaName", TextJson(area.AreaName)},
+                       {"AreaMode", TextJson(AreaModeText(area.AreaMode))},
+                       {"AreaCenterLat", area.AreaCenterLat},
+                       {"AreaCenterLon", area.AreaCenterLon}};
+    std::string open = ToLine(head);
+    open.pop_back(); // the object goes on
+    out << open;
+    const auto record = [](const auto& element) { return ToJson(element); };
+    WriteArray(out, "AreaAirports", area.AreaAirports, record);
+    WriteArray(out, "AreaVors", area.AreaVors, record);
+    WriteArray(out, "AreaNdbs", area.AreaNdbs, record);
+    WriteArray(out, "AreaAirspaces", area.AreaAirspaces, record);
+    WriteArray(out, "TerrainPoints", area.TerrainPoints, [](const TerrainPoint& point) {
+        return Json::array({point.Lat, point.Lon, point.ElevationFt});
+    });
+    WriteArray(out, "OutlinePoints", area.OutlinePoints, [](const OutlinePoint& point) {
+        return Json::array({point.Lat, point.Lon});
+    });
+    out << "}\n";
 }
 
 void AddAreaCommand(CLI::App& app, const Console& console, CommandWork& work)
@@ -35,7 +53,7 @@ void AddAreaCommand(CLI::App& app, const Console& console, CommandWork& work)
             const Result<AreaModel> area = LoadArea(*options, console.Notices);
             if (!area)
                 return area.error();
-            console.Out << ToLine(AreaJson(*area)) << '\n';
+            WriteArea(console.Out, *area);
             return {};
         };
     });

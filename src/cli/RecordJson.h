@@ -18,14 +18,6 @@ Json ToJson(const AirportRecord& airport);
 Json ToJson(const AirspaceRecord& airspace);
 Json ToJson(const PlayerRecord& player);
 
-template <class Record> Json ToJsonArray(const std::vector<Record>& records)
-{
-    Json array = Json::array();
-    for (const Record& record : records)
-        array.push_back(ToJson(record));
-    return array;
-}
-
 /// An 8-bit text as a JSON string.
 Json TextJson(std::string_view text);
 
