@@ -5,6 +5,7 @@
 #include "area/DatabaseLists.h"
 #include "core/DatabaseFiles.h"
 #include "core/SimulatorFolder.h"
+#include "core/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -45,7 +46,7 @@ Result<void> ChooserModel::ReadGrid()
 Result<void> ChooserModel::ReadAirports()
 {
     Result<std::vector<std::string>> entries(std::vector<std::string>{});
-    m_view.RunLongWork([&] { entries = ReadAirportList(m_state.AppFolder); });
+    m_view.RunLongWork([&] { entries = ReadAirportList(m_state.AppFolder, &m_earlyEnds); });
     if (!entries)
         return entries.error();
     m_airportEntries = *std::move(entries);
@@ -57,7 +58,7 @@ Result<void> ChooserModel::ReadAirspaces()
     Result<std::vector<AirspaceRecord>> airspaces(std::vector<AirspaceRecord>{});
     std::vector<std::string> sectors;
     m_view.RunLongWork([&] {
-        airspaces = ReadAllAirspaces(m_state.AppFolder, m_state.Settings.AirspaceCount);
+        airspaces = ReadAllAirspaces(m_state.AppFolder, m_state.Settings.AirspaceCount, &m_earlyEnds);
         if (airspaces)
             sectors = SectorNames(*airspaces);
     });
@@ -101,9 +102,10 @@ Result<void> ChooserModel::RunLoad(ControlMode mode, std::string_view entry)
 {
     ShownProgress progress(m_view);
     if (mode == ControlMode::Airport)
-        return LoadAirportArea(m_state.AppFolder, m_state.Settings, entry, m_state.AllAirspaces, m_state.Area,
-                               progress);
-    return LoadSectorArea(m_state.AppFolder, m_state.Settings, entry, m_state.AllAirspaces, m_state.Area, progress);
+        return LoadAirportArea(m_state.AppFolder, m_state.Settings, entry, m_state.AllAirspaces, m_state.Area, progress,
+                               &m_earlyEnds);
+    return LoadSectorArea(m_state.AppFolder, m_state.Settings, entry, m_state.AllAirspaces, m_state.Area, progress,
+                          &m_earlyEnds);
 }
 
 Result<ChooserNext> ChooserModel::Load(ControlMode mode, std::optional<std::string_view> entry)
@@ -131,6 +133,17 @@ Remedy ChooserModel::RemedyFor(const Error& failure) const
     if (!std::any_of(Names.begin(), Names.end(), isToBlame))
         return Remedy::PutRight;
     return m_state.Session.RadarOpen ? Remedy::NewFromMenu : Remedy::SetUpAgain;
+}
+
+std::string ChooserModel::TakeWarning()
+{
+    EarlyEnds fresh;
+    for (const std::string& file : m_earlyEnds.Files()) {
+        if (std::find(m_warned.Files().begin(), m_warned.Files().end(), file) == m_warned.Files().end())
+            fresh.Note(file);
+    }
+    m_warned.Note(fresh);
+    return Utf8ToWindows1252(fresh.Warning());
 }
 
 ChooserNext ChooserModel::Exit()

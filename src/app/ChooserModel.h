@@ -1,6 +1,7 @@
 #pragma once
 
 #include "area/AreaModel.h"
+#include "area/EarlyEnds.h"
 #include "core/Result.h"
 
 #include <cstdint>
@@ -76,6 +77,10 @@ public:
     /// What may help against a failure, besides putting the file right.
     [[nodiscard]] Remedy RemedyFor(const Error& failure) const;
 
+    /// The warning of database files found to end too early since the last call, each named once in the model's life;
+    /// 8-bit text, empty where there is nothing to say.
+    std::string TakeWarning();
+
     /// "EXIT".
     ChooserNext Exit();
     /// The window is closed by its frame. After a completed load, which closes the window itself, nothing more happens.
@@ -94,6 +99,8 @@ private:
     ChooserView& m_view;
     std::vector<std::string> m_airportEntries;
     std::vector<std::string> m_sectorEntries;
+    EarlyEnds m_earlyEnds;
+    EarlyEnds m_warned;
     bool m_areaLoaded = false;
 };
 } // namespace corvane

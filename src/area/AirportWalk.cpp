@@ -25,19 +25,26 @@ static Error WalkError(const ByteSource& airports, std::uint64_t offset, const s
     return Fail(airports.Name(), "the record at byte " + NumberText(static_cast<std::int64_t>(offset)) + " " + why);
 }
 
-Result<void> WalkAirports(ByteSource& airports, const AirportVisit& visit)
+Result<void> WalkAirports(ByteSource& airports, const AirportVisit& visit, EarlyEnds* earlyEnds)
 {
     std::uint64_t offset = 0;
     while (offset < airports.Size()) {
+        const std::uint64_t left = airports.Size() - offset;
         const Result<AirportHead> head = HeadAt(airports, offset);
         if (!head)
             return head.error();
-        if (head->CutOff)
-            return WalkError(airports, offset, "is cut off by the end of the file");
-        if (head->Name.empty() || head->Icao.empty())
-            break;
         const std::int64_t next = std::int64_t{head->NextPos} - 1; // positions count from 1
-        if (next <= static_cast<std::int64_t>(offset) || next > static_cast<std::int64_t>(airports.Size()))
+        const bool cutOff = head->CutOff || next > static_cast<std::int64_t>(airports.Size());
+        const bool isLast = head->Name.empty() || head->Icao.empty();
+        if (head->CutOff || (cutOff && !isLast))
+            NoteEarlyEnd(earlyEnds, airports);
+        if (isLast)
+            break;
+        if (cutOff) {
+            visit(*head, {offset, left});
+            break;
+        }
+        if (next <= static_cast<std::int64_t>(offset))
             return WalkError(airports, offset, "gives the next one's position as " + NumberText(head->NextPos));
         visit(*head, {offset, static_cast<std::uint64_t>(next) - offset});
         offset = static_cast<std::uint64_t>(next);

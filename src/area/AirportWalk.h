@@ -1,5 +1,6 @@
 #pragma once
 
+#include "area/EarlyEnds.h"
 #include "core/ByteSource.h"
 #include "core/RecordCodec.h"
 
@@ -19,10 +20,11 @@ using AirportVisit = std::function<void(const AirportHead& head, const RecordExt
 /// Walks the records of an airports file from the first, head by head, without decoding the rest of them. The walk ends
 /// at the end of the file and at the first record whose name or ICAO code is empty.
 ///
-/// An Error names the file where a head is cut off by its end, or where a record's NextPos does not lead forward to a
-/// position inside the file or right behind it; the records before have been visited then.
-Result<void> WalkAirports(ByteSource& airports, const AirportVisit& visit);
+/// A record that the file's end cuts off is the last one: it is noted in earlyEnds, and visited with zeros for what it
+/// lacks if it has a name and an ICAO code. An Error names the file where a record's NextPos does not lead forward; the
+/// records before have been visited then.
+Result<void> WalkAirports(ByteSource& airports, const AirportVisit& visit, EarlyEnds* earlyEnds = nullptr);
 
-/// Decodes the whole record of a visited airport, which must fit its extent.
+/// Decodes the whole record of a visited airport; what its extent lacks reads as blank.
 Result<AirportRecord> ReadAirportAt(ByteSource& airports, const RecordExtent& extent);
 } // namespace corvane

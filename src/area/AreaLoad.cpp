@@ -53,11 +53,14 @@ static AreaModel EmptyCopy(const AreaModel& area)
     return fresh;
 }
 
-static Result<void> NoteAirports(ByteSource& airports, std::vector<AirportSpot>& spots)
+static Result<void> NoteAirports(ByteSource& airports, std::vector<AirportSpot>& spots, EarlyEnds* earlyEnds)
 {
-    return WalkAirports(airports, [&](const AirportHead& head, const RecordExtent& extent) {
-        spots.push_back({extent, {head.Lat, head.Lon}});
-    });
+    return WalkAirports(
+        airports,
+        [&](const AirportHead& head, const RecordExtent& extent) {
+            spots.push_back({extent, {head.Lat, head.Lon}});
+        },
+        earlyEnds);
 }
 
 static bool IsListEntry(const AirportHead& head, std::string_view entry)
@@ -69,17 +72,20 @@ static bool IsListEntry(const AirportHead& head, std::string_view entry)
 
 /// Notes every airport's spot, and makes the one with the chosen entry the area's centre.
 static Result<void> SelectAirport(ByteSource& airports, std::string_view airportEntry, AreaModel& area,
-                                  std::vector<AirportSpot>& spots)
+                                  std::vector<AirportSpot>& spots, EarlyEnds* earlyEnds)
 {
-    Result<void> walked = WalkAirports(airports, [&](const AirportHead& head, const RecordExtent& extent) {
-        spots.push_back({extent, {head.Lat, head.Lon}});
-        if (!IsListEntry(head, airportEntry))
-            return;
-        area.AreaName = airportEntry;
-        area.AreaMode = ControlMode::Airport;
-        area.AreaCenterLat = head.Lat;
-        area.AreaCenterLon = head.Lon;
-    });
+    Result<void> walked = WalkAirports(
+        airports,
+        [&](const AirportHead& head, const RecordExtent& extent) {
+            spots.push_back({extent, {head.Lat, head.Lon}});
+            if (!IsListEntry(head, airportEntry))
+                return;
+            area.AreaName = airportEntry;
+            area.AreaMode = ControlMode::Airport;
+            area.AreaCenterLat = head.Lat;
+            area.AreaCenterLon = head.Lon;
+        },
+        earlyEnds);
     if (walked && !(std::isfinite(area.AreaCenterLat) && std::isfinite(area.AreaCenterLon)))
         return Fail(airports.Name(), "gives no position for " + area.AreaName);
     return walked;
@@ -102,10 +108,10 @@ static Result<void> ReadAirports(ByteSource& airports, std::span<const AirportSp
 
 template <class Region>
 static Result<void> ReadNavaidsIn(ByteSource& file, std::int32_t count, const Region& region,
-                                  std::vector<NavaidRecord>& records)
+                                  std::vector<NavaidRecord>& records, EarlyEnds* earlyEnds)
 {
-    Result<std::vector<NavaidRecord>> navaids =
-        ReadNavaids(file, count, [&](double lat, double lon) { return region.Contains(lat, lon); });
+    Result<std::vector<NavaidRecord>> navaids = ReadNavaids(
+        file, count, [&](double lat, double lon) { return region.Contains(lat, lon); }, earlyEnds);
     if (!navaids)
         return navaids.error();
     records = *std::move(navaids);
@@ -187,22 +193,26 @@ Result<AreaFiles> OpenAreaFiles(const std::filesystem::path& appFolder)
 }
 
 Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std::string_view airportEntry,
-                             std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress)
+                             std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress,
+                             EarlyEnds* earlyEnds)
 {
     AreaModel fresh = EmptyCopy(area);
+    EarlyEnds early;
     std::vector<AirportSpot> spots;
     AreaCircle circle(0, 0);
     const std::array<LoadStep, AreaLoadSteps> steps{{
         {"Getting selected airport's information...",
          [&] {
-             Result<void> selected = SelectAirport(*files.Airports, airportEntry, fresh, spots);
+             Result<void> selected = SelectAirport(*files.Airports, airportEntry, fresh, spots, &early);
              circle = AreaCircle(fresh.AreaCenterLat, fresh.AreaCenterLon);
              return selected;
          }},
         {"Getting area's airports...",
          [&] { return ReadAirports(*files.Airports, spots, circle, fresh.AreaAirports); }},
-        {"Getting area's VORs...", [&] { return ReadNavaidsIn(*files.Vors, counts.VorCount, circle, fresh.AreaVors); }},
-        {"Getting area's NDBs...", [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, circle, fresh.AreaNdbs); }},
+        {"Getting area's VORs...",
+         [&] { return ReadNavaidsIn(*files.Vors, counts.VorCount, circle, fresh.AreaVors, &early); }},
+        {"Getting area's NDBs...",
+         [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, circle, fresh.AreaNdbs, &early); }},
         {"Getting area's airspaces...", [&] { return AddAirspacesOverCenter(allAirspaces, fresh); }},
         {"Getting surrounding TRACON airspaces...", [&] { return AddTracons(fresh); }},
         {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, circle, fresh.TerrainPoints); }},
@@ -215,15 +225,19 @@ Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std
     }};
     if (Result<void> done = RunSteps(steps, progress); !done)
         return done;
+    if (earlyEnds != nullptr)
+        earlyEnds->Note(early);
     allAirspaces = {};
     area = std::move(fresh);
     return {};
 }
 
 Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std::string_view sectorName,
-                            std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress)
+                            std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress,
+                            EarlyEnds* earlyEnds)
 {
     AreaModel fresh = EmptyCopy(area);
+    EarlyEnds early;
     std::vector<AirportSpot> spots;
     SectorBox box;
     const std::array<LoadStep, AreaLoadSteps> steps{{
@@ -231,13 +245,13 @@ Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std:
          [&] { return SelectSector(allAirspaces, sectorName, fresh, box); }},
         {"Getting ARTCC/FIR sector's airports...",
          [&] {
-             Result<void> walked = NoteAirports(*files.Airports, spots);
+             Result<void> walked = NoteAirports(*files.Airports, spots, &early);
              return walked ? ReadAirports(*files.Airports, spots, box, fresh.AreaAirports) : walked;
          }},
         {"Getting ARTCC/FIR sector's VORs...",
-         [&] { return ReadNavaidsIn(*files.Vors, counts.VorCount, box, fresh.AreaVors); }},
+         [&] { return ReadNavaidsIn(*files.Vors, counts.VorCount, box, fresh.AreaVors, &early); }},
         {"Getting ARTCC/FIR sector's NDBs...",
-         [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, box, fresh.AreaNdbs); }},
+         [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, box, fresh.AreaNdbs, &early); }},
         {"Get all the surrounding ARTCC/FIR airspaces...", [&] { return AddNeighbours(allAirspaces, box, fresh); }},
         {"Getting TRACON airspaces...", [&] { return AddTracons(fresh); }},
         {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, box, fresh.TerrainPoints); }},
@@ -249,6 +263,8 @@ Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std:
     }};
     if (Result<void> done = RunSteps(steps, progress); !done)
         return done;
+    if (earlyEnds != nullptr)
+        earlyEnds->Note(early);
     allAirspaces = {};
     area = std::move(fresh);
     return {};
@@ -256,21 +272,21 @@ Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std:
 
 Result<void> LoadAirportArea(const std::filesystem::path& appFolder, const SettingsRecord& counts,
                              std::string_view airportEntry, std::vector<AirspaceRecord>& allAirspaces, AreaModel& area,
-                             LoadProgress& progress)
+                             LoadProgress& progress, EarlyEnds* earlyEnds)
 {
     Result<AreaFiles> files = OpenAreaFiles(appFolder);
     if (!files)
         return files.error();
-    return LoadAirportArea(*files, counts, airportEntry, allAirspaces, area, progress);
+    return LoadAirportArea(*files, counts, airportEntry, allAirspaces, area, progress, earlyEnds);
 }
 
 Result<void> LoadSectorArea(const std::filesystem::path& appFolder, const SettingsRecord& counts,
                             std::string_view sectorName, std::vector<AirspaceRecord>& allAirspaces, AreaModel& area,
-                            LoadProgress& progress)
+                            LoadProgress& progress, EarlyEnds* earlyEnds)
 {
     Result<AreaFiles> files = OpenAreaFiles(appFolder);
     if (!files)
         return files.error();
-    return LoadSectorArea(*files, counts, sectorName, allAirspaces, area, progress);
+    return LoadSectorArea(*files, counts, sectorName, allAirspaces, area, progress, earlyEnds);
 }
 } // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "area/AreaModel.h"
+#include "area/EarlyEnds.h"
 #include "core/ByteSource.h"
 #include "core/Result.h"
 #include "core/Settings.h"
@@ -55,6 +56,7 @@ Result<AreaFiles> OpenAreaFiles(const std::filesystem::path& appFolder);
 
 /// Loads the area of one airport: what lies within 90 nautical miles of it.
 ///
+/// earlyEnds      told of database files that end too early: what they lack reads as blank
 /// counts         VorCount and NdbCount are used
 /// airportEntry   the chosen airport as AirportListEntry writes it; of several equal ones the last in the file is
 /// taken.
@@ -62,17 +64,19 @@ Result<AreaFiles> OpenAreaFiles(const std::filesystem::path& appFolder);
 /// allAirspaces   every record of the airspaces file; emptied by a load that completes
 /// area           replaced by a load that completes. A failure leaves both as they were; its Error names the file
 Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std::string_view airportEntry,
-                             std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress);
+                             std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress,
+                             EarlyEnds* earlyEnds = nullptr);
 Result<void> LoadAirportArea(const std::filesystem::path& appFolder, const SettingsRecord& counts,
                              std::string_view airportEntry, std::vector<AirspaceRecord>& allAirspaces, AreaModel& area,
-                             LoadProgress& progress);
+                             LoadProgress& progress, EarlyEnds* earlyEnds = nullptr);
 
 /// Loads the area of an ARTCC/FIR sector, by its name: what lies in the box around its high airspaces, and the other
 /// high airspaces that reach into the box. A name that no high airspace has gives an area without content at 0, 0.
 /// Arguments and failures as for an airport.
 Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std::string_view sectorName,
-                            std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress);
+                            std::vector<AirspaceRecord>& allAirspaces, AreaModel& area, LoadProgress& progress,
+                            EarlyEnds* earlyEnds = nullptr);
 Result<void> LoadSectorArea(const std::filesystem::path& appFolder, const SettingsRecord& counts,
                             std::string_view sectorName, std::vector<AirspaceRecord>& allAirspaces, AreaModel& area,
-                            LoadProgress& progress);
+                            LoadProgress& progress, EarlyEnds* earlyEnds = nullptr);
 } // namespace corvane

@@ -31,7 +31,8 @@ Result<AreaModel> LoadArea(const AreaOptions& options, std::ostream& notices)
     const auto settings = ReadSettings(options.Folders.AppFile(SettingsFileName));
     if (!settings)
         return settings.error();
-    auto airspaces = ReadAllAirspaces(options.Folders.AppFolder, settings->AirspaceCount);
+    EarlyEnds earlyEnds;
+    auto airspaces = ReadAllAirspaces(options.Folders.AppFolder, settings->AirspaceCount, &earlyEnds);
     if (!airspaces)
         return airspaces.error();
     AreaModel area;
@@ -40,13 +41,16 @@ Result<AreaModel> LoadArea(const AreaOptions& options, std::ostream& notices)
     const std::string& chosen = isAirport ? options.Airport : options.Sector;
     const std::string text = Utf8ToWindows1252(chosen);
     const Result<void> loaded =
-        isAirport ? LoadAirportArea(options.Folders.AppFolder, *settings, text, *airspaces, area, unwatched)
-                  : LoadSectorArea(options.Folders.AppFolder, *settings, text, *airspaces, area, unwatched);
+        isAirport ? LoadAirportArea(options.Folders.AppFolder, *settings, text, *airspaces, area, unwatched, &earlyEnds)
+                  : LoadSectorArea(options.Folders.AppFolder, *settings, text, *airspaces, area, unwatched, &earlyEnds);
     if (!loaded)
         return loaded.error();
+    if (!earlyEnds.Files().empty())
+        notices << "corvane-cli: " << TerminalText(earlyEnds.Warning()) << '\n';
     const bool found = isAirport ? !area.AreaName.empty() : area.AreaCenterLat != 0 || area.AreaCenterLon != 0;
     if (!found)
-        notices << "corvane-cli: the database has no " << (isAirport ? "airport " : "sector ") << chosen << '\n';
+        notices << "corvane-cli: the database has no " << (isAirport ? "airport " : "sector ") << TerminalText(chosen)
+                << '\n';
     return area;
 }
 

@@ -1,3 +1,4 @@
+#include "area/EarlyEnds.h"
 #include "cli/Commands.h"
 #include "cli/RecordJson.h"
 #include "core/DatabaseFiles.h"
@@ -16,7 +17,7 @@ static Result<AirportRecord> DecodeAnAirport(ByteReader& reader, std::string_vie
 
 /// Prints every record of a database file that wanted selects, a line each. decode takes (ByteReader&, file name).
 template <class Decode, class Wanted>
-static Result<std::size_t> PrintRecords(const std::filesystem::path& path, std::ostream& out, Decode decode,
+static Result<std::size_t> PrintRecords(const std::filesystem::path& path, const Console& console, Decode decode,
                                         Wanted wanted)
 {
     const Result<FileBytes> file = ReadWholeFile(path);
@@ -25,34 +26,40 @@ static Result<std::size_t> PrintRecords(const std::filesystem::path& path, std::
     const std::string name = FullName(path);
     ByteReader reader(file->Span());
     std::size_t printed = 0;
-    while (reader.Left() > 0) {
+    while (reader.Left() > 0 && !reader.Failed()) {
         const auto record = decode(reader, name);
         if (!record)
             return record.error();
         if (wanted(*record)) {
-            out << ToLine(ToJson(*record)) << '\n';
+            console.Out << ToLine(ToJson(*record)) << '\n';
             ++printed;
         }
+    }
+    if (reader.Failed()) {
+        EarlyEnds cutOff;
+        cutOff.Note(name);
+        PrintNotice(console, cutOff.Warning());
     }
     return printed;
 }
 
 template <class Decode>
-static Result<void> PrintAllRecords(const std::filesystem::path& path, std::ostream& out, Decode decode)
+static Result<void> PrintAllRecords(const std::filesystem::path& path, const Console& console, Decode decode)
 {
-    const Result<std::size_t> printed = PrintRecords(path, out, decode, [](const auto&) { return true; });
+    const Result<std::size_t> printed = PrintRecords(path, console, decode, [](const auto&) { return true; });
     if (!printed)
         return printed.error();
     return {};
 }
 
-static Result<void> PrintAirports(const std::filesystem::path& path, std::ostream& out, const std::string& icao)
+static Result<void> PrintAirports(const std::filesystem::path& path, const Console& console, const std::string& icao)
 {
     if (icao.empty())
-        return PrintAllRecords(path, out, DecodeAnAirport);
+        return PrintAllRecords(path, console, DecodeAnAirport);
     const std::string wantedIcao = ToUpper(Utf8ToWindows1252(icao));
-    const Result<std::size_t> printed = PrintRecords(
-        path, out, DecodeAnAirport, [&](const AirportRecord& airport) { return ToUpper(airport.Icao) == wantedIcao; });
+    const Result<std::size_t> printed = PrintRecords(path, console, DecodeAnAirport, [&](const AirportRecord& airport) {
+        return ToUpper(airport.Icao) == wantedIcao;
+    });
     if (!printed)
         return printed.error();
     if (*printed == 0)
@@ -60,16 +67,16 @@ static Result<void> PrintAirports(const std::filesystem::path& path, std::ostrea
     return {};
 }
 
-static Result<void> PrintSettings(const std::filesystem::path& path, std::ostream& out)
+static Result<void> PrintSettings(const std::filesystem::path& path, const Console& console)
 {
     const Result<SettingsRecord> settings = ReadSettings(path);
     if (!settings)
         return settings.error();
-    out << ToLine(ToJson(*settings)) << '\n';
+    console.Out << ToLine(ToJson(*settings)) << '\n';
     return {};
 }
 
-static Result<void> PrintMagVar(const FolderOptions& folders, std::ostream& out)
+static Result<void> PrintMagVar(const FolderOptions& folders, const Console& console)
 {
     const Result<std::filesystem::path> fsFolder = FindSimulator(folders);
     if (!fsFolder)
@@ -81,7 +88,7 @@ static Result<void> PrintMagVar(const FolderOptions& folders, std::ostream& out)
     Json values = Json::array();
     for (std::size_t i = 0; i < MagVarGrid::CellCount; ++i)
         values.push_back(grid->Values[i]);
-    out << values.dump() << '\n';
+    console.Out << values.dump() << '\n';
     return {};
 }
 
@@ -95,23 +102,23 @@ void AddDumpCommand(CLI::App& app, const Console& console, CommandWork& work)
     const auto add = [&](const char* name, const char* description, auto print) {
         CLI::App* const command = dump->add_subcommand(name, description);
         AddAppFolderOption(*command, *folders);
-        command->callback([=, &console, &work] { work = [=, &console] { return print(console.Out); }; });
+        command->callback([=, &console, &work] { work = [=, &console] { return print(console); }; });
         return command;
     };
     add("settings", "The settings record",
-        [=](std::ostream& out) { return PrintSettings(folders->AppFile(SettingsFileName), out); });
+        [=](const Console& out) { return PrintSettings(folders->AppFile(SettingsFileName), out); });
     add("airports", "The airports, a line each",
-        [=](std::ostream& out) { return PrintAirports(folders->AppFile(AirportsFileName), out, *icao); })
+        [=](const Console& out) { return PrintAirports(folders->AppFile(AirportsFileName), out, *icao); })
         ->add_option("--icao", *icao, "Only the airport of this ICAO identifier")
         ->type_name("ICAO");
     add("vors", "The VORs, a line each",
-        [=](std::ostream& out) { return PrintAllRecords(folders->AppFile(VorsFileName), out, DecodeNavaid); });
+        [=](const Console& out) { return PrintAllRecords(folders->AppFile(VorsFileName), out, DecodeNavaid); });
     add("ndbs", "The NDBs, a line each",
-        [=](std::ostream& out) { return PrintAllRecords(folders->AppFile(NdbsFileName), out, DecodeNavaid); });
+        [=](const Console& out) { return PrintAllRecords(folders->AppFile(NdbsFileName), out, DecodeNavaid); });
     add("airspaces", "The airspaces, a line each",
-        [=](std::ostream& out) { return PrintAllRecords(folders->AppFile(AirspacesFileName), out, DecodeAirspace); });
+        [=](const Console& out) { return PrintAllRecords(folders->AppFile(AirspacesFileName), out, DecodeAirspace); });
     AddFsFolderOption(*add("magvar", "The magnetic variation grid, index lon x 181 + (lat + 90)",
-                           [=](std::ostream& out) { return PrintMagVar(*folders, out); }),
+                           [=](const Console& out) { return PrintMagVar(*folders, out); }),
                       *folders);
 }
 } // namespace corvane

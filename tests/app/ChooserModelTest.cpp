@@ -89,12 +89,29 @@ TEST_F(Chooser, OpensWithWhatCanBeReadAndReportsTheRest)
     EXPECT_THAT(Model.AirportEntries(), IsEmpty());
 
     WriteWorld();
-    Write(AirportsFileName, "cut");
+    Write(AirportsFileName, std::string("\1\0A\1\0B\1\0\0\0", 10) + std::string(16, '\0')); // leads back to itself
     const Result<void> opened = Model.Open();
     ASSERT_FALSE(opened);
     EXPECT_EQ(opened.error().What, (State.AppFolder / AirportsFileName).string());
     EXPECT_THAT(Model.SectorEntries(), ElementsAre("PANAMA FIR"));
     EXPECT_EQ(View.Calls.back(), "Done");
+}
+
+TEST_F(Chooser, WarnsOnceOfEachDatabaseFileThatEndsEarly)
+{
+    WriteWorld();
+    State.Settings.AirspaceCount = 3;
+    State.Settings.VorCount = 1;
+    const auto warning = [&](std::string_view file) {
+        return (State.AppFolder / file).string() +
+               ": ends too early, so that records are missing; create the database again";
+    };
+    ASSERT_TRUE(Model.Open());
+    EXPECT_EQ(Model.TakeWarning(), warning(AirspacesFileName));
+    ASSERT_TRUE(Model.Open());
+    EXPECT_EQ(Model.TakeWarning(), "");
+    ASSERT_TRUE(Model.Load(ControlMode::Airport, "KSEA - Field"));
+    EXPECT_EQ(Model.TakeWarning(), warning(VorsFileName));
 }
 
 TEST_F(Chooser, LoadsInsideAFrameAndHandsOver)

@@ -6,29 +6,16 @@
 #include "core/Text.h"
 #include "tests/builder/BglWriter.h"
 #include "tests/core/AsNobody.h"
+#include "tests/core/FileSizeLimit.h"
 #include "tests/core/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
-
 namespace corvane {
 namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// Returns the old limit.
-rlimit LimitFileSize(rlim_t bytes)
-{
-    rlimit old{};
-    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, old.rlim_max};
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    return old;
-}
 
 class BuildDriverTest : public testing::Test {
 protected:
@@ -248,10 +235,9 @@ TEST_F(BuildDriverTest, NamesTheDatabaseFileThatCannotBeWrittenOn)
     WriteCfg({"One"});
     WriteBgl("One/scenery/a.bgl", AirportFile("A", IcaoRecord("A")));
     BuildDriver driver = Driver();
-    const rlimit unlimited = LimitFileSize(16);
+    const FileSizeLimit limit(16);
     ScanAll(driver);
     const auto finished = driver.Finish();
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &unlimited), 0);
     ASSERT_FALSE(finished);
     EXPECT_EQ(finished.error().Text(), (App() / AirportsFileName).string() + ": File too large");
     EXPECT_THAT(AppFiles(), IsEmpty());

@@ -104,6 +104,28 @@ TEST_F(WorldCommands, DumpsEveryRecordWithItsCounts)
     EXPECT_EQ(RunCli({"dump", "airports", "--app-folder", Folder(), "--icao", "ZZZZ"}).Status, 1);
 }
 
+TEST_F(WorldCommands, ReadADatabaseThatWasCutAndSaySo)
+{
+    const TemporaryFolder cut;
+    const std::string folder = cut.Path().string();
+    std::filesystem::copy(Folder(), cut.Path());
+    const std::filesystem::path vors = cut.Path() / "world_vors.dat";
+    std::filesystem::resize_file(vors, std::filesystem::file_size(vors) - 3);
+    const std::string warning =
+        "corvane-cli: " + vors.string() + ": ends too early, so that records are missing; create the database again\n";
+    const CommandRun area = RunCli({"area", "--app-folder", folder, "--airport", ListEntry("KSEA")});
+    EXPECT_EQ(area.Status, 0);
+    EXPECT_EQ(area.Notices, warning);
+    EXPECT_EQ(
+        json::parse(area.Out)["AreaAirports"],
+        json::parse(RunCli({"area", "--app-folder", Folder(), "--airport", ListEntry("KSEA")}).Out)["AreaAirports"]);
+    const CommandRun dump = RunCli({"dump", "vors", "--app-folder", folder});
+    EXPECT_EQ(dump.Status, 0);
+    EXPECT_EQ(dump.Notices, warning);
+    EXPECT_EQ(JsonLines(dump.Out).size(), json::parse(s_built.Out)["VorCount"].get<std::size_t>());
+    EXPECT_EQ(JsonLines(dump.Out).back()["RangeNm"], 0);
+}
+
 TEST_F(WorldCommands, AFailedBuildLeavesNoDatabase)
 {
     const TemporaryFolder broken;

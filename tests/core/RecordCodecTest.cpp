@@ -96,22 +96,50 @@ TEST(RecordCodec, ReadsBackWhatItWrote)
     EXPECT_EQ(*DecodeNavaid(vors, "f"), vor);
 }
 
-TEST(RecordCodec, ReportsEveryCut)
+template <class Field> bool IsWholeOrBlank(const Field& field, const Field& whole)
 {
+    return field == whole || field == Field{};
+}
+
+TEST(RecordCodec, ReadsBlanksBehindEveryCut)
+{
+    const AirportRecord airport = SampleAirport();
     Bytes bytes;
-    EncodeAirport(bytes, SampleAirport(), 1);
+    EncodeAirport(bytes, airport, 1);
     for (std::size_t n = 0; n < bytes.size(); ++n) {
         ByteReader reader(ByteSpan(bytes).first(n));
-        EXPECT_FALSE(DecodeAirport(reader, "cut.dat")) << n;
+        const auto cut = DecodeAirport(reader, "cut.dat");
+        ASSERT_TRUE(cut) << n;
+        EXPECT_TRUE(reader.Failed()) << n;
+        EXPECT_EQ(cut->Name, n < 2 + airport.Name.size() ? "" : airport.Name) << n;
+        EXPECT_TRUE(IsWholeOrBlank(cut->Lon, airport.Lon)) << n;
+        EXPECT_TRUE(IsWholeOrBlank(cut->ApproachName, airport.ApproachName)) << n;
+        EXPECT_TRUE(IsWholeOrBlank(cut->Runways, airport.Runways)) << n;
+        EXPECT_TRUE(IsWholeOrBlank(cut->Parkings, airport.Parkings)) << n;
+        EXPECT_TRUE(cut->TaxiPaths.empty()) << n << ": its count is what the record ends with";
     }
     Bytes airspace;
     EncodeAirspace(airspace, SampleAirspace(), 1);
     for (std::size_t n = 0; n < airspace.size(); ++n) {
         ByteReader reader(ByteSpan(airspace).first(n));
         const auto decoded = DecodeAirspace(reader, "cut.dat");
-        ASSERT_FALSE(decoded) << n;
-        EXPECT_EQ(decoded.error().What, "cut.dat");
+        ASSERT_TRUE(decoded) << n;
+        EXPECT_EQ(decoded->Ceiling, 0) << n;
     }
+}
+
+TEST(RecordCodec, TakesNoMemoryForAListThatTheBytesCannotHold)
+{
+    Bytes bytes;
+    EncodeAirspace(bytes, AirspaceRecord{}, 1);
+    const std::size_t listAt = bytes.size() - 8 - 4 - 2; // limits, the list's count, its dimensions
+    bytes[listAt] = 1;
+    ByteWriter(bytes).PatchI32(listAt + 2, 0x7FFFFFFF);
+    ByteReader reader(bytes);
+    const auto decoded = DecodeAirspace(reader, "bomb.dat");
+    ASSERT_TRUE(decoded);
+    EXPECT_TRUE(reader.Failed());
+    EXPECT_EQ(decoded->Points.capacity(), 0U);
 }
 
 TEST(RecordCodec, SurvivesEveryDamagedByte)

@@ -43,6 +43,7 @@ void ChooserWindow::OpenLists()
     }
     m_ui->Option1->setChecked(true);
     OptionChosen();
+    WarnOfDatabase();
     if (!opened && LeavesForSetUp(opened.error(), "Put the file right and open this window again"))
         return;
     m_ui->Combo1->setFocus();
@@ -63,6 +64,12 @@ bool ChooserWindow::LeavesForSetUp(const Error& failure, const std::string& advi
     return true;
 }
 
+void ChooserWindow::WarnOfDatabase()
+{
+    if (const std::string warning = m_model.TakeWarning(); !warning.empty())
+        m_boxes.Warn(warning);
+}
+
 void ChooserWindow::OptionChosen()
 {
     m_ui->Combo1->setEnabled(m_ui->Option1->isChecked());
@@ -77,9 +84,12 @@ void ChooserWindow::LoadChosenArea()
     m_busy = true;
     const Result<ChooserNext> next = m_model.Load(airport ? ControlMode::Airport : ControlMode::Sector, entry);
     m_busy = false;
-    if (m_abandoned)
+    if (m_abandoned) {
         Leave(m_model.Close());
-    else if (!next)
+        return;
+    }
+    WarnOfDatabase();
+    if (!next)
         LeavesForSetUp(next.error(), "The area was not loaded. Put the file right and try again");
     else if (*next != ChooserNext::Stay)
         Leave(*next);

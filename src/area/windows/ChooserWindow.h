@@ -43,6 +43,8 @@ private:
     bool Abandoned() const override { return m_abandoned; }
 
     void OpenLists();
+    /// Says once which database files end too early.
+    void WarnOfDatabase();
     void OptionChosen();
     void LoadChosenArea();
     /// Tells of a failure and, where it may help, offers the set-up. Returns whether the window has left for it.

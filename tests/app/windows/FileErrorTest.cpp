@@ -2,6 +2,7 @@
 #include "core/DatabaseFiles.h"
 #include "core/Settings.h"
 #include "tests/app/windows/ProgramFixture.h"
+#include "tests/core/FileSizeLimit.h"
 
 #include <filesystem>
 #include <fstream>
@@ -23,12 +24,13 @@ protected:
         std::filesystem::remove(File(name));
         std::filesystem::create_directories(File(name) / "occupied");
     }
-    /// Makes the file that a file is written to at first lie on a full disk.
-    void FillTheDiskFor(std::string_view name) const
+    /// Makes a database file one whose only record is no record.
+    void Damage(std::string_view name) const
     {
-        std::filesystem::path temporary = File(name);
-        temporary += ".part";
-        std::filesystem::create_symlink("/dev/full", temporary);
+        std::string content(60, '\0'); // four texts, NextPos and six bounds
+        content += '\7';               // dimensions, of which lists have one at most
+        content.append(40, '\0');
+        std::ofstream(File(name), std::ios::binary) << content;
     }
     void CutToHalf(std::string_view name) const
     {
@@ -45,11 +47,13 @@ TEST_F(FileErrorTest, SettingsThatCannotBeSavedKeepTheSetUpOpen)
     Click(setup, "Command1");
     EXPECT_THAT(m_shown.Last(), AllOf(Names(SettingsFileName), HasSubstr("Make the folder writable")));
     std::filesystem::remove_all(File(SettingsFileName));
-    FillTheDiskFor(SettingsFileName);
-    Click(setup, "Command1");
-    EXPECT_THAT(m_shown.Last(), AllOf(Names(SettingsFileName), HasSubstr("No space left on device")));
+    {
+        const FileSizeLimit limit(16);
+        Click(setup, "Command1");
+    }
+    EXPECT_THAT(m_shown.Last(), AllOf(Names(SettingsFileName), HasSubstr("File too large")));
     EXPECT_TRUE(setup->isVisible());
-    Click(setup, "Command1"); // the failure has cleared the way
+    Click(setup, "Command1");
     EXPECT_EQ(m_shown.Last(), "Settings file created successfully!");
     EXPECT_NE(WaitFor("Form4"), nullptr);
 }
@@ -76,10 +80,10 @@ TEST_F(FileErrorTest, ASimulatorFolderThatHasMovedIsAskedForAgain)
 TEST_F(FileErrorTest, ADiskThatFillsUpDuringTheScanIsToBlameAndNotTheScenery)
 {
     QWidget* const builder = StartInBuilder();
-    FillTheDiskFor(AirportsFileName);
+    const FileSizeLimit limit(65536);
     EXPECT_TRUE(EndsTheProgram([&] { Click(builder, "Command2"); }));
-    EXPECT_THAT(m_shown.Last(), AllOf(Names(AirportsFileName), HasSubstr("No space left on device"),
-                                      HasSubstr("Make room"), testing::Not(HasSubstr("BGL"))));
+    EXPECT_THAT(m_shown.Last(), AllOf(Names("world_air"), HasSubstr("File too large"), HasSubstr("Make room"),
+                                      testing::Not(HasSubstr("BGL"))));
     EXPECT_EQ(m_shown.Icons.back(), MessageIcon::Critical);
     for (const std::string_view name : DataFileNames())
         EXPECT_FALSE(HasFile(name)) << name;
@@ -88,7 +92,7 @@ TEST_F(FileErrorTest, ADiskThatFillsUpDuringTheScanIsToBlameAndNotTheScenery)
 TEST_F(FileErrorTest, TheChooserCanBeUsedWithoutAListThatCannotBeRead)
 {
     BuildDatabase();
-    CutToHalf(AirspacesFileName);
+    Damage(AirspacesFileName);
     Start();
     QWidget* const chooser = WaitForLists();
     EXPECT_THAT(m_shown.Last(), AllOf(Names(AirspacesFileName), HasSubstr("create the database files again")));
@@ -100,7 +104,7 @@ TEST_F(FileErrorTest, TheChooserCanBeUsedWithoutAListThatCannotBeRead)
 TEST_F(FileErrorTest, TheChooserLeavesForTheSetUpWhereADatabaseFileIsDamaged)
 {
     BuildDatabase();
-    CutToHalf(AirspacesFileName);
+    Damage(AirspacesFileName);
     m_shown.ConfirmAnswer = true;
     Start();
     EXPECT_NE(WaitFor("Form3"), nullptr);
@@ -121,7 +125,7 @@ TEST_F(FileErrorTest, TheChooserDoesNotAdviseABuildForAFileThatNoneMakes)
     EXPECT_TRUE(chooser->isVisible());
 }
 
-TEST_F(FileErrorTest, ADatabaseThatVanishesOrIsCutLeavesThePreviousArea)
+TEST_F(FileErrorTest, ADatabaseThatVanishesLeavesThePreviousAreaAndOneThatIsCutServes)
 {
     QWidget* const radar = StartInRadar();
     const QString caption = radar->windowTitle();
@@ -144,18 +148,16 @@ TEST_F(FileErrorTest, ADatabaseThatVanishesOrIsCutLeavesThePreviousArea)
         expectFailure(name);
         std::filesystem::rename(aside, File(name));
     }
-    std::filesystem::copy_file(File(VorsFileName), aside);
-    CutToHalf(VorsFileName);
-    expectFailure(VorsFileName);
-    std::filesystem::rename(aside, File(VorsFileName));
     std::filesystem::rename(File(WorldMapFileName), aside);
     PutFolderInPlaceOf(WorldMapFileName);
     expectFailure(WorldMapFileName);
     std::filesystem::remove_all(File(WorldMapFileName)); // an absent map is no error: there are no outlines
 
     EXPECT_EQ(radar->windowTitle(), caption);
+    CutToHalf(VorsFileName);
     PickAirport(chooser, other);
     ASSERT_TRUE(WaitUntilGone("Form5"));
+    EXPECT_THAT(m_shown.Last(), AllOf(Names(VorsFileName), HasSubstr("create the database again")));
     EXPECT_EQ(radar->windowTitle(), "Corvane v3.0 - " + other);
     EXPECT_TRUE(radar->isEnabled());
 }
