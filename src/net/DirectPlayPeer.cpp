@@ -213,21 +213,6 @@ Result<void> DirectPlayPeer::Close()
     return {};
 }
 
-Result<void> DirectPlayPeer::SetSessionDesc(const SessionEntry& session)
-{
-    constexpr const char* Operation = "SetSessionDesc";
-    if (const auto open = RequireSession(Operation); !open)
-        return open.error();
-    for (const std::string* text : {&session.Name, &session.Password}) {
-        if (auto fits = CheckText(Operation, *text); !fits)
-            return fits;
-    }
-    Result<void> result;
-    m_network->Run(
-        [&](PeerMachine& machine, Millis /*now*/) { result = machine.ChangeSession(ToHostRequest(session)); });
-    return result ? result : Because(Operation, result.error());
-}
-
 void DirectPlayPeer::Cancel()
 {
     if (m_network)

@@ -53,8 +53,6 @@ public:
     /// Leaves the session, and waits until the goodbyes are sent, for a second at most.
     Result<void> Close() override;
 
-    /// As host: changes name, password, limit and the changeable flags of the running session.
-    Result<void> SetSessionDesc(const SessionEntry& session);
     /// Makes the operation that waits fail; if none waits, the next one. May be called from any thread, once a
     /// connection is initialized.
     void Cancel();

@@ -134,12 +134,15 @@ TEST(Players, ChangeNamesJoinGroupsAndGo)
         EXPECT_EQ(node->Machine.NameOf(two), u"Renamed");
         EXPECT_THAT(node->Machine.Table().Groups().at(group).Members, ElementsAre(two));
     }
-    ASSERT_TRUE(second.Machine.RemovePlayerFromGroup(two, group));
-    session.Network.Settle();
+    const auto tell = [&](const WireMessage& message) { // what other programs may do
+        for (const auto* node : {&session.Host(), &third})
+            session.Network.Inject(true, second.Stream(), node->Stream(), EncodeMessage(message, 2300));
+    };
+    tell(DeletePlayerFromGroup{two, group});
     EXPECT_THAT(third.Machine.Table().Groups().at(group).Members, IsEmpty());
     ASSERT_TRUE(second.Machine.DestroyPlayer(two));
-    ASSERT_TRUE(second.Machine.DestroyGroup(group));
     session.Network.Settle();
+    tell(DeleteGroupMessage{0, group});
     EXPECT_THAT(third.Machine.Table().Players(), IsEmpty());
     EXPECT_THAT(third.Machine.Table().Groups(), IsEmpty());
     EXPECT_FALSE(third.Machine.SetPlayerName(two, u"X"));
@@ -150,13 +153,15 @@ TEST(Sessions, ChangeTheirDescriptionButNotTheirIdentity)
     SimulatedSession session(0x444, 8, u"cat");
     auto& second = session.Join();
     const SessionDescription before = second.Machine.Description();
-    ASSERT_TRUE(session.Host().Machine.ChangeSession({u"Other", u"dog", {}, 0x20, 9})); // and joining disabled
-    session.Network.Settle();
+    SessionDescription changed;
+    changed.Flags = 0x20; // joining disabled, and no more
+    changed.MaxPlayers = 9;
+    session.Network.Inject(true, session.Host().Stream(), second.Stream(),
+                           EncodeMessage(SessionDescChanged{changed, u"Other", u"dog"}, 2300));
     EXPECT_EQ(second.Machine.SessionName(), u"Other");
     EXPECT_EQ(second.Machine.Description().MaxPlayers, 9U);
     EXPECT_EQ(second.Machine.Description().Flags, 0x64U); // the fixed ones stay, the password is not needed any more
     EXPECT_EQ(second.Machine.Description().Instance, before.Instance);
-    EXPECT_FALSE(second.Machine.ChangeSession({}));
 }
 
 TEST(Leaving, TakesPlayersAlongAndLeavesGroups)

@@ -136,14 +136,10 @@ public:
     // Operations that are done when they return. They fail outside a session and for ids that are not right.
     Result<void> SetPlayerName(WireId player, std::u16string_view shortName);
     Result<void> AddPlayerToGroup(WireId player, WireId group);
-    Result<void> RemovePlayerFromGroup(WireId player, WireId group);
     Result<void> DestroyPlayer(WireId player);
-    Result<void> DestroyGroup(WireId group);
     /// to: a player, a group, or EveryPlayer. A player that has left takes messages without an error: the program
     /// may still be answering messages that wait in its queue.
     Result<void> Send(WireId from, WireId to, bool guaranteed, ByteSpan content, Millis now);
-    /// As host: changes what may change while the session runs, and tells everybody.
-    Result<void> ChangeSession(const HostRequest& changed);
     /// Says goodbye and leaves. The streams are the surroundings' to close once all is sent.
     void Leave();
 

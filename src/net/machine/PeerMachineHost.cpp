@@ -309,20 +309,4 @@ void PeerMachine::TickHost(Millis now)
     for (const WireId joiner : late)
         CompleteAdmission(joiner);
 }
-
-Result<void> PeerMachine::ChangeSession(const HostRequest& changed)
-{
-    if (!Hosting())
-        return Fail("session", "only its host can change it");
-    m_description.Flags = (m_description.Flags & ~ChangeableSessionFlags) | (changed.Flags & ChangeableSessionFlags);
-    m_description.MaxPlayers = changed.MaxPlayers;
-    m_sessionName = changed.Name;
-    m_password = changed.Password;
-    if ((m_description.Flags & FlagNoSessionDescMessages) == 0) {
-        SessionDescription description = m_description;
-        description.CurrentPlayers = CurrentPlayers();
-        SendToOthers(SessionDescChanged{description, m_sessionName, m_password});
-    }
-    return {};
-}
 } // namespace corvane::directplay

@@ -88,15 +88,6 @@ Result<void> PeerMachine::AddPlayerToGroup(WireId player, WireId group)
     return {};
 }
 
-Result<void> PeerMachine::RemovePlayerFromGroup(WireId player, WireId group)
-{
-    if (m_table.FindGroup(group) == nullptr)
-        return NoSuch("group", group);
-    m_table.RemoveFromGroup(player, group);
-    SendToOthers(DeletePlayerFromGroup{player, group});
-    return {};
-}
-
 Result<void> PeerMachine::DestroyPlayer(WireId player)
 {
     const PlayerEntry* entry = m_table.FindPlayer(player);
@@ -106,17 +97,6 @@ Result<void> PeerMachine::DestroyPlayer(WireId player)
         SendToOthers(DeletePlayerFromGroup{player, group});
     SendToOthers(DeletePlayerMessage{player, 0});
     ForgetPlayer(player);
-    return {};
-}
-
-Result<void> PeerMachine::DestroyGroup(WireId group)
-{
-    const GroupEntry* entry = m_table.FindGroup(group);
-    if (entry == nullptr || (entry->Machine != m_ownId && !Hosting()))
-        return NoSuch("own group", group);
-    m_table.RemoveGroup(group);
-    Changed(group);
-    SendToOthers(DeleteGroupMessage{0, group});
     return {};
 }
 } // namespace corvane::directplay
