@@ -70,6 +70,17 @@ void RadarDisplay::CenterOnArea()
     Recenter(m_sources.Area.AreaCenterLon, m_sources.Area.AreaCenterLat);
 }
 
+void RadarDisplay::Show(LatLon center, double zoomLevel)
+{
+    constexpr double Poles = 90;
+    constexpr double Around = 360;
+    Recenter(NormalizeLongitude(std::clamp(center.Lon, -Around, Around)), std::clamp(center.Lat, -Poles, Poles));
+    for (int level = 0; level != m_view.ZoomLevel && m_view.ZoomLevel != zoomLevel;) {
+        level = m_view.ZoomLevel; // until no step changes it any more
+        m_view.ZoomLevel < zoomLevel ? ZoomIn() : ZoomOut();
+    }
+}
+
 void RadarDisplay::Pan(int eastTenths, int northTenths)
 {
     constexpr double Poles = 90;

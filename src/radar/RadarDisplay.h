@@ -41,6 +41,8 @@ public:
     void ZoomOut();
     void Recenter(double lon, double lat);
     void CenterOnArea();
+    /// Centres on a place at a zoom level; what lies outside of the earth or of the levels becomes the nearest.
+    void Show(LatLon center, double zoomLevel);
     /// Moves the view by tenths of its width and height, east and north positive.
     void Pan(int eastTenths, int northTenths);
     /// Redraws all layers at the same centre, after the flags or the area have changed.

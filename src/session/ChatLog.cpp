@@ -6,6 +6,14 @@
 namespace corvane {
 static constexpr std::string_view LineEnd = "\r\n";
 
+static std::size_t LineEnds(std::string_view text)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(LineEnd); at != std::string_view::npos; at = text.find(LineEnd, at + 1))
+        ++count;
+    return count;
+}
+
 void ChatLog::AddChatLine(std::string_view from, std::string_view text)
 {
     std::string line = OneLine(from); // nobody else's words may look like a line of their own
@@ -13,9 +21,13 @@ void ChatLog::AddChatLine(std::string_view from, std::string_view text)
     line += OneLine(text);
     line += LineEnd;
     m_history.insert(0, line);
+    ++m_lineCount;
     if (m_history.size() > HistoryLimit) {
         const std::size_t lastWhole = m_history.rfind(LineEnd, HistoryLimit - LineEnd.size());
-        m_history.resize(lastWhole == std::string::npos ? HistoryLimit : lastWhole + LineEnd.size());
+        const std::size_t keep = lastWhole == std::string::npos ? HistoryLimit : lastWhole + LineEnd.size();
+        const std::string_view forgotten = std::string_view(m_history).substr(keep);
+        m_lineCount -= LineEnds(forgotten) + (forgotten.ends_with(LineEnd) ? 0 : 1); // the banner has no line end
+        m_history.resize(keep);
     }
 }
 
@@ -29,6 +41,7 @@ void ChatLog::RefreshPlayerList(const PlayerTable& players)
 void ChatLog::Clear()
 {
     m_history = Banner;
+    m_lineCount = 1;
     m_members.clear();
 }
 

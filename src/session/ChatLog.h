@@ -27,10 +27,13 @@ public:
 
     /// Newest line first; every line but the banner at the bottom ends with a carriage return and a line feed.
     [[nodiscard]] const std::string& History() const noexcept { return m_history; }
+    /// The lines of the history, the banner among them.
+    [[nodiscard]] std::size_t LineCount() const noexcept { return m_lineCount; }
     [[nodiscard]] const std::vector<std::string>& Members() const noexcept { return m_members; }
 
 private:
     std::string m_history{Banner};
+    std::size_t m_lineCount = 1;
     std::vector<std::string> m_members;
 };
 

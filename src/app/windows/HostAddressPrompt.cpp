@@ -1,6 +1,7 @@
 #include "app/windows/HostAddressPrompt.h"
 
 #include "core/MessageBoxes.h"
+#include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 
 #include <QApplication>
@@ -8,17 +9,17 @@
 #include <QLineEdit>
 
 namespace corvane {
-std::optional<std::string> AskHostAddress()
+std::optional<std::string> AskHostAddress(DeskSettings& desk)
 {
-    constexpr const char* LastAnswer = "hostAddress"; // kept by the application for as long as it runs
+    constexpr const char* LastAnswer = "connection/host";
     bool accepted = false;
     const QString address =
         QInputDialog::getText(QApplication::activeWindow(), ToQString(MessageTitle),
                               QObject::tr("Name or address of the host (leave it empty to search the local network):"),
-                              QLineEdit::Normal, qApp->property(LastAnswer).toString(), &accepted);
+                              QLineEdit::Normal, desk.Text(LastAnswer), &accepted);
     if (!accepted)
         return std::nullopt;
-    qApp->setProperty(LastAnswer, address.trimmed());
+    desk.Keep(LastAnswer, address.trimmed());
     return address.trimmed().toStdString();
 }
 } // namespace corvane

@@ -2,11 +2,13 @@
 
 #include "app/AppState.h"
 #include "app/ChooserModel.h"
+#include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "radar/paint/ScopePaint.h"
 #include "session/windows/ChatWindow.h"
 #include "ui_MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 
@@ -17,12 +19,13 @@ static constexpr int TargetIntervalMs = 1000;
 static constexpr int PanelIntervalMs = 500;
 
 MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat,
-                       const RecordingParts& recording)
+                       const RecordingParts& recording, DeskSettings& desk)
     : m_ui(std::make_unique<Ui::Form1>()),
       m_state(state),
       m_factory(factory),
       m_boxes(boxes),
       m_chat(chat),
+      m_desk(desk),
       m_font(MakeScopeFont(ScopeQFont())),
       m_display({state.Area, state.MagVar, state.Flags, state.Session, state.Players}, m_font),
       m_pump(state.Session, state.Players, state.MagVar, *this, boxes)
@@ -40,6 +43,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     ConnectControls();
     GatherActions();
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
+    RestoreView();
     m_ui->Picture1->SetDisplay(&m_display);
     TakeDisplay();
     UpdateScope();
@@ -87,6 +91,8 @@ void MainWindow::ConnectControls()
     connect(m_ui->show_airpts_list1, &QAction::triggered, this, &MainWindow::AirportListRequested);
     connect(m_ui->show_chat_win_op1, &QAction::triggered, this, &MainWindow::ChatRequested);
     connect(m_ui->preferences_op1, &QAction::triggered, this, &MainWindow::PreferencesRequested);
+    m_ui->remember_op1->setChecked(m_desk.Flag(RememberKey, false));
+    connect(m_ui->remember_op1, &QAction::toggled, this, [this](bool on) { m_desk.Keep(RememberKey, on); });
     connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
 }
 
@@ -115,7 +121,9 @@ void MainWindow::PumpTick()
     if (m_left)
         return;
     m_traffic->Refresh();
-    m_recording->Refresh(); // last: this window may be gone when it returns
+    m_recording->Refresh(); // which may show a box: this window may have been left when it returns
+    if (!m_left)
+        PlaceStatusLines();
 }
 
 void MainWindow::TargetTick()
@@ -245,6 +253,56 @@ void MainWindow::RecenterView(double lon, double lat)
 {
     m_display.Recenter(lon, lat);
     UpdateScope();
+}
+
+static QString FlagKey(const DisplayFlagName& flag)
+{
+    return "flags/" + ToQString(flag.Name);
+}
+
+void MainWindow::KeepView()
+{
+    for (const DisplayFlagName& flag : DisplayFlagNames)
+        m_desk.Keep(FlagKey(flag), m_state.Flags.*flag.Flag);
+    m_desk.Keep("view/area", ToQString(m_state.Area.AreaName));
+    m_desk.Keep("view/zoom", m_display.View().ZoomLevel);
+    m_desk.Keep("view/lat", m_display.View().ViewCenterLat);
+    m_desk.Keep("view/lon", m_display.View().ViewCenterLon);
+}
+
+void MainWindow::RestoreView()
+{
+    if (!m_desk.Flag(RememberKey, false))
+        return;
+    for (const DisplayFlagName& flag : DisplayFlagNames)
+        m_state.Flags.*flag.Flag = m_desk.Flag(FlagKey(flag), true);
+    if (m_desk.Text("view/area") == ToQString(m_state.Area.AreaName))
+        m_display.Show({m_desk.Number("view/lat", m_state.Area.AreaCenterLat),
+                        m_desk.Number("view/lon", m_state.Area.AreaCenterLon)},
+                       m_desk.Number("view/zoom", m_display.View().ZoomLevel));
+}
+
+void MainWindow::ShowUnread(int lines)
+{
+    m_ui->Label12->setText(lines == 1 ? tr("Chat: 1 new line") : tr("Chat: %1 new lines").arg(lines));
+    m_ui->Label12->setVisible(lines > 0);
+    PlaceStatusLines();
+    if (lines > 0 && !m_chat.isVisible())
+        QApplication::alert(this);
+}
+
+/// Under the bar of buttons, one below the other.
+void MainWindow::PlaceStatusLines()
+{
+    constexpr int Gap = 6;
+    int top = m_ui->ScopeBar->geometry().bottom() + Gap;
+    for (QLabel* const line : {m_ui->Label8, m_ui->Label9, m_ui->Label12}) {
+        if (line->isHidden())
+            continue;
+        line->adjustSize();
+        line->move(m_ui->ScopeBar->x(), top);
+        top += line->height() + Gap;
+    }
 }
 
 void MainWindow::ShowNewArea()

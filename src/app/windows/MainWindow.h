@@ -22,6 +22,10 @@ class Form1;
 namespace corvane {
 struct AppState;
 class ChatWindow;
+class DeskSettings;
+
+/// Whether view and preferences, which begin anew with each session, are to be as they were.
+inline constexpr const char* RememberKey = "remember";
 
 /// The radar: the scope with its controls, the session behind it, and the menus that open the other windows.
 class MainWindow final : public QMainWindow, private PumpEvents {
@@ -30,7 +34,7 @@ class MainWindow final : public QMainWindow, private PumpEvents {
 public:
     /// The window opens over the loaded area and the joined session.
     MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat,
-               const RecordingParts& recording);
+               const RecordingParts& recording, DeskSettings& desk);
     ~MainWindow() override;
 
     /// Another window works in this one's place: nothing here can be used and the scope stands still, while the
@@ -43,6 +47,10 @@ public:
     void ShowNewArea();
     /// The display flags have changed.
     void RedrawAll();
+    /// So many chat lines have not been read.
+    void ShowUnread(int lines);
+    /// Remembers view and preferences for the next session over this area.
+    void KeepView();
     /// Leaves the session; the window has done its part then.
     void Leave();
 
@@ -86,6 +94,8 @@ private:
     [[nodiscard]] double Now() const;
     void TakeDisplay();
     void StartRefreshing();
+    void RestoreView();
+    void PlaceStatusLines();
     void SetControlsEnabled(bool enabled);
 
     std::unique_ptr<Ui::Form1> m_ui;
@@ -93,6 +103,7 @@ private:
     SessionPeerFactory& m_factory;
     MessageBoxes& m_boxes;
     ChatWindow& m_chat;
+    DeskSettings& m_desk;
     ScopeFont m_font;
     RadarDisplay m_display;
     MessagePump m_pump;

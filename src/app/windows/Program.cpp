@@ -7,10 +7,12 @@
 #include "app/windows/ScreenshotRun.h"
 #include "app/windows/SetupWindow.h"
 #include "app/windows/SplashWindow.h"
+#include "app/windows/WindowPlaces.h"
 #include "area/windows/AirportListWindow.h"
 #include "area/windows/ChooserWindow.h"
 #include "builder/windows/BuilderWindow.h"
 #include "core/DatabaseFiles.h"
+#include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "core/windows/WindowManners.h"
 #include "radar/windows/PreferencesWindow.h"
@@ -20,7 +22,6 @@
 #include "session/windows/PlayerPropertiesWindow.h"
 
 #include <QCoreApplication>
-#include <QScreen>
 #include <QThread>
 
 #include <iostream>
@@ -31,13 +32,14 @@ static constexpr int PracticeIntervalMs = 100;
 static constexpr int DeletionIntervalMs = 50;
 
 Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
-                 ScriptedStart script, const RecordingParts& recording)
+                 ScriptedStart script, const RecordingParts& recording, DeskSettings& desk)
     : m_state(state),
       m_factory(factory),
       m_practice(practice),
       m_boxes(boxes),
       m_script(std::move(script)),
-      m_recording(recording)
+      m_recording(recording),
+      m_desk(desk)
 {
     m_clock.start();
     connect(&m_practiceTimer, &QTimer::timeout, this,
@@ -48,6 +50,7 @@ Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& pra
 
 Program::~Program()
 {
+    KeepPlaces();
     delete m_overRadar;
     delete m_main; // before the chat window, which it writes to
     delete m_chat;
@@ -147,6 +150,8 @@ void Program::OpenChooser()
     m_chooser = new ChooserWindow(m_state, m_boxes);
     connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
     connect(m_chooser, &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
+    if (m_main != nullptr)
+        BelongTo(*m_chooser, *m_main);
     BringUp(*m_chooser);
 }
 
@@ -188,26 +193,6 @@ void Program::OpenConnection()
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
 }
 
-/// The radar in the middle of the screen, and the chat in its lower right corner.
-static void PlaceRadar(QWidget& radar, QWidget& chat)
-{
-    constexpr int FrameHeight = 40; // of a window's frame, which is not known before it is shown
-    const QRect screen = radar.screen()->availableGeometry();
-    radar.resize(radar.size().boundedTo(screen.size() - QSize(0, FrameHeight)));
-    QRect place = radar.geometry();
-    place.moveCenter(screen.center());
-    radar.move(place.topLeft());
-    chat.move(place.bottomRight() - QPoint(chat.width(), chat.height()));
-}
-
-/// A window that works in the radar's place: above its middle, clear of the chat.
-static void PlaceOver(const QWidget& radar, QWidget& window)
-{
-    constexpr int BelowTheMenus = 50;
-    window.adjustSize();
-    window.move(radar.x() + (radar.width() - window.width()) / 2, radar.y() + BelowTheMenus);
-}
-
 void Program::ServePractice(const QString& address)
 {
     if (const Result<void> served = m_practice.ServeAt(ToText(address), m_state.Area); !served)
@@ -217,12 +202,10 @@ void Program::ServePractice(const QString& address)
 
 void Program::OpenRadar()
 {
-    m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes);
-    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording);
+    m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes, m_desk);
+    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk);
     ConnectRadarMenus();
-    PlaceRadar(*m_main, *m_chat);
-    m_main->show();
-    m_chat->show();
+    PlaceRadarWindows();
     LetGo(m_connection);
     m_boxes.JoinEnds();
     m_script.Practice = false;
@@ -230,16 +213,41 @@ void Program::OpenRadar()
         m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot);
 }
 
+static constexpr const char* RadarPlace = "places/radar";
+static constexpr const char* ChatPlace = "places/chat";
+static constexpr const char* ChatHidden = "chat/hidden";
+
+void Program::PlaceRadarWindows()
+{
+    PlaceRadar(*m_main, *m_chat);
+    static_cast<void>(m_desk.RestorePlace(RadarPlace, *m_main));
+    static_cast<void>(m_desk.RestorePlace(ChatPlace, *m_chat));
+    BelongTo(*m_chat, *m_main);
+    m_main->show();
+    if (!m_desk.Flag(RememberKey, false) || !m_desk.Flag(ChatHidden, false))
+        m_chat->show();
+}
+
+void Program::KeepPlaces()
+{
+    if (m_main == nullptr || m_chat == nullptr)
+        return;
+    m_desk.KeepPlace(RadarPlace, *m_main);
+    m_desk.KeepPlace(ChatPlace, *m_chat);
+    m_desk.Keep(ChatHidden, !m_chat->isVisible());
+    m_main->KeepView();
+}
+
 void Program::ConnectRadarMenus()
 {
     connect(m_main, &MainWindow::Disconnected, this, &Program::AfterDisconnect);
+    connect(m_chat, &ChatWindow::UnreadChanged, m_main, &MainWindow::ShowUnread);
     connect(m_main, &MainWindow::ChatRequested, m_chat, &ChatWindow::ShowAgain);
     connect(m_main, &MainWindow::NewDatabaseRequested, this, &Program::CreateNewDatabase);
     connect(m_main, &MainWindow::ChooserRequested, this, [this] {
         m_main->TakeOver();
         OpenChooser();
-        PlaceOver(*m_main, *m_chooser);
-        BelongTo(*m_chooser, *m_main);
+        PlaceOver(*m_main, *m_chat, *m_chooser);
     });
     connect(m_main, &MainWindow::TouchedWhileTaken, this, &Program::ShowWhatTookTheRadar);
     connect(m_main, &MainWindow::AboutRequested, this, [this] {
@@ -280,8 +288,7 @@ void Program::OpenOverRadar(std::unique_ptr<QWidget> window)
 {
     m_main->TakeOver();
     m_overRadar = window.release();
-    m_overRadar->setWindowFlag(Qt::Dialog);
-    PlaceOver(*m_main, *m_overRadar);
+    PlaceOver(*m_main, *m_chat, *m_overRadar);
     BelongTo(*m_overRadar, *m_main);
     BringUp(*m_overRadar);
 }
@@ -304,6 +311,7 @@ void Program::CloseOverRadar()
 
 void Program::AfterDisconnect()
 {
+    KeepPlaces();
     LetGo(m_overRadar);
     if (m_chooser != nullptr)
         m_chooser->Abandon();

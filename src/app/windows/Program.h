@@ -19,6 +19,7 @@ class BuilderWindow;
 class ChatWindow;
 class ChooserWindow;
 class ConnectionWindow;
+class DeskSettings;
 class MainWindow;
 class ScreenshotRun;
 class SetupWindow;
@@ -31,7 +32,7 @@ class Program final : public QObject {
 
 public:
     Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
-            ScriptedStart script, const RecordingParts& recording);
+            ScriptedStart script, const RecordingParts& recording, DeskSettings& desk);
     ~Program() override;
 
     void Start();
@@ -47,6 +48,8 @@ private:
     void ServePractice(const QString& address);
     void OpenRadar();
     void AfterDisconnect();
+    void PlaceRadarWindows();
+    void KeepPlaces();
     void OpenOverRadar(std::unique_ptr<QWidget> window);
     void CloseOverRadar();
     void ShowWhatTookTheRadar();
@@ -66,6 +69,7 @@ private:
     ScriptedBoxes& m_boxes;
     ScriptedStart m_script;
     RecordingParts m_recording;
+    DeskSettings& m_desk;
     QTimer m_practiceTimer;
     QElapsedTimer m_clock;
 

@@ -10,6 +10,7 @@
 #include "app/windows/RadarEmblem.h"
 #include "app/windows/ScriptedStart.h"
 #include "app/windows/TrafficPrompts.h"
+#include "core/windows/DeskSettings.h"
 #include "core/windows/QtMessageBoxes.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordedSessionProvider.h"
@@ -34,10 +35,10 @@ static bool GoesOnWaiting(const SessionState& session)
 }
 
 /// How the program's own peers use the network.
-static DirectPlayOptions NetworkOptions(const SessionState& session)
+static DirectPlayOptions NetworkOptions(const SessionState& session, DeskSettings& desk)
 {
     DirectPlayOptions options;
-    options.AskHostAddress = AskHostAddress;
+    options.AskHostAddress = [&desk] { return AskHostAddress(desk); };
     options.WhileWaiting = [&session] { return GoesOnWaiting(session); };
     return options;
 }
@@ -68,7 +69,10 @@ int main(int argc, char** argv)
     SessionRecorder recorder(SteadyMilliseconds());
     std::optional<TrafficProvider> feedProvider;
     const auto state = std::make_unique<AppState>();
-    DirectPlayProvider networkProvider(NetworkOptions(state->Session));
+    const ScriptedStart script = arguments.Read(application, *state);
+    DeskSettings desk(script.Unattended() ? QString()
+                                          : DeskSettings::DefaultFile()); // a script's pictures are all alike
+    DirectPlayProvider networkProvider(NetworkOptions(state->Session, desk));
     PracticeProvider practiceProvider(network);
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);
     feedProvider.emplace(MakeFeedConnection(*state, AskFeedAddress), state->TrafficDetails);
@@ -76,11 +80,10 @@ int main(int argc, char** argv)
     CompositePeerFactory connections(
         {&networkProvider, &practiceProvider, &recordedProvider, &flightGearProvider, &*feedProvider});
     RecordingPeerFactory factory(connections, recorder);
-    const ScriptedStart script = arguments.Read(application, *state);
     PracticeHost practice(practiceProvider, state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
     ScriptedBoxes boxes(shown, script);
-    Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs});
+    Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs}, desk);
     program.Start();
     return QApplication::exec();
 }

@@ -24,7 +24,6 @@ static void Prepare(QMessageBox& box, std::string_view title, std::string_view t
     box.setTextFormat(Qt::PlainText);
     box.setText(ToQString(text));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    box.setWindowFlag(Qt::WindowStaysOnTopHint); // the chat stays above all other windows
 }
 
 void QtMessageBoxes::Show(MessageIcon icon, std::string_view title, std::string_view text)

@@ -40,6 +40,7 @@ private:
 
 void BelongTo(QWidget& window, QWidget& owner)
 {
+    window.setWindowFlag(Qt::Dialog); // X11 tells the desktop of the owner of such windows alone
     for (const QWidget* widget : {&window, &owner})
         static_cast<void>(widget->winId()); // which makes the window handle
     window.windowHandle()->setTransientParent(owner.windowHandle());

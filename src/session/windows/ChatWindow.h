@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/MessageBoxes.h"
+#include "session/ChatDraft.h"
 #include "session/ChatLog.h"
 
 #include <QTimer>
@@ -8,19 +9,23 @@
 
 #include <memory>
 
+class QKeyEvent;
+
 namespace Ui {
 class Form6;
 }
 
 namespace corvane {
-/// The chat with everybody in the session; floats above the radar while it is shown.
+class DeskSettings;
+
+/// The chat with everybody in the session. It belongs to the radar, above which it stays while it is shown.
 class ChatWindow final : public QWidget {
     Q_OBJECT
 
 public:
     static constexpr int StayOnTopIntervalMs = 3000;
 
-    ChatWindow(const SessionState& session, const PlayerTable& players, MessageBoxes& boxes);
+    ChatWindow(const SessionState& session, const PlayerTable& players, MessageBoxes& boxes, DeskSettings& desk);
     ~ChatWindow() override;
 
     void AddChatLine(std::string_view from, std::string_view text);
@@ -29,19 +34,39 @@ public:
     /// Shows the window, and the name of whom a line is to be for in front of what has been typed.
     void WriteTo(const QString& name);
 
+signals:
+    /// So many lines have come that nobody can have read: the window is hidden or another one has the keyboard.
+    void UnreadChanged(int lines);
+
 protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void FillOptions();
     void Send();
     void HideBehind();
-    void ShowHistory();
+    void StayAbove();
+    void ShowLine(std::string_view from, std::string_view text);
+    [[nodiscard]] bool SpeaksToOwnPlayer(std::string_view from, std::string_view text) const;
+    void SetUnread(int lines);
+    void ClearFirstText();
+    bool HandleKey(const QKeyEvent& key);
+    bool Complete();
+    bool InsertReadyText(int functionKey);
+    void SetTyped(const std::string& text);
 
     std::unique_ptr<Ui::Form6> m_ui;
     const SessionState& m_session;
     const PlayerTable& m_players;
     MessageBoxes& m_boxes;
+    DeskSettings& m_desk;
     ChatLog m_log;
+    ChatDraft m_draft;
     QTimer m_timer1{this};
+    int m_unread = 0;
+    bool m_showTimes = false;
+    bool m_firstText = true; ///< nothing has been typed yet
 };
 } // namespace corvane

@@ -4,6 +4,7 @@
 #include "app/PracticeProvider.h"
 #include "app/windows/Program.h"
 #include "core/MessageBoxes.h"
+#include "core/windows/DeskSettings.h"
 #include "radar/ScopeView.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordedSessionProvider.h"
@@ -111,6 +112,7 @@ protected:
     static QImage Picture(QWidget* radar);
     /// The view of a radar window that has just been opened.
     [[nodiscard]] ScopeView OpeningView(QWidget* radar) const;
+    [[nodiscard]] QString DeskFile() const { return QString::fromStdString((m_folder.Path() / "desk.ini").string()); }
     [[nodiscard]] bool HasFile(std::string_view name) const;
 
     const TemporaryFolder m_folder;
@@ -128,6 +130,7 @@ protected:
     PracticeHost m_practice{m_provider, m_state.MagVar, 7};
     ScriptedStart m_script;
     std::unique_ptr<ScriptedBoxes> m_boxes;
+    std::unique_ptr<DeskSettings> m_desk;
     std::unique_ptr<Program> m_program;
 };
 } // namespace corvane

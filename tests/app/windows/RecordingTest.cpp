@@ -1,6 +1,7 @@
 #include "tests/app/windows/ProgramFixture.h"
 #include "tests/recording/SampleRecording.h"
 
+#include <QApplication>
 #include <QMenu>
 
 #include <filesystem>
@@ -66,7 +67,7 @@ TEST_F(RecordingTest, RecordsTheSessionAndPlaysIt)
     EXPECT_EQ(playing.text(), "Playing at 1x, 0:00:00 of 0:01:05");
     EXPECT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
     radar->activateWindow(); // the chat opened over it, and shortcuts are the active window's
-    ASSERT_TRUE(QTest::qWaitForWindowActive(radar));
+    ASSERT_TRUE(WaitUntil([&] { return QApplication::activeWindow() == radar; }));
     QTest::keyClick(radar, Qt::Key_4, Qt::ControlModifier);
     m_nowMs += 3000;
     In<QAction>(radar, "pause1").trigger();

@@ -1,0 +1,12 @@
+#pragma once
+
+class QWidget;
+
+namespace corvane {
+/// The radar in the middle of the screen, with the chat beside it, or, where the screen has no room for both, in its
+/// lower right corner.
+void PlaceRadar(QWidget& radar, QWidget& chat);
+
+/// A window that works in the radar's place: above its middle, or beside that where the chat would be under it.
+void PlaceOver(const QWidget& radar, const QWidget& chat, QWidget& window);
+} // namespace corvane
