@@ -147,7 +147,7 @@ void Program::SetUpAgain()
 void Program::OpenChooser()
 {
     LetGo(m_builder);
-    m_chooser = new ChooserWindow(m_state, m_boxes);
+    m_chooser = new ChooserWindow(m_state, m_boxes, m_desk);
     connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
     connect(m_chooser, &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
     if (m_main != nullptr)
@@ -179,7 +179,7 @@ void Program::OpenConnection()
     if (const Result<void> hosted = m_practice.HostOver(m_state.Area); !hosted)
         m_boxes.Warn(BoxText(hosted.error()));
     m_practiceTimer.start(PracticeIntervalMs);
-    m_connection = new ConnectionWindow(m_factory, m_state.Session, m_state.Players, m_boxes);
+    m_connection = new ConnectionWindow(m_factory, m_state.Session, m_state.Players, m_boxes, m_desk);
     connect(m_connection, &ConnectionWindow::Joined, this, &Program::OpenRadar);
     connect(m_connection, &ConnectionWindow::ExitRequested, this, [this] {
         m_state.Area.ClearTables();

@@ -1,7 +1,9 @@
 #include "area/windows/ChooserWindow.h"
 
 #include "area/windows/EntryCombo.h"
+#include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 #include "ui_ChooserWindow.h"
 
 #include <QCloseEvent>
@@ -11,12 +13,18 @@
 #include <thread>
 
 namespace corvane {
-ChooserWindow::ChooserWindow(AppState& state, MessageBoxes& boxes)
-    : m_ui(std::make_unique<Ui::Form5>()), m_boxes(boxes), m_model(state, *this)
+static constexpr const char* LastAirport = "area/airport";
+static constexpr const char* LastSector = "area/sector";
+
+ChooserWindow::ChooserWindow(AppState& state, MessageBoxes& boxes, DeskSettings& desk)
+    : m_ui(std::make_unique<Ui::Form5>()), m_boxes(boxes), m_desk(desk), m_model(state, *this)
 {
     m_ui->setupUi(this);
+    PressOnReturn(*this);
     ShowPlaceholder(*m_ui->Combo1);
     ShowPlaceholder(*m_ui->Combo2);
+    TakeTypedEntry(*m_ui->Combo1, m_model.AirportEntries(), *m_ui->NoMatch1, [this] { m_ui->Command3->click(); });
+    TakeTypedEntry(*m_ui->Combo2, m_model.SectorEntries(), *m_ui->NoMatch2, [this] { m_ui->Command3->click(); });
     m_timer1.setObjectName("Timer1");
     m_timer1.setInterval(ChooserModel::OpeningDelayMs);
     m_timer1.setSingleShot(true);
@@ -46,8 +54,17 @@ void ChooserWindow::OpenLists()
     WarnOfDatabase();
     if (!opened && LeavesForSetUp(opened.error(), "Put the file right and open this window again"))
         return;
+    OfferLastArea();
     m_ui->Combo1->setFocus();
     emit Ready();
+}
+
+void ChooserWindow::OfferLastArea()
+{
+    if (const QString airport = m_desk.Text(LastAirport); !airport.isEmpty())
+        PickEntryThatBegins(*m_ui->Combo1, m_model.AirportEntries(), ToText(airport));
+    if (const QString sector = m_desk.Text(LastSector); !sector.isEmpty())
+        PickEntryThatBegins(*m_ui->Combo2, m_model.SectorEntries(), ToText(sector));
 }
 
 bool ChooserWindow::LeavesForSetUp(const Error& failure, const std::string& advice)
@@ -91,8 +108,10 @@ void ChooserWindow::LoadChosenArea()
     WarnOfDatabase();
     if (!next)
         LeavesForSetUp(next.error(), "The area was not loaded. Put the file right and try again");
-    else if (*next != ChooserNext::Stay)
+    else if (*next != ChooserNext::Stay) {
+        m_desk.Keep(airport ? LastAirport : LastSector, ToQString(*entry));
         Leave(*next);
+    }
 }
 
 bool ChooserWindow::ChooseAirport(const std::string& icao)

@@ -13,12 +13,14 @@ class Form5;
 }
 
 namespace corvane {
+class DeskSettings;
+
 /// The area chooser: what to control, one airport or one ARTCC/FIR sector.
 class ChooserWindow final : public QWidget, private ChooserView {
     Q_OBJECT
 
 public:
-    ChooserWindow(AppState& state, MessageBoxes& boxes);
+    ChooserWindow(AppState& state, MessageBoxes& boxes, DeskSettings& desk);
     ~ChooserWindow() override;
 
     /// Picks the airport of an ICAO code in the list and presses the button. Returns whether the list has it.
@@ -45,6 +47,7 @@ private:
     void OpenLists();
     /// Says once which database files end too early.
     void WarnOfDatabase();
+    void OfferLastArea();
     void OptionChosen();
     void LoadChosenArea();
     /// Tells of a failure and, where it may help, offers the set-up. Returns whether the window has left for it.
@@ -53,6 +56,7 @@ private:
 
     std::unique_ptr<Ui::Form5> m_ui;
     MessageBoxes& m_boxes;
+    DeskSettings& m_desk;
     ChooserModel m_model;
     QTimer m_timer1{this};
     bool m_busy = false; ///< long work is under way: who closes the window leaves when its present step has ended

@@ -1,10 +1,14 @@
 #include "area/windows/EntryCombo.h"
 
+#include "area/EntryMatch.h"
 #include "core/windows/QtText.h"
 
 #include <QAbstractListModel>
 #include <QComboBox>
 #include <QCompleter>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 
@@ -34,6 +38,46 @@ public:
 private:
     const std::vector<std::string>& m_entries;
 };
+
+/// Keeps keys and wheel among the entries that match what is being typed: by itself the box would go from there to the
+/// list's first entry.
+class EntryKeys final : public QObject {
+public:
+    static constexpr const char* Name = "EntryKeys";
+
+    explicit EntryKeys(QComboBox& combo) : QObject(&combo), m_combo(combo)
+    {
+        setObjectName(Name);
+        combo.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (!Moves(*event) || !IsTyped())
+            return false;
+        if (m_combo.completer()->completionCount() > 0)
+            m_combo.completer()->complete();
+        return true;
+    }
+
+private:
+    static bool Moves(const QEvent& event)
+    {
+        if (event.type() == QEvent::Wheel)
+            return true;
+        if (event.type() != QEvent::KeyPress)
+            return false;
+        const int key = static_cast<const QKeyEvent&>(event).key();
+        return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+    }
+    [[nodiscard]] bool IsTyped() const
+    {
+        const QString text = m_combo.currentText();
+        return !text.isEmpty() && (m_combo.currentIndex() < 0 || m_combo.itemText(m_combo.currentIndex()) != text);
+    }
+
+    QComboBox& m_combo;
+};
 } // namespace
 
 void ShowPlaceholder(QComboBox& combo)
@@ -58,6 +102,8 @@ void SetEntries(QComboBox& combo, const std::vector<std::string>& entries)
         combo.setCompleter(completer);
         // By itself Qt picks what was typed when the field is left: the first entry that differs in letter case alone.
         QObject::disconnect(combo.lineEdit(), &QLineEdit::editingFinished, &combo, nullptr);
+        if (combo.findChild<QObject*>(EntryKeys::Name) == nullptr)
+            new EntryKeys(combo); // the combo box's
         combo.clearEditText();
         ShowPlaceholder(combo);
     }
@@ -72,6 +118,23 @@ std::optional<std::string> PickedEntry(const QComboBox& combo, const std::vector
     if (combo.isEditable() && combo.currentText() != ToQString(entry))
         return std::nullopt; // typed over
     return entry;
+}
+
+void TakeTypedEntry(QComboBox& combo, const std::vector<std::string>& entries, QLabel& noMatch,
+                    std::function<void()> done)
+{
+    QObject::connect(combo.lineEdit(), &QLineEdit::textChanged, &noMatch, [&](const QString& text) {
+        noMatch.setVisible(MatchEntries(entries, ToText(text)).Count == 0 && !text.isEmpty());
+    });
+    QObject::connect(combo.lineEdit(), &QLineEdit::returnPressed, &combo, [&combo, &entries, done = std::move(done)] {
+        const QAbstractItemView* const offered = combo.completer()->popup();
+        if (offered->isVisible() && offered->currentIndex().isValid())
+            return; // that one is taken
+        if (PickedEntry(combo, entries))
+            done();
+        else if (const auto meant = MatchEntries(entries, ToText(combo.currentText())).Meant)
+            combo.setCurrentIndex(static_cast<int>(*meant));
+    });
 }
 
 bool PickEntryThatBegins(QComboBox& combo, const std::vector<std::string>& entries, const std::string& beginning)

@@ -1,17 +1,38 @@
 #include "session/windows/ConnectionWindow.h"
 
+#include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "core/windows/WindowManners.h"
 #include "ui_ConnectionWindow.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 
 namespace corvane {
+namespace {
+/// A list's row without the frame of the current one, which looks selected to whoever comes by the keyboard.
+class ListRow final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state.setFlag(QStyle::State_HasFocus, false);
+    }
+};
+} // namespace
+
+static constexpr const char* NicknameKey = "connection/nickname";
+static constexpr const char* TypeKey = "connection/type";
+
 ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players,
-                                   MessageBoxes& boxes)
-    : m_ui(std::make_unique<Ui::Form2>()), m_connection(factory, session, players, *this, boxes)
+                                   MessageBoxes& boxes, DeskSettings& desk)
+    : m_ui(std::make_unique<Ui::Form2>()), m_desk(desk), m_connection(factory, session, players, *this, boxes)
 {
     m_ui->setupUi(this);
     PressOnReturn(*this);
@@ -30,7 +51,11 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
     connect(m_ui->List1, &QListWidget::itemActivated, m_ui->Command1, &QPushButton::click);
     connect(m_ui->List2, &QListWidget::itemActivated, m_ui->Command2, &QPushButton::click);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command2, &QPushButton::click);
+    connect(m_ui->Text2, &QLineEdit::editingFinished, this, &ConnectionWindow::HostElsewhere);
+    for (QListWidget* const list : {m_ui->List1, m_ui->List2})
+        list->setItemDelegate(new ListRow(list));
     m_connection.Load();
+    Recall();
 }
 
 ConnectionWindow::~ConnectionWindow() = default;
@@ -49,6 +74,21 @@ void ConnectionWindow::TypeChosen()
     if (const auto row = SelectedRow(*m_ui->List1))
         m_connection.ConnectionTypeChosen(*row);
     EnableHosting();
+}
+
+void ConnectionWindow::Remember()
+{
+    m_desk.Keep(NicknameKey, m_ui->Text1->text());
+    if (const auto row = SelectedRow(*m_ui->List1))
+        m_desk.Keep(TypeKey, m_ui->List1->item(static_cast<int>(*row))->text());
+}
+
+void ConnectionWindow::Recall()
+{
+    m_ui->Text1->setText(m_desk.Text(NicknameKey, m_ui->Text1->text()));
+    const auto types = m_ui->List1->findItems(m_desk.Text(TypeKey), Qt::MatchExactly);
+    if (!types.isEmpty())
+        m_ui->List1->setCurrentItem(types.first());
 }
 
 /// A click on the type that is selected already starts again, too; no signal tells it from the first half of a
@@ -72,6 +112,7 @@ void ConnectionWindow::OfferHosting(const QString& connectionName)
 
 void ConnectionWindow::ShowHosting(const QString& address)
 {
+    m_hostedAt = address;
     m_ui->Check1->setChecked(!address.isEmpty());
     if (!address.isEmpty())
         m_ui->Text2->setText(address);
@@ -84,13 +125,23 @@ void ConnectionWindow::EnableHosting()
     const bool offered = !selected.isEmpty() && selected.front()->text() == m_hostedType && m_ui->List1->isEnabled();
     m_ui->Check1->setEnabled(offered);
     m_ui->Label6->setEnabled(offered);
-    m_ui->Text2->setEnabled(offered && !m_ui->Check1->isChecked());
+    m_ui->Text2->setEnabled(offered);
 }
 
 void ConnectionWindow::HostingClicked(bool on)
 {
     TypeChosen(); // what was located is a session that ends now
     emit HostingWanted(on ? m_ui->Text2->text().trimmed() : QString());
+}
+
+/// The address was changed while the session is hosted.
+void ConnectionWindow::HostElsewhere()
+{
+    const QString address = m_ui->Text2->text().trimmed();
+    if (m_hostedAt.isEmpty() || address == m_hostedAt || address.isEmpty())
+        return;
+    TypeChosen(); // what was located is a session that ends now
+    emit HostingWanted(address);
 }
 
 void ConnectionWindow::JoinClicked()
@@ -124,12 +175,19 @@ void ConnectionWindow::SetSessions(std::span<const std::string> lines)
     m_ui->List2->clear();
     for (const std::string& line : lines)
         m_ui->List2->addItem(ToQString(line));
+    if (lines.size() == 1)
+        m_ui->List2->setCurrentRow(0);
+    if (!lines.empty())
+        m_ui->List2->setFocus(); // where Return joins
 }
 
 void ConnectionWindow::SetStatus(std::string_view status)
 {
     m_ui->Label5->setText(ToQString(status));
     m_ui->Label5->repaint();
+    m_ui->Label5->setAccessibleName("Status: " + m_ui->Label5->text());
+    QAccessibleEvent spoken(m_ui->Label5, QAccessible::Alert);
+    QAccessible::updateAccessibility(&spoken);
 }
 
 void ConnectionWindow::SetListsEnabled(bool enabled)
@@ -147,6 +205,7 @@ void ConnectionWindow::SetTimers(bool running)
 
 void ConnectionWindow::OpenRadar()
 {
+    Remember();
     emit Joined();
 }
 

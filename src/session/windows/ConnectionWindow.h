@@ -12,12 +12,15 @@ class Form2;
 }
 
 namespace corvane {
+class DeskSettings;
+
 /// The connection window: locate sessions, pick one, join it under a nickname.
 class ConnectionWindow final : public QWidget, private ConnectionView {
     Q_OBJECT
 
 public:
-    ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players, MessageBoxes& boxes);
+    ConnectionWindow(SessionPeerFactory& factory, SessionState& session, PlayerTable& players, MessageBoxes& boxes,
+                     DeskSettings& desk);
     ~ConnectionWindow() override;
 
     /// Presses the buttons that a person would press: picks the connection type of this name, locates sessions, and
@@ -53,12 +56,17 @@ private:
     void TypeChosen();
     void HostingClicked(bool on);
     void EnableHosting();
+    void HostElsewhere();
+    void Remember();
+    void Recall();
     void JoinClicked();
 
     std::unique_ptr<Ui::Form2> m_ui;
+    DeskSettings& m_desk;
     Connection m_connection;
     QTimer m_timer1{this};
     QTimer m_timer2{this};
+    QString m_hostedAt;   ///< empty while the session is not hosted
     QString m_hostedType; ///< the connection type that can be hosted on the network
 };
 } // namespace corvane

@@ -219,5 +219,28 @@ TEST_F(DeskTest, ADamagedFileGivesTheDefaultsAndIsKept)
     }
     EXPECT_TRUE(DeskSettings(DeskFile()).Note().isEmpty()) << "once";
 }
+
+TEST_F(DeskTest, TheConnectionIsAsItWasYesterday)
+{
+    Click(m_radar, "Command3");
+    QWidget* connection = WaitFor("Form2");
+    In<QLineEdit>(connection, "Text1").setText("Approach");
+    ASSERT_TRUE(Locate(connection, "Practice"));
+    auto& sessions = In<QListWidget>(connection, "List2");
+    EXPECT_EQ(sessions.count(), 1);
+    EXPECT_EQ(sessions.currentRow(), 0) << "the only one is selected";
+    EXPECT_EQ(connection->focusWidget(), &sessions);
+    QTest::keyClick(&sessions, Qt::Key_Return);
+    ASSERT_NE(WaitFor("Form1"), nullptr);
+    m_script.Practice = false;
+    StartOver();
+    QWidget* const chooser = WaitForLists();
+    EXPECT_TRUE(In<QComboBox>(chooser, "Combo1").currentText().startsWith("KSEA - ")) << "the last area";
+    Click(chooser, "Command3");
+    connection = WaitFor("Form2");
+    EXPECT_EQ(In<QLineEdit>(connection, "Text1").text(), "Approach");
+    EXPECT_EQ(In<QListWidget>(connection, "List1").currentRow(), 0);
+    EXPECT_EQ(In<QLabel>(connection, "Label5").accessibleName(), "Status: Disconnected");
+}
 } // namespace
 } // namespace corvane

@@ -60,6 +60,20 @@ TEST_F(ProgramTest, FirstStartLeadsFromTheSetUpToTheRadar)
     QTest::keyClick(offered, Qt::Key_Down);
     QTest::keyClick(offered, Qt::Key_Return);
     EXPECT_THAT(airports.currentText().toStdString(), StartsWith("KSEA - "));
+    auto& noMatch = In<QLabel>(chooser, "NoMatch1");
+    airports.lineEdit()->selectAll();
+    QTest::keyClicks(&airports, "no such airport");
+    EXPECT_TRUE(noMatch.isVisible());
+    QTest::keyClick(&airports, Qt::Key_Down);
+    EXPECT_EQ(airports.currentText(), "no such airport") << "not the list's first entry";
+    Click(chooser, "Command3");
+    EXPECT_EQ(Find("Form5"), chooser);
+    airports.lineEdit()->selectAll();
+    QTest::keyClicks(&airports, "ksea");
+    QApplication::activePopupWidget()->hide();
+    EXPECT_FALSE(noMatch.isVisible());
+    QTest::keyClick(&airports, Qt::Key_Return);
+    EXPECT_THAT(airports.currentText().toStdString(), StartsWith("KSEA - ")) << "Return takes what is meant";
     Click(chooser, "Command3");
 
     QWidget* const connection = WaitFor("Form2");

@@ -49,7 +49,14 @@ TEST_F(HostingTest, LetsAnotherMachineIntoTheSessionThatTheControllerJoins)
     Option().click();
     ASSERT_TRUE(m_shown.Texts.empty()) << m_shown.Last();
     EXPECT_EQ(m_practice.ServedAt(), LoopbackAddress(1));
-    EXPECT_FALSE(AddressBox().isEnabled());
+    AddressBox().selectAll(); // which can be changed while it is so
+    QTest::keyClicks(&AddressBox(), QString::fromStdString(LoopbackAddress(2)));
+    QTest::keyClick(&AddressBox(), Qt::Key_Return);
+    EXPECT_EQ(m_practice.ServedAt(), LoopbackAddress(2));
+    AddressBox().selectAll();
+    QTest::keyClicks(&AddressBox(), QString::fromStdString(LoopbackAddress(1)));
+    QTest::keyClick(&AddressBox(), Qt::Key_Return);
+    EXPECT_EQ(m_practice.ServedAt(), LoopbackAddress(1));
 
     DirectPlayPeer visitor(OtherMachine());
     ASSERT_TRUE(visitor.InitializeConnection(DirectPlayConnectionAddress));
