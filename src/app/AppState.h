@@ -5,6 +5,7 @@
 #include "core/Settings.h"
 #include "radar/DisplayFlags.h"
 #include "radar/DisplayOptions.h"
+#include "session/FlightPlanMemory.h"
 #include "session/PlayerTable.h"
 #include "session/SessionState.h"
 #include "traffic/TrafficDetails.h"
@@ -25,6 +26,7 @@ struct AppState {
     std::string TrafficHealth;          ///< of the link to that traffic; empty: there is none
     SessionState Session;               ///< its peer may use the two above to its end
     PlayerTable Players;
+    FlightPlanMemory Plans; ///< for those who come again
     AreaModel Area;
     std::vector<AirspaceRecord> AllAirspaces; ///< the whole airspaces file, while the area chooser is open
     MagVarGrid MagVar;

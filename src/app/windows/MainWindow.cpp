@@ -2,6 +2,9 @@
 
 #include "app/AppState.h"
 #include "app/ChooserModel.h"
+#include "app/windows/HealthLine.h"
+#include "app/windows/NoticeLine.h"
+#include "app/windows/RadarMemory.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "radar/paint/ScopePaint.h"
@@ -15,11 +18,12 @@
 #include <algorithm>
 
 namespace corvane {
+static constexpr const char* AskKey = "askBeforeLeaving";
 static constexpr int TargetIntervalMs = 1000;
 static constexpr int PanelIntervalMs = 500;
 
 MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat,
-                       const RecordingParts& recording, DeskSettings& desk)
+                       const RecordingParts& recording, DeskSettings& desk, const QString& hostedAt)
     : m_ui(std::make_unique<Ui::Form1>()),
       m_state(state),
       m_factory(factory),
@@ -40,10 +44,14 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_targets = std::make_unique<TargetControls>(m_display, *m_ui->Picture1, *m_ui->Label1, state.Players);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};
+    m_health = std::make_unique<HealthLine>(
+        HealthLine::Parts{*m_ui->show_health1, *m_ui->HealthBar, *m_ui->Label10, *m_ui->Command7}, desk, state.Players,
+        recording, hostedAt);
+    m_notices = std::make_unique<NoticeLine>(desk, *m_ui->NoticeBar, *m_ui->Label11, *m_ui->Command8);
     ConnectControls();
     GatherActions();
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
-    RestoreView();
+    RestoreRadarView(desk, state.Area, state.Flags, m_display);
     m_ui->Picture1->SetDisplay(&m_display);
     TakeDisplay();
     UpdateScope();
@@ -51,6 +59,8 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     MakeTimer(m_timer2, "Timer2", TargetIntervalMs, &MainWindow::TargetTick);
     MakeTimer(m_timer3, "Timer3", UpkeepIntervalMs, &MainWindow::UpkeepTick);
     MakeTimer(m_timer4, "Timer4", PanelIntervalMs, &MainWindow::PanelTick);
+    m_notices->Tell({}, desk.Note());
+    TellMissingMaps(*m_notices, state.AppFolder);
     m_chat.RefreshPlayerList();
     m_pump.Start();
 }
@@ -66,7 +76,11 @@ void MainWindow::ConnectControls()
         m_display.CenterOnArea();
         UpdateScope();
     });
-    connect(m_ui->Command3, &QPushButton::clicked, this, &MainWindow::Leave);
+    connect(m_ui->Command3, &QPushButton::clicked, this, &MainWindow::LeaveIfWanted);
+    connect(m_health.get(), &HealthLine::LocateRequested, this, [this] {
+        emit LocateAgainRequested();
+        Leave();
+    });
     connect(m_ui->Picture1, &ScopeWidget::WheelTurned, this, &MainWindow::ZoomBy);
     connect(m_targets.get(), &TargetControls::Changed, this, &MainWindow::UpdateScope);
     connect(m_targets.get(), &TargetControls::PropertiesRequested, this, &MainWindow::PropertiesOfRequested);
@@ -93,6 +107,8 @@ void MainWindow::ConnectControls()
     connect(m_ui->preferences_op1, &QAction::triggered, this, &MainWindow::PreferencesRequested);
     m_ui->remember_op1->setChecked(m_desk.Flag(RememberKey, false));
     connect(m_ui->remember_op1, &QAction::toggled, this, [this](bool on) { m_desk.Keep(RememberKey, on); });
+    m_ui->ask_op1->setChecked(m_desk.Flag(AskKey, false));
+    connect(m_ui->ask_op1, &QAction::toggled, this, [this](bool on) { m_desk.Keep(AskKey, on); });
     connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
 }
 
@@ -123,7 +139,7 @@ void MainWindow::PumpTick()
     m_traffic->Refresh();
     m_recording->Refresh(); // which may show a box: this window may have been left when it returns
     if (!m_left)
-        PlaceStatusLines();
+        m_health->Refresh();
 }
 
 void MainWindow::TargetTick()
@@ -255,54 +271,17 @@ void MainWindow::RecenterView(double lon, double lat)
     UpdateScope();
 }
 
-static QString FlagKey(const DisplayFlagName& flag)
-{
-    return "flags/" + ToQString(flag.Name);
-}
-
 void MainWindow::KeepView()
 {
-    for (const DisplayFlagName& flag : DisplayFlagNames)
-        m_desk.Keep(FlagKey(flag), m_state.Flags.*flag.Flag);
-    m_desk.Keep("view/area", ToQString(m_state.Area.AreaName));
-    m_desk.Keep("view/zoom", m_display.View().ZoomLevel);
-    m_desk.Keep("view/lat", m_display.View().ViewCenterLat);
-    m_desk.Keep("view/lon", m_display.View().ViewCenterLon);
-}
-
-void MainWindow::RestoreView()
-{
-    if (!m_desk.Flag(RememberKey, false))
-        return;
-    for (const DisplayFlagName& flag : DisplayFlagNames)
-        m_state.Flags.*flag.Flag = m_desk.Flag(FlagKey(flag), true);
-    if (m_desk.Text("view/area") == ToQString(m_state.Area.AreaName))
-        m_display.Show({m_desk.Number("view/lat", m_state.Area.AreaCenterLat),
-                        m_desk.Number("view/lon", m_state.Area.AreaCenterLon)},
-                       m_desk.Number("view/zoom", m_display.View().ZoomLevel));
+    KeepRadarView(m_desk, m_state.Area, m_state.Flags, m_display.View());
 }
 
 void MainWindow::ShowUnread(int lines)
 {
     m_ui->Label12->setText(lines == 1 ? tr("Chat: 1 new line") : tr("Chat: %1 new lines").arg(lines));
     m_ui->Label12->setVisible(lines > 0);
-    PlaceStatusLines();
     if (lines > 0 && !m_chat.isVisible())
         QApplication::alert(this);
-}
-
-/// Under the bar of buttons, one below the other.
-void MainWindow::PlaceStatusLines()
-{
-    constexpr int Gap = 6;
-    int top = m_ui->ScopeBar->geometry().bottom() + Gap;
-    for (QLabel* const line : {m_ui->Label8, m_ui->Label9, m_ui->Label12}) {
-        if (line->isHidden())
-            continue;
-        line->adjustSize();
-        line->move(m_ui->ScopeBar->x(), top);
-        top += line->height() + Gap;
-    }
 }
 
 void MainWindow::ShowNewArea()
@@ -325,7 +304,32 @@ void MainWindow::RefreshPlayerList()
 
 void MainWindow::AddChatLine(std::string_view from, std::string_view text)
 {
+    m_health->Heard();
     m_chat.AddChatLine(from, text);
+}
+
+void MainWindow::PlayerAdded(const PlayerRecord& player)
+{
+    m_health->Heard();
+    if (!m_desk.Flag(RememberKey, false))
+        return;
+    for (PlayerRecord& entry : m_state.Players.Players())
+        if (&entry == &player)
+            m_state.Plans.Restore(entry);
+}
+
+void MainWindow::PlayerUpdated(const PlayerRecord& /*player*/)
+{
+    m_health->Heard();
+}
+
+/// Leaves the session, unless flight plans would be lost and the user wants to be asked.
+void MainWindow::LeaveIfWanted()
+{
+    const auto players = m_state.Players.Players();
+    const bool asks = m_desk.Flag(AskKey, false) && std::any_of(players.begin(), players.end(), HasFlightPlan);
+    if (!asks || m_boxes.Confirm(MessageTitle, "Flight plans have been entered. Do you want to leave the session?"))
+        Leave();
 }
 
 void MainWindow::Leave()
@@ -333,6 +337,7 @@ void MainWindow::Leave()
     if (m_left)
         return;
     m_left = true;
+    m_state.Plans.Keep(m_state.Players.Players());
     m_ui->Command3->setText("PLEASE WAIT...");
     m_ui->Command3->repaint();
     for (QTimer* timer : {&m_timer1, &m_timer2, &m_timer3, &m_timer4})
@@ -348,6 +353,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore(); // the window that took over is in front
         return;
     }
-    Leave();
+    LeaveIfWanted();
+    if (!m_left)
+        event->ignore();
 }
 } // namespace corvane

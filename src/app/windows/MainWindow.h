@@ -23,9 +23,8 @@ namespace corvane {
 struct AppState;
 class ChatWindow;
 class DeskSettings;
-
-/// Whether view and preferences, which begin anew with each session, are to be as they were.
-inline constexpr const char* RememberKey = "remember";
+class HealthLine;
+class NoticeLine;
 
 /// The radar: the scope with its controls, the session behind it, and the menus that open the other windows.
 class MainWindow final : public QMainWindow, private PumpEvents {
@@ -33,8 +32,9 @@ class MainWindow final : public QMainWindow, private PumpEvents {
 
 public:
     /// The window opens over the loaded area and the joined session.
+    /// hostedAt  where this program hosts that session on the network; empty where it does not
     MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes, ChatWindow& chat,
-               const RecordingParts& recording, DeskSettings& desk);
+               const RecordingParts& recording, DeskSettings& desk, const QString& hostedAt);
     ~MainWindow() override;
 
     /// Another window works in this one's place: nothing here can be used and the scope stands still, while the
@@ -66,6 +66,8 @@ signals:
     void ChatRequested();
     void PreferencesRequested();
     void AboutRequested();
+    /// Sessions are to be located as soon as this one has been left, which is next.
+    void LocateAgainRequested();
     /// The session is over: the connection window is next.
     void Disconnected();
 
@@ -79,6 +81,8 @@ private:
     // PumpEvents
     void RefreshPlayerList() override;
     void AddChatLine(std::string_view from, std::string_view text) override;
+    void PlayerAdded(const PlayerRecord& player) override;
+    void PlayerUpdated(const PlayerRecord& player) override;
     void PositionReported(const PlayerRecord& player) override;
     void Disconnect() override { Leave(); }
 
@@ -94,8 +98,7 @@ private:
     [[nodiscard]] double Now() const;
     void TakeDisplay();
     void StartRefreshing();
-    void RestoreView();
-    void PlaceStatusLines();
+    void LeaveIfWanted();
     void SetControlsEnabled(bool enabled);
 
     std::unique_ptr<Ui::Form1> m_ui;
@@ -110,6 +113,8 @@ private:
     MillisecondClock m_clock = SteadyMilliseconds();
     std::unique_ptr<TargetControls> m_targets;
     std::unique_ptr<RecordingControls> m_recording;
+    std::unique_ptr<HealthLine> m_health;
+    std::unique_ptr<NoticeLine> m_notices;
     std::unique_ptr<DisplayControls> m_displayControls;
     std::unique_ptr<TrafficControls> m_traffic;
     QActionGroup m_actions{this}; ///< what the menus do

@@ -4,6 +4,7 @@
 #include "app/DatabaseReset.h"
 #include "app/windows/AboutWindow.h"
 #include "app/windows/MainWindow.h"
+#include "app/windows/RadarMemory.h"
 #include "app/windows/ScreenshotRun.h"
 #include "app/windows/SetupWindow.h"
 #include "app/windows/SplashWindow.h"
@@ -191,6 +192,8 @@ void Program::OpenConnection()
     BringUp(*m_connection);
     if (m_script.Practice)
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
+    if (std::exchange(m_locateAgain, false))
+        QTimer::singleShot(0, m_connection, &ConnectionWindow::Locate);
 }
 
 void Program::ServePractice(const QString& address)
@@ -203,7 +206,8 @@ void Program::ServePractice(const QString& address)
 void Program::OpenRadar()
 {
     m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes, m_desk);
-    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk);
+    m_main =
+        new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk, ToQString(m_practice.ServedAt()));
     ConnectRadarMenus();
     PlaceRadarWindows();
     LetGo(m_connection);
@@ -213,18 +217,13 @@ void Program::OpenRadar()
         m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot);
 }
 
-static constexpr const char* RadarPlace = "places/radar";
-static constexpr const char* ChatPlace = "places/chat";
-static constexpr const char* ChatHidden = "chat/hidden";
-
 void Program::PlaceRadarWindows()
 {
     PlaceRadar(*m_main, *m_chat);
-    static_cast<void>(m_desk.RestorePlace(RadarPlace, *m_main));
-    static_cast<void>(m_desk.RestorePlace(ChatPlace, *m_chat));
+    const bool hidden = RestorePlaces(m_desk, *m_main, *m_chat);
     BelongTo(*m_chat, *m_main);
     m_main->show();
-    if (!m_desk.Flag(RememberKey, false) || !m_desk.Flag(ChatHidden, false))
+    if (!m_desk.Flag(RememberKey, false) || !hidden)
         m_chat->show();
 }
 
@@ -232,9 +231,7 @@ void Program::KeepPlaces()
 {
     if (m_main == nullptr || m_chat == nullptr)
         return;
-    m_desk.KeepPlace(RadarPlace, *m_main);
-    m_desk.KeepPlace(ChatPlace, *m_chat);
-    m_desk.Keep(ChatHidden, !m_chat->isVisible());
+    corvane::KeepPlaces(m_desk, *m_main, *m_chat);
     m_main->KeepView();
 }
 
@@ -249,6 +246,7 @@ void Program::ConnectRadarMenus()
         OpenChooser();
         PlaceOver(*m_main, *m_chat, *m_chooser);
     });
+    connect(m_main, &MainWindow::LocateAgainRequested, this, [this] { m_locateAgain = true; });
     connect(m_main, &MainWindow::TouchedWhileTaken, this, &Program::ShowWhatTookTheRadar);
     connect(m_main, &MainWindow::AboutRequested, this, [this] {
         auto window = std::make_unique<AboutWindow>();

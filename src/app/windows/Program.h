@@ -78,6 +78,7 @@ private:
     std::vector<std::unique_ptr<QWidget>> m_gone;
     QTimer m_deletion;
     int m_outermostLoop = 0;
+    bool m_locateAgain = false; ///< once the connection window opens
 
     SplashWindow* m_splash = nullptr;
     SetupWindow* m_setup = nullptr;

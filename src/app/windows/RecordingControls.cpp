@@ -90,6 +90,5 @@ void RecordingControls::ShowState()
         return;
     m_status.setText(status);
     m_status.setVisible(!status.isEmpty());
-    m_status.adjustSize();
 }
 } // namespace corvane

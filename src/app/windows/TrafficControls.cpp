@@ -51,6 +51,5 @@ void TrafficControls::ShowState()
         return;
     m_status.setText(status);
     m_status.setVisible(!status.isEmpty());
-    m_status.adjustSize();
 }
 } // namespace corvane

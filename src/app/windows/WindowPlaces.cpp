@@ -1,5 +1,7 @@
 #include "app/windows/WindowPlaces.h"
 
+#include "core/windows/DeskSettings.h"
+
 #include <QScreen>
 #include <QWidget>
 
@@ -22,6 +24,24 @@ void PlaceRadar(QWidget& radar, QWidget& chat)
         chat.move(place.bottomRight() - QPoint(chat.width(), chat.height()));
     }
     radar.move(place.topLeft());
+}
+
+static constexpr const char* RadarPlace = "places/radar";
+static constexpr const char* ChatPlace = "places/chat";
+static constexpr const char* ChatHidden = "chat/hidden";
+
+bool RestorePlaces(const DeskSettings& desk, QWidget& radar, QWidget& chat)
+{
+    static_cast<void>(desk.RestorePlace(RadarPlace, radar));
+    static_cast<void>(desk.RestorePlace(ChatPlace, chat));
+    return desk.Flag(ChatHidden, false);
+}
+
+void KeepPlaces(DeskSettings& desk, const QWidget& radar, const QWidget& chat)
+{
+    desk.KeepPlace(RadarPlace, radar);
+    desk.KeepPlace(ChatPlace, chat);
+    desk.Keep(ChatHidden, !chat.isVisible());
 }
 
 void PlaceOver(const QWidget& radar, const QWidget& chat, QWidget& window)

@@ -3,9 +3,15 @@
 class QWidget;
 
 namespace corvane {
+class DeskSettings;
+
 /// The radar in the middle of the screen, with the chat beside it, or, where the screen has no room for both, in its
 /// lower right corner.
 void PlaceRadar(QWidget& radar, QWidget& chat);
+
+/// Puts both where they stood last, as far as that is known. Returns whether the chat was hidden.
+bool RestorePlaces(const DeskSettings& desk, QWidget& radar, QWidget& chat);
+void KeepPlaces(DeskSettings& desk, const QWidget& radar, const QWidget& chat);
 
 /// A window that works in the radar's place: above its middle, or beside that where the chat would be under it.
 void PlaceOver(const QWidget& radar, const QWidget& chat, QWidget& window);

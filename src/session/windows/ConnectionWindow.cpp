@@ -163,6 +163,11 @@ bool ConnectionWindow::JoinFirstSession(const QString& connectionName)
     return true;
 }
 
+void ConnectionWindow::Locate()
+{
+    m_ui->Command1->click();
+}
+
 void ConnectionWindow::SetConnections(std::span<const ConnectionEntry> connections)
 {
     m_ui->List1->clear();

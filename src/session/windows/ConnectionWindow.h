@@ -27,6 +27,9 @@ public:
     /// joins the first. Returns whether the type and a session are there.
     bool JoinFirstSession(const QString& connectionName);
 
+    /// Presses "Locate Session".
+    void Locate();
+
     /// Offers hosting on the network for the connection type of this name.
     void OfferHosting(const QString& connectionName);
     /// Shows at which address the session is hosted; an empty one: it is not.

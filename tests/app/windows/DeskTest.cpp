@@ -1,4 +1,4 @@
-#include "app/windows/MainWindow.h"
+#include "app/windows/RadarMemory.h"
 #include "radar/windows/ScopeWidget.h"
 #include "session/windows/ChatWindow.h"
 #include "tests/app/windows/ProgramFixture.h"
@@ -8,13 +8,17 @@
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFrame>
 #include <QRegularExpression>
 #include <QRubberBand>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QWindow>
 
+#include <filesystem>
 #include <fstream>
+#include <numeric>
+#include <vector>
 
 // The desk around the scope: how windows stand to one another, the chat, and what is as it was yesterday.
 
@@ -241,6 +245,74 @@ TEST_F(DeskTest, TheConnectionIsAsItWasYesterday)
     EXPECT_EQ(In<QLineEdit>(connection, "Text1").text(), "Approach");
     EXPECT_EQ(In<QListWidget>(connection, "List1").currentRow(), 0);
     EXPECT_EQ(In<QLabel>(connection, "Label5").accessibleName(), "Status: Disconnected");
+}
+
+TEST_F(DeskTest, ASessionThatIsOverSaysSoAndOffersToLocateAgain)
+{
+    auto& bar = In<QFrame>(m_radar, "HealthBar");
+    ASSERT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
+    EXPECT_TRUE(bar.isHidden()) << "all is well";
+    Choose(m_radar, "show_health1");
+    EXPECT_FALSE(bar.isHidden());
+    EXPECT_TRUE(In<QLabel>(m_radar, "Label10").text().contains(" members, heard "));
+    EXPECT_TRUE(In<QPushButton>(m_radar, "Command7").isHidden());
+    Choose(m_radar, "show_health1");
+    In<QTimer>(m_radar, "Timer3").stop();
+    std::vector<std::size_t> others(m_state.Players.PlayerCount() - 1);
+    std::iota(others.begin(), others.end(), 1);
+    m_state.Players.Remove(others);
+    In<QTimer>(m_radar, "Timer1").setInterval(0);
+    EXPECT_TRUE(WaitUntil([&] { return !bar.isHidden(); }));
+    EXPECT_EQ(In<QLabel>(m_radar, "Label10").text(), "Everybody else has left the session.");
+    Click(m_radar, "Command7");
+    QWidget* const connection = WaitFor("Form2");
+    EXPECT_TRUE(WaitUntil([&] { return In<QListWidget>(connection, "List2").count() == 1; })) << "located";
+}
+
+TEST_F(DeskTest, FlightPlansAreKeptForThoseWhoComeAgainOnRequest)
+{
+    ASSERT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
+    PlayerRecord& pilot = m_state.Players.Players()[1];
+    const std::string name = pilot.Name;
+    pilot.DestinationIcao = "KPDX";
+    Choose(m_radar, "ask_op1");
+    Choose(m_radar, "remember_op1");
+    m_shown.ConfirmAnswer = false;
+    for (const bool byFrame : {false, true}) {
+        byFrame ? static_cast<void>(m_radar->close()) : Click(m_radar, "Command3");
+        EXPECT_THAT(m_shown.Last(), testing::HasSubstr("Flight plans have been entered"));
+        EXPECT_TRUE(m_radar->isVisible()) << "not wanted";
+    }
+    m_shown.ConfirmAnswer = true;
+    Click(m_radar, "Command3");
+    ASSERT_TRUE(Locate(WaitFor("Form2"), "Practice"));
+    Click(Find("Form2"), "Command2");
+    m_radar = WaitFor("Form1");
+    const auto again = [&]() -> const PlayerRecord* {
+        for (const PlayerRecord& player : m_state.Players.Players())
+            if (player.Name == name)
+                return &player;
+        return nullptr;
+    };
+    ASSERT_TRUE(WaitUntil([&] { return again() != nullptr; }));
+    EXPECT_EQ(again()->DestinationIcao, "KPDX");
+}
+
+TEST_F(DeskTest, WhatTheMapLacksIsToldUntilItIsDismissed)
+{
+    EXPECT_TRUE(In<QFrame>(m_radar, "NoticeBar").isHidden());
+    std::filesystem::remove(m_folder.Path() / "world.map");
+    std::filesystem::remove(m_folder.Path() / "world_terrain.db");
+    StartOverInRadar();
+    auto& text = In<QLabel>(m_radar, "Label11");
+    EXPECT_TRUE(text.isVisible());
+    EXPECT_THAT(text.text().toStdString(), testing::StartsWith("No coastlines: there is no world.map."));
+    Click(m_radar, "Command8");
+    EXPECT_THAT(text.text().toStdString(), testing::HasSubstr("world_terrain.db"));
+    Click(m_radar, "Command8");
+    EXPECT_FALSE(text.isVisible());
+    StartOverInRadar();
+    EXPECT_TRUE(In<QFrame>(m_radar, "NoticeBar").isHidden()) << "for good";
 }
 } // namespace
 } // namespace corvane

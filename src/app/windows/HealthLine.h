@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/windows/RecordingControls.h"
+#include "core/MillisecondClock.h"
+#include "session/PlayerTable.h"
+#include "session/SessionHealth.h"
+
+#include <QObject>
+#include <QString>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QPushButton;
+
+namespace corvane {
+class DeskSettings;
+
+/// The line on the radar that tells how the session fares: on request always, and by itself when it seems to be over,
+/// with a button that offers to locate sessions again.
+class HealthLine final : public QObject {
+    Q_OBJECT
+
+public:
+    /// The radar's widgets and its menu entry.
+    struct Parts {
+        QAction& Show;
+        QFrame& Bar;
+        QLabel& Text;
+        QPushButton& Locate;
+    };
+    /// hostedAt  where the session is hosted by this program; empty where it is not
+    HealthLine(const Parts& parts, DeskSettings& desk, const PlayerTable& players, const RecordingParts& recording,
+               QString hostedAt);
+
+    /// A member has been heard.
+    void Heard() { m_health.Heard(m_clock()); }
+    void Refresh();
+
+signals:
+    void LocateRequested();
+
+private:
+    Parts m_parts;
+    const PlayerTable& m_players;
+    RecordingParts m_recording;
+    QString m_hostedAt;
+    MillisecondClock m_clock = SteadyMilliseconds();
+    SessionHealth m_health{m_clock()};
+};
+} // namespace corvane

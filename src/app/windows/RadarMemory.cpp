@@ -1,0 +1,32 @@
+#include "app/windows/RadarMemory.h"
+
+#include "core/windows/DeskSettings.h"
+#include "core/windows/QtText.h"
+
+namespace corvane {
+static QString FlagKey(const DisplayFlagName& flag)
+{
+    return "flags/" + ToQString(flag.Name);
+}
+
+void KeepRadarView(DeskSettings& desk, const AreaModel& area, const DisplayFlags& flags, const ScopeView& view)
+{
+    for (const DisplayFlagName& flag : DisplayFlagNames)
+        desk.Keep(FlagKey(flag), flags.*flag.Flag);
+    desk.Keep("view/area", ToQString(area.AreaName));
+    desk.Keep("view/zoom", view.ZoomLevel);
+    desk.Keep("view/lat", view.ViewCenterLat);
+    desk.Keep("view/lon", view.ViewCenterLon);
+}
+
+void RestoreRadarView(const DeskSettings& desk, const AreaModel& area, DisplayFlags& flags, RadarDisplay& display)
+{
+    if (!desk.Flag(RememberKey, false))
+        return;
+    for (const DisplayFlagName& flag : DisplayFlagNames)
+        flags.*flag.Flag = desk.Flag(FlagKey(flag), true);
+    if (desk.Text("view/area") == ToQString(area.AreaName))
+        display.Show({desk.Number("view/lat", area.AreaCenterLat), desk.Number("view/lon", area.AreaCenterLon)},
+                     desk.Number("view/zoom", display.View().ZoomLevel));
+}
+} // namespace corvane
