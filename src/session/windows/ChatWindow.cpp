@@ -254,8 +254,8 @@ bool ChatWindow::InsertReadyText(int functionKey)
 
 void ChatWindow::WriteTo(const QString& name)
 {
-    const QString typed = m_ui->Text1->isModified() ? m_ui->Text1->text() : QString();
-    m_ui->Text1->setText(name + ' ' + typed);
+    ClearFirstText();
+    m_ui->Text1->setText(name + ' ' + m_ui->Text1->text());
     ShowAgain();
     m_ui->Text1->end(false);
 }
