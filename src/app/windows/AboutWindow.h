@@ -13,7 +13,8 @@ class AboutWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    AboutWindow();
+    /// mapCredits  whom the data of the map in use are from; empty for none to name
+    explicit AboutWindow(const QString& mapCredits);
     ~AboutWindow() override;
 
 signals:

@@ -9,6 +9,7 @@
 #include "app/windows/SetupWindow.h"
 #include "app/windows/SplashWindow.h"
 #include "app/windows/WindowPlaces.h"
+#include "app/windows/WorldDataWindow.h"
 #include "area/windows/AirportListWindow.h"
 #include "area/windows/ChooserWindow.h"
 #include "builder/windows/BuilderWindow.h"
@@ -57,6 +58,7 @@ Program::~Program()
     delete m_chat;
     delete m_connection;
     delete m_chooser;
+    delete m_worldData;
     delete m_builder;
     delete m_setup;
     delete m_splash;
@@ -125,6 +127,7 @@ void Program::OpenSetup()
     }
     m_setup = new SetupWindow(m_state, m_boxes);
     connect(m_setup, &SetupWindow::Finished, this, &Program::OpenBuilder);
+    connect(m_setup, &SetupWindow::WorldDataRequested, this, &Program::OpenWorldData);
     connect(m_setup, &SetupWindow::Abandoned, this, &Program::End);
     m_setup->show();
 }
@@ -139,14 +142,25 @@ void Program::OpenBuilder()
     m_builder->show();
 }
 
+void Program::OpenWorldData()
+{
+    LetGo(m_setup);
+    m_worldData = new WorldDataWindow(m_state, m_boxes);
+    connect(m_worldData, &WorldDataWindow::Finished, this, &Program::OpenChooser);
+    connect(m_worldData, &WorldDataWindow::LeftUndone, this, &Program::SetUpAgain);
+    BringUp(*m_worldData);
+}
+
 void Program::SetUpAgain()
 {
+    LetGo(m_worldData);
     LetGo(m_builder);
     OpenSetup();
 }
 
 void Program::OpenChooser()
 {
+    LetGo(m_worldData);
     LetGo(m_builder);
     m_chooser = new ChooserWindow(m_state, m_boxes, m_desk);
     connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
@@ -249,7 +263,7 @@ void Program::ConnectRadarMenus()
     connect(m_main, &MainWindow::LocateAgainRequested, this, [this] { m_locateAgain = true; });
     connect(m_main, &MainWindow::TouchedWhileTaken, this, &Program::ShowWhatTookTheRadar);
     connect(m_main, &MainWindow::AboutRequested, this, [this] {
-        auto window = std::make_unique<AboutWindow>();
+        auto window = std::make_unique<AboutWindow>(QString::fromStdString(WorldDataCredits(m_state)));
         connect(window.get(), &AboutWindow::Closed, this, &Program::CloseOverRadar);
         OpenOverRadar(std::move(window));
     });

@@ -24,6 +24,7 @@ class MainWindow;
 class ScreenshotRun;
 class SetupWindow;
 class SplashWindow;
+class WorldDataWindow;
 
 /// The flow of windows from the splash to the radar and back. Owns the windows; each announces what it wants, and this
 /// opens and closes them.
@@ -41,6 +42,7 @@ private:
     void AfterStartupChecks(const Result<StartupDecision>& decision);
     void OpenSetup();
     void OpenBuilder();
+    void OpenWorldData();
     void SetUpAgain();
     void OpenChooser();
     void AfterChooser(ChooserNext next);
@@ -83,6 +85,7 @@ private:
     SplashWindow* m_splash = nullptr;
     SetupWindow* m_setup = nullptr;
     BuilderWindow* m_builder = nullptr;
+    WorldDataWindow* m_worldData = nullptr;
     ChooserWindow* m_chooser = nullptr;
     ConnectionWindow* m_connection = nullptr;
     ChatWindow* m_chat = nullptr;

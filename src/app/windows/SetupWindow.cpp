@@ -33,6 +33,7 @@ SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
     connect(m_ui->Text1, &QLineEdit::textChanged, this, &SetupWindow::PathChanged);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command1, &QPushButton::click);
     connect(m_ui->Command1, &QPushButton::clicked, this, &SetupWindow::NextStep);
+    connect(m_ui->WorldData, &QPushButton::clicked, this, &SetupWindow::WorldDataRequested);
     connect(m_folders, &QFileSystemModel::directoryLoaded, this, &SetupWindow::KeepInSight);
     m_ui->Drive1->setCurrentText(QDir::toNativeSeparators(QStorageInfo(QDir::homePath()).rootPath()));
     PointAt(QDir::homePath());

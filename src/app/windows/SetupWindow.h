@@ -24,6 +24,8 @@ public:
 signals:
     /// The settings are written; the builder is next.
     void Finished();
+    /// The database is to be made without a simulator.
+    void WorldDataRequested();
     /// Closed unfinished; the program ends.
     void Abandoned();
 

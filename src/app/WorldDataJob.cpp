@@ -1,0 +1,91 @@
+#include "app/WorldDataJob.h"
+
+#include "app/AppState.h"
+#include "core/File.h"
+#include "core/NumberText.h"
+#include "core/PathLookup.h"
+#include "core/Settings.h"
+#include "core/Text.h"
+#include "demo/WorldData.h"
+#include "world/Credits.h"
+
+#include <cassert>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+WorldDataJob::WorldDataJob(WorldImport import, std::filesystem::path dataFolder)
+    : m_import(std::move(import)), m_dataFolder(std::move(dataFolder)), m_thread([this] { Run(); })
+{
+}
+
+WorldDataJob::~WorldDataJob()
+{
+    m_stop = true;
+    m_thread.join();
+}
+
+void WorldDataJob::Run()
+{
+    const Result<std::vector<std::int16_t>> magVar = LoadMagVar(m_dataFolder);
+    if (!magVar) {
+        m_outcome = magVar.error();
+    } else {
+        WorldImportCallbacks callbacks;
+        callbacks.Progress = [this](const WorldImportProgress& progress) {
+            const std::lock_guard lock(m_mutex);
+            m_progress = progress;
+            return !m_stop;
+        };
+        m_outcome = ImportWorld(m_import, *magVar, callbacks);
+    }
+    m_ended = true;
+}
+
+WorldImportProgress WorldDataJob::Progress() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_progress;
+}
+
+const Result<WorldImportCounts>* WorldDataJob::Outcome() const noexcept
+{
+    return m_ended ? &*m_outcome : nullptr;
+}
+
+std::string WorldDataText(const WorldImportCounts& counts)
+{
+    const RecordCounts& records = counts.Records;
+    std::string text = "The database holds " + NumberText(records.Airports) + " airports, " + NumberText(records.Vors) +
+                       " VORs, " + NumberText(records.Ndbs) + " NDBs and " + NumberText(records.Airspaces) +
+                       " airspaces.";
+    for (const PassedLines& file : counts.PassedOver)
+        text += "\n\n" + Utf8ToWindows1252(file.First.File) + ": " + NumberText(file.Count) +
+                " lines passed over, the first is line " + NumberText(file.First.Line) + ": " +
+                Utf8ToWindows1252(file.First.Why);
+    return text;
+}
+
+Result<void> UseNewDatabase(AppState& state)
+{
+    Result<SettingsRecord> settings = ReadSettings(state.AppFolder / SettingsFileName);
+    if (!settings)
+        return settings.error();
+    state.Settings = *std::move(settings);
+    state.DatabaseMissing = false;
+    return {};
+}
+
+std::string WorldDataCredits(const AppState& state)
+{
+    std::error_code ignored;
+    if (!std::filesystem::equivalent(PathFromText(state.Settings.FsPath), state.AppFolder, ignored))
+        return {};
+    const Result<FileBytes> file = ReadWholeFile(state.AppFolder / CreditsFileName);
+    if (!file)
+        return {};
+    const ByteSpan bytes = file->Span();
+    return {bytes.begin(), bytes.end()};
+}
+} // namespace corvane

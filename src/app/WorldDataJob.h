@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/Result.h"
+#include "world/WorldImport.h"
+
+#include <atomic>
+#include <filesystem>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+
+namespace corvane {
+struct AppState;
+
+/// The making of a database of open world data, on a thread of its own while a window shows how far it is.
+class WorldDataJob {
+public:
+    /// Begins at once. dataFolder holds the program's own tables, of which the magnetic variation is used.
+    WorldDataJob(WorldImport import, std::filesystem::path dataFolder);
+    WorldDataJob(const WorldDataJob&) = delete;
+    WorldDataJob& operator=(const WorldDataJob&) = delete;
+    WorldDataJob(WorldDataJob&&) = delete;
+    WorldDataJob& operator=(WorldDataJob&&) = delete;
+    /// Stops the work where it is still under way, and waits for its end.
+    ~WorldDataJob();
+
+    [[nodiscard]] WorldImportProgress Progress() const;
+    /// What came of it, once it has ended; to be asked for from then on.
+    [[nodiscard]] const Result<WorldImportCounts>* Outcome() const noexcept;
+
+private:
+    void Run();
+
+    WorldImport m_import;
+    std::filesystem::path m_dataFolder;
+    mutable std::mutex m_mutex; ///< for the progress
+    WorldImportProgress m_progress;
+    std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_ended = false; ///< the outcome is set, and not touched any more
+    std::optional<Result<WorldImportCounts>> m_outcome;
+    std::thread m_thread;
+};
+
+/// What a window tells of a finished import: the counts, and what was passed over; 8-bit text.
+std::string WorldDataText(const WorldImportCounts& counts);
+
+/// Takes the new database over: reads its settings, after which the area chooser can open.
+Result<void> UseNewDatabase(AppState& state);
+
+/// The credits of the open data that the database in use was made of, UTF-8; empty where it was made of a simulator's.
+std::string WorldDataCredits(const AppState& state);
+} // namespace corvane
