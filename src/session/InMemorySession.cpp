@@ -24,26 +24,19 @@ ReceivedMessage InMemoryMachine::Take()
 
 std::int32_t InMemoryMachine::WaitingFor(PlayerId player) const noexcept
 {
-    for (const auto& [owner, count] : m_waiting) {
-        if (owner == player)
-            return count;
-    }
-    return 0;
+    const auto found = m_waiting.find(player);
+    return found == m_waiting.end() ? 0 : found->second;
 }
 
 void InMemoryMachine::Forget(PlayerId player)
 {
     std::erase_if(m_queue, [&](const ReceivedMessage& message) { return message.To == player; });
-    std::erase_if(m_waiting, [&](const auto& waiting) { return waiting.first == player; });
+    m_waiting.erase(player);
 }
 
 std::int32_t& InMemoryMachine::CountOf(PlayerId player)
 {
-    for (auto& [owner, count] : m_waiting) {
-        if (owner == player)
-            return count;
-    }
-    return m_waiting.emplace_back(player, 0).second;
+    return m_waiting[player];
 }
 
 static Bytes SystemBytes(InMemorySession::SystemMessage message, std::span<const std::int32_t> values)
@@ -145,6 +138,7 @@ Result<void> InMemorySession::DestroyPlayer(const InMemoryMachine& machine, Play
 void InMemorySession::RemovePlayer(PlayerId player)
 {
     const Player* found = Find(player);
+    const InMemoryMachine* const machine = found->Machine; // which knows: thousands of its players need not be told
     found->Machine->Forget(player);
     m_left.push_back(found->Member);
     if (m_left.size() > RememberedNames)
@@ -152,7 +146,7 @@ void InMemorySession::RemovePlayer(PlayerId player)
     for (Group& group : m_groups)
         std::erase(group.Players, player);
     m_players.erase(m_players.begin() + (found - m_players.data()));
-    Announce(SystemMessage::PlayerDestroyed, nullptr, std::array<std::int32_t, 2>{1, player});
+    Announce(SystemMessage::PlayerDestroyed, machine, std::array<std::int32_t, 2>{1, player});
 }
 
 Result<void> InMemorySession::Rename(const InMemoryMachine& machine, PlayerId player, std::string_view friendlyName)

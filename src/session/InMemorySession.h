@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,7 @@ private:
     std::int32_t& CountOf(PlayerId player);
 
     std::deque<ReceivedMessage> m_queue;
-    std::vector<std::pair<PlayerId, std::int32_t>> m_waiting; ///< a machine has few players: searched one by one
+    std::unordered_map<PlayerId, std::int32_t> m_waiting;
 };
 
 /// A session inside the process: its players and groups in order of creation, and the machines taking part.
