@@ -8,6 +8,7 @@
 #include "builder/BuildDriver.h"
 #include "core/DatabaseFiles.h"
 #include "core/PathLookup.h"
+#include "core/windows/DeskSettings.h"
 #include "demo/WorldSized.h"
 #include "radar/windows/ScopeWidget.h"
 #include "recording/PlaybackClock.h"
@@ -131,7 +132,8 @@ void StartToTheChooser(benchmark::State& state)
             state.SkipWithError("the database is not complete");
             break;
         }
-        ChooserWindow chooser(*app, boxes);
+        DeskSettings desk{QString()};
+        ChooserWindow chooser(*app, boxes, desk);
         QEventLoop waiting;
         QObject::connect(&chooser, &ChooserWindow::Ready, &waiting, &QEventLoop::quit);
         chooser.show();
@@ -245,7 +247,8 @@ void LongestPauseInASession(benchmark::State& state)
     NoDialogs dialogs;
     PlaybackClock playback([] { return std::int64_t{0}; });
     SessionRecorder recorder([] { return std::int64_t{0}; });
-    Program program(app, factory, practice, boxes, script, {recorder, playback, dialogs});
+    DeskSettings desk{QString()};
+    Program program(app, factory, practice, boxes, script, {recorder, playback, dialogs}, desk);
     program.Start();
     QWidget* const radar = WaitForWindow("Form1");
     if (radar == nullptr) {

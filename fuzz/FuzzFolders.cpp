@@ -1,6 +1,7 @@
-#include "builder/BuildPlan.h"
 #include "builder/SceneryCfg.h"
+#include "core/PathLookup.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
