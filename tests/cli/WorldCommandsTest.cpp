@@ -271,7 +271,8 @@ TEST_F(WorldCommands, ScopeDrawsADisplayAfterItsHistoryAndTheClassicOneAsEver)
     ASSERT_EQ(alerting["Alerts"].size(), 1);
     EXPECT_EQ(alerting["Alerts"][0]["Players"], json({2, 3}));
     EXPECT_EQ(alerting["Alerts"][0]["violated"], true);
-    const json later = Scope({"--display", "modern", "--history", path("history.json"), "--now", "115.5"});
+    const json later =
+        Scope({"--display", "modern", "--set", "HistoryDots=0", "--history", path("history.json"), "--now", "115.5"});
     EXPECT_EQ(later["Targets"][0]["fill"], nullptr) << "hollow: ten seconds of silence";
 
     const CommandRun tooEarly = RunCli({"scope", "--app-folder", Folder(), "--airport", ListEntry("KSEA"), "--history",
