@@ -2,10 +2,10 @@
 
 #include "core/Text.h"
 #include "practice/Callsigns.h"
+#include "practice/MemberMessages.h"
+#include "practice/PracticeUpkeep.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <utility>
 
 namespace corvane {
@@ -20,7 +20,8 @@ PracticeSession::PracticeSession(SessionPeerFactory& factory, PracticeScene scen
       m_scene(std::move(scene)),
       m_grid(&grid),
       m_options(std::move(options)),
-      m_random(m_options.Seed)
+      m_random(m_options.Seed),
+      m_traffic(m_scene, grid)
 {
     constexpr std::int32_t RoomForOthers = 8;
     if (m_options.MaxPlayers <= 0)
@@ -97,14 +98,14 @@ Result<void> PracticeSession::OpenAsHost()
     std::optional<Pilot> pilot;
     std::string name = m_options.HostName;
     if (name.empty()) {
-        const AircraftKind kind = NewKind();
-        name = NewCallsign(kind);
-        pilot.emplace(m_scene, *m_grid, kind, Scenario::Departure, m_random);
+        TrafficMaker::NewPilot first = m_traffic.Departure(m_crew, m_random);
+        name = std::move(first.Callsign);
+        pilot = std::move(first.Flying);
     }
     const auto host = AddMember(*peer, std::move(name), std::move(pilot));
     if (!host)
         return host.error();
-    m_host = *host;
+    m_crew.SetHost(**host);
     if (m_options.PeerForEach) {
         auto entry = FindOwnSession(before);
         if (!entry)
@@ -112,7 +113,7 @@ Result<void> PracticeSession::OpenAsHost()
         m_entry = *std::move(entry);
         m_entry.Password = m_options.Password;
     }
-    m_host->EnterAdmitted(m_group);
+    m_crew.Host()->EnterAdmitted(m_group);
     return {};
 }
 
@@ -120,10 +121,10 @@ Result<void> PracticeSession::Open()
 {
     if (const auto opened = OpenAsHost(); !opened)
         return opened.error();
-    while (Count(true) < m_options.Pilots && MayJoin()) {
-        const std::size_t before = m_members.size();
+    while (m_crew.Count(true) < m_options.Pilots && MayJoin()) {
+        const std::size_t before = Members().size();
         JoinPilot();
-        if (m_members.size() == before)
+        if (Members().size() == before)
             break; // the session does not take more
     }
     if (m_options.Observers > 0 && MayJoin())
@@ -139,8 +140,7 @@ Result<PracticeMember*> PracticeSession::AddMember(std::shared_ptr<SessionPeer> 
         return id.error();
     auto member = std::make_unique<PracticeMember>(std::move(peer), *id, std::move(name), std::move(pilot));
     member->ShortPositions = m_random.Chance(m_options.ShortPositionShare);
-    m_members.push_back(std::move(member));
-    return m_members.back().get();
+    return &m_crew.Add(std::move(member));
 }
 
 Result<void> PracticeSession::Join(std::string name, std::optional<Pilot> pilot)
@@ -154,7 +154,7 @@ Result<void> PracticeSession::Join(std::string name, std::optional<Pilot> pilot)
         if (const auto opened = peer->Open(m_entry, OpenJoin); !opened)
             return opened.error();
     } else
-        peer = m_members.front()->SharePeer();
+        peer = Members().front()->SharePeer();
     const auto member = AddMember(std::move(peer), std::move(name), std::move(pilot));
     if (!member)
         return member.error();
@@ -162,38 +162,11 @@ Result<void> PracticeSession::Join(std::string name, std::optional<Pilot> pilot)
     return {};
 }
 
-AircraftKind PracticeSession::NewKind()
-{
-    constexpr std::array<AircraftKind, 10> Mix{
-        AircraftKind::Airliner,     AircraftKind::Airliner,  AircraftKind::Airliner,      AircraftKind::Airliner,
-        AircraftKind::LightJet,     AircraftKind::LightJet,  AircraftKind::TwinTurboprop, AircraftKind::PistonSingle,
-        AircraftKind::PistonSingle, AircraftKind::Helicopter};
-    return m_random.Pick(std::span<const AircraftKind>(Mix));
-}
-
-std::string PracticeSession::NewCallsign(AircraftKind kind)
-{
-    constexpr int Tries = 50;
-    std::string name;
-    for (int i = 0; i < Tries; ++i) {
-        name = InventCallsign(kind, m_random);
-        const bool taken = std::any_of(m_members.begin(), m_members.end(),
-                                       [&name](const auto& member) { return member->Name() == name; });
-        if (!taken)
-            break;
-    }
-    return name;
-}
-
+/// A failed attempt is as if that pilot had stayed at home; the next one tries again.
 void PracticeSession::JoinPilot()
 {
-    constexpr std::array<Scenario, 6> Mix{Scenario::Departure, Scenario::Arrival, Scenario::Arrival,
-                                          Scenario::Cruise,    Scenario::Cruise,  Scenario::Pattern};
-    const AircraftKind kind = NewKind();
-    const Scenario scenario = m_random.Pick(std::span<const Scenario>(Mix));
-    std::string callsign = NewCallsign(kind);
-    // A failed attempt is as if that pilot had stayed at home; the next one tries again.
-    static_cast<void>(Join(std::move(callsign), Pilot(m_scene, *m_grid, kind, scenario, m_random)));
+    TrafficMaker::NewPilot pilot = m_traffic.Any(m_crew, m_random);
+    static_cast<void>(Join(std::move(pilot.Callsign), std::move(pilot.Flying)));
 }
 
 void PracticeSession::JoinObserver()
@@ -201,23 +174,17 @@ void PracticeSession::JoinObserver()
     static_cast<void>(Join(InventObserverName(m_random), std::nullopt));
 }
 
-int PracticeSession::Count(bool pilots) const noexcept
-{
-    return static_cast<int>(std::count_if(m_members.begin(), m_members.end(),
-                                          [pilots](const auto& member) { return member->IsPilot() == pilots; }));
-}
-
 /// One place always stays free for a controller.
 bool PracticeSession::MayJoin() const noexcept
 {
-    return static_cast<std::int32_t>(m_members.size()) + 1 < m_options.MaxPlayers;
+    return static_cast<std::int32_t>(Members().size()) + 1 < m_options.MaxPlayers;
 }
 
 void PracticeSession::Advance(double nowS)
 {
     if (!m_clockS || nowS < *m_clockS)
         m_clockS = nowS;
-    ReceiveAll();
+    MemberMessages(m_crew, {m_entry, m_group, m_options.MaxPlayers, m_options.PeerForEach}).ReceiveAll();
     m_clockS = std::max(*m_clockS, nowS - LongestPauseS);
     const auto steps = static_cast<int>((nowS - *m_clockS) / StepS);
     for (int i = 0; i < steps; ++i)
@@ -225,23 +192,68 @@ void PracticeSession::Advance(double nowS)
     *m_clockS += steps * StepS;
     if (steps > 0) {
         AskForAdmissionAgain();
-        for (const auto& member : m_members)
+        for (const auto& member : Members())
             if (member->Admitted)
                 member->SendPosition();
     }
-    RemoveLost();
+    m_crew.RemoveLost();
+}
+
+/// One line a second is read and answered, as long as a pilot takes to say it.
+static void AnswerChat(PracticeMember& member)
+{
+    const auto line = member.TakeLine();
+    if (!line || !member.Admitted)
+        return;
+    const ParsedLine parsed = ParseInstructions(*line);
+    std::string answer = line->empty() ? "go ahead" : "say again";
+    if (parsed.Understood)
+        answer = member.Flying->Obey(parsed.Instructions);
+    member.Say(answer + ", " + member.Name());
+}
+
+void PracticeSession::LiveOneStep()
+{
+    m_crew.HostingS += StepS;
+    for (const auto& member : Members()) {
+        member->WaitingS += StepS;
+        if (!member->Flying)
+            continue;
+        AnswerChat(*member);
+        member->Flying->Step(m_random);
+        if (const auto call = member->Flying->TakeRadioCall(); call && member->Admitted)
+            member->Say(*call + ", " + member->Name());
+    }
+    if (m_options.ComeAndGo)
+        PracticeUpkeep(m_crew, m_options, m_random)
+            .Step({[this] { return MayJoin(); }, [this] { JoinPilot(); }, [this] { JoinObserver(); }});
+}
+
+/// Who is not admitted for two minutes goes again.
+void PracticeSession::AskForAdmissionAgain()
+{
+    constexpr double RetryS = 30;
+    constexpr int MostAttempts = 4;
+    for (const auto& member : Members()) {
+        if (member->Admitted || member->WaitingS < RetryS)
+            continue;
+        if (member->Attempts < MostAttempts)
+            member->RequestAdmission(true);
+        else
+            member->Leave();
+    }
 }
 
 void PracticeSession::End()
 {
-    for (const auto& member : m_members)
-        if (member.get() != m_host)
+    PracticeMember* const host = m_crew.Host();
+    for (const auto& member : Members())
+        if (member.get() != host)
             member->Leave();
-    if (m_host != nullptr) {
-        m_host->SendHostLeft();
-        m_host->Leave();
+    if (host != nullptr) {
+        host->SendHostLeft();
+        host->Leave();
     }
-    m_host = nullptr;
-    m_members.clear();
+    m_crew.Clear();
 }
 } // namespace corvane

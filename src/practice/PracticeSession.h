@@ -1,6 +1,8 @@
 #pragma once
 
-#include "practice/PracticeMember.h"
+#include "practice/PracticeCrew.h"
+#include "practice/PracticeOptions.h"
+#include "practice/TrafficMaker.h"
 
 #include <memory>
 #include <string>
@@ -8,24 +10,6 @@
 #include <vector>
 
 namespace corvane {
-struct PracticeOptions {
-    std::uint64_t Seed = 1;
-    int Pilots = 8;    ///< at most so many at a time, and at least three quarters of them
-    int Observers = 1; ///< at most so many at a time
-    std::string SessionName = "Practice";
-    std::string Password = {};
-    std::int32_t MaxPlayers = 0; ///< of the session; 0 leaves room for eight besides the simulated members
-    bool MigrateHost = true;     ///< another member takes the session over when the host leaves
-    std::string HostName = {};   ///< of a host that does not fly; empty: the first pilot hosts
-    std::string Address = {};    ///< of the connection; empty: the first that the factory's peers offer
-    /// Every member on a peer of its own, which joins by itself; otherwise all are players of the host's peer, as on a
-    /// machine that takes part in a network session with several players.
-    bool PeerForEach = true;
-    bool ComeAndGo = true;           ///< members join, leave, rename themselves and change their position messages
-    double HostStaysS = 2 * 3600;    ///< the host leaves some time after that, if it may; below 0: never
-    double ShortPositionShare = 0.1; ///< of the pilots: those that send PositionShort
-};
-
 /// "Practice - " and the area's name.
 std::string PracticeSessionName(std::string_view areaName);
 
@@ -48,11 +32,11 @@ public:
     /// Lets every member leave, the host last. Nothing happens afterwards.
     void End();
     /// True once no member is left.
-    [[nodiscard]] bool IsOver() const noexcept { return m_members.empty(); }
+    [[nodiscard]] bool IsOver() const noexcept { return Members().empty(); }
 
-    [[nodiscard]] const std::vector<std::unique_ptr<PracticeMember>>& Members() const noexcept { return m_members; }
+    [[nodiscard]] const PracticeCrew::List& Members() const noexcept { return m_crew.Members(); }
     /// The member that admits others; null while nobody here does.
-    [[nodiscard]] const PracticeMember* Host() const noexcept { return m_host; }
+    [[nodiscard]] const PracticeMember* Host() const noexcept { return m_crew.Host(); }
     /// The entry under which others find the session.
     [[nodiscard]] const SessionEntry& Entry() const noexcept { return m_entry; }
 
@@ -68,31 +52,10 @@ private:
     Result<void> Join(std::string name, std::optional<Pilot> pilot);
     void JoinPilot();
     void JoinObserver();
-    std::string NewCallsign(AircraftKind kind);
-    [[nodiscard]] AircraftKind NewKind();
-
-    // Receiving
-    void ReceiveAll();
-    void ReceiveOn(SessionPeer& peer);
-    void Handle(PracticeMember& member, const ReceivedMessage& message);
-    void HandleAnnounce(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message) const;
-    void HandleChat(PracticeMember& member, const MessageHeader& header, const ReceivedMessage& message) const;
-    [[nodiscard]] bool HasRoom() const;
-    [[nodiscard]] bool IsOwnMember(PlayerId id) const noexcept;
-    [[nodiscard]] bool IsFromHost(const ReceivedMessage& message) const noexcept;
 
     // Living
     void LiveOneStep();
-    static void AnswerChat(PracticeMember& member);
     void AskForAdmissionAgain();
-    void ComeAndGo();
-    void LetOneGo();
-    void LetHostGo();
-    void RenameOne();
-    void ChangePositionsOfOne();
-    void RemoveLost();
-    [[nodiscard]] PracticeMember* RandomPilot();
-    [[nodiscard]] int Count(bool pilots) const noexcept;
     [[nodiscard]] bool MayJoin() const noexcept;
 
     SessionPeerFactory* m_factory;
@@ -103,10 +66,8 @@ private:
     SessionEntry m_entry;
     std::int32_t m_group = 0;
 
-    std::vector<std::unique_ptr<PracticeMember>> m_members; ///< in order of joining
-    PracticeMember* m_host = nullptr;
-
+    TrafficMaker m_traffic;
+    PracticeCrew m_crew;
     std::optional<double> m_clockS; ///< lived up to here
-    double m_hostingS = 0;          ///< since the present host took over
 };
 } // namespace corvane

@@ -1,17 +1,17 @@
-#include "practice/PracticeSession.h"
+#include "practice/MemberMessages.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace corvane {
-void PracticeSession::ReceiveAll()
+void MemberMessages::ReceiveAll()
 {
     std::vector<std::shared_ptr<SessionPeer>> peers; // shares, since answering may remove members
-    for (const auto& member : m_members) {
+    for (const auto& member : m_crew.Members()) {
         const auto peer = member->SharePeer();
         if (std::find(peers.begin(), peers.end(), peer) == peers.end())
             peers.push_back(peer);
-        if (!m_options.PeerForEach)
+        if (!m_setting.PeerForEach)
             break;
     }
     for (const auto& peer : peers)
@@ -19,11 +19,11 @@ void PracticeSession::ReceiveAll()
 }
 
 /// Exactly the messages that wait now, so that members who answer one another cannot keep the call going.
-void PracticeSession::ReceiveOn(SessionPeer& peer)
+void MemberMessages::ReceiveOn(SessionPeer& peer)
 {
     constexpr std::int64_t MostAtOnce = 65536;
     std::int64_t waiting = 0;
-    for (const auto& member : m_members) {
+    for (const auto& member : m_crew.Members()) {
         if (&member->Peer() != &peer)
             continue;
         const auto count = peer.GetMessageCount(member->Id());
@@ -37,32 +37,27 @@ void PracticeSession::ReceiveOn(SessionPeer& peer)
         const auto message = peer.Receive(corvane::ReceiveAll);
         if (!message)
             return; // fewer than counted, or the next count says that the session is gone
-        for (const auto& member : m_members)
+        for (const auto& member : m_crew.Members())
             if (&member->Peer() == &peer && member->Id() == message->To)
                 Handle(*member, *message);
     }
 }
 
-bool PracticeSession::IsOwnMember(PlayerId id) const noexcept
-{
-    return std::any_of(m_members.begin(), m_members.end(), [id](const auto& member) { return member->Id() == id; });
-}
-
 /// Only the host admits, refuses and removes; anybody may say that it does.
-bool PracticeSession::IsFromHost(const ReceivedMessage& message) const noexcept
+bool MemberMessages::IsFromHost(const ReceivedMessage& message) const noexcept
 {
-    return m_host != nullptr && message.From == m_host->Id();
+    return m_crew.Host() != nullptr && message.From == m_crew.Host()->Id();
 }
 
 /// Those who are in the session, the one who asks included, must not be more than it takes. Where the transport does
 /// not say who is there, it has let the player in, and that decides.
-bool PracticeSession::HasRoom() const
+bool MemberMessages::HasRoom() const
 {
-    const auto players = m_host->Peer().GetDPEnumPlayers(m_entry.InstanceGuid, 0);
-    return !players || static_cast<std::int64_t>(players->size()) <= m_options.MaxPlayers;
+    const auto players = m_crew.Host()->Peer().GetDPEnumPlayers(m_setting.Entry.InstanceGuid, 0);
+    return !players || static_cast<std::int64_t>(players->size()) <= m_setting.MaxPlayers;
 }
 
-void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& message)
+void MemberMessages::Handle(PracticeMember& member, const ReceivedMessage& message)
 {
     const auto header = DecodeHeader(message.Content);
     if (!header || message.From == 0) // malformed, or the transport's own
@@ -70,7 +65,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
     switch (header->Type) {
     case MessageType::JoinRequest:
     case MessageType::ObserverJoinRequest:
-        if (&member == m_host)
+        if (&member == m_crew.Host())
             member.Admit(message.From, header->Type, HasRoom());
         break;
     case MessageType::PilotAnnounce:
@@ -86,7 +81,7 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
             member.Answer(message.From, header->Type);
         break;
     case MessageType::RemovedByHost:
-        if (&member != m_host && IsFromHost(message))
+        if (&member != m_crew.Host() && IsFromHost(message))
             member.Leave();
         break;
     case MessageType::ChatText: HandleChat(member, *header, message); break;
@@ -94,28 +89,28 @@ void PracticeSession::Handle(PracticeMember& member, const ReceivedMessage& mess
     }
 }
 
-void PracticeSession::HandleAnnounce(PracticeMember& member, const MessageHeader& header,
-                                     const ReceivedMessage& message) const
+void MemberMessages::HandleAnnounce(PracticeMember& member, const MessageHeader& header,
+                                    const ReceivedMessage& message) const
 {
     if (member.Admitted || !IsFromHost(message))
         return;
     const auto announce = DecodeAnnounce(header, message.Content);
     if (announce && announce->PlayerId == member.Id())
-        member.EnterAdmitted(m_group);
+        member.EnterAdmitted(m_setting.Group);
 }
 
-void PracticeSession::HandleChat(PracticeMember& member, const MessageHeader& header,
-                                 const ReceivedMessage& message) const
+void MemberMessages::HandleChat(PracticeMember& member, const MessageHeader& header,
+                                const ReceivedMessage& message) const
 {
     // What the practice pilots say themselves is for the controller; they would answer one another for ever.
-    if (!member.IsPilot() || IsOwnMember(message.From))
+    if (!member.IsPilot() || m_crew.Has(message.From))
         return;
     const auto chat = DecodeChatText(header, message.Content);
     if (!chat)
         return;
     std::vector<std::string> callsigns;
     std::size_t own = 0;
-    for (const auto& other : m_members) {
+    for (const auto& other : m_crew.Members()) {
         if (!other->IsPilot())
             continue;
         if (other.get() == &member)

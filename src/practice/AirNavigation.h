@@ -1,0 +1,87 @@
+#pragma once
+
+#include "core/MagVarGrid.h"
+#include "practice/Approach.h"
+#include "practice/Hold.h"
+#include "practice/Journey.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace corvane {
+/// How a pilot finds its way in the air: by its own plan, or as a controller asked. Decides nothing about what may be
+/// asked. The grid and the scene of the planner must outlive it.
+class AirNavigation {
+public:
+    AirNavigation(const JourneyPlanner& planner, const MagVarGrid& grid) noexcept : m_planner(planner), m_grid(&grid) {}
+
+    /// Sets height and speed of one who comes into being in the air, bound for the journey's goal.
+    void BeginEnRoute(FlightState& state, const Journey& journey) const;
+    /// Goes straight on after the take-off.
+    void BeginClimbOut(const PracticeRunway& runway) noexcept;
+    /// Flies one step. Returns the runway when the wheels touch it; the step is the ground's then.
+    const PracticeRunway* Step(FlightState& state, Journey& journey, PracticeRandom& random);
+
+    // What a controller asks for
+    void FlyHeading(int magnetic, TurnWay way);
+    void AskAltitude(double feet) noexcept { m_askedFt = feet; }
+    void AskSpeed(double knots) noexcept { m_askedKt = knots; }
+    void FlyDirect(const LatLon& place, std::string name);
+    /// Flies an approach, on the present heading where that leads to the final.
+    void FlyApproach(const PracticeRunway& runway, const FlightState& state);
+    void HoldHere(const FlightState& state) noexcept;
+    void GoAround(Journey& journey)
+    {
+        m_askedToLand = false;
+        StartGoAround(journey);
+    }
+    void ResumeOwn() noexcept;
+
+    [[nodiscard]] bool OnApproach() const noexcept { return m_approach.has_value(); }
+    /// The true heading to be reported: one that was asked for is held to the degree, whatever the grid does.
+    [[nodiscard]] double ReportedHeading(const FlightState& state) const noexcept;
+    /// What there is to say of the flight, such as "going around"; taken once.
+    std::string TakeCall() { return std::exchange(m_call, {}); }
+
+private:
+    /// The ways to steer. Route: own navigation to the destination, or to the way point before it.
+    struct Route {};
+    struct UpwindLeg {
+        double Course = 0; ///< true
+        double UntilFt = 0;
+    };
+    struct OnHeading {
+        int Magnetic = 360;
+        TurnWay Turn = TurnWay::Shorter;
+        bool Reached = false;
+    };
+    struct DirectTo {
+        LatLon Place;
+        std::string Name;
+    };
+    using Steering = std::variant<Route, UpwindLeg, OnHeading, DirectTo, Hold>;
+
+    void Steer(const FlightState& state, Journey& journey, FlightTarget& target, PracticeRandom& random);
+    void SteerRoute(const FlightState& state, Journey& journey, FlightTarget& target, PracticeRandom& random);
+    void SteerDirect(const FlightState& state, const DirectTo& direct, FlightTarget& target);
+    void SteerHeading(const FlightState& state, OnHeading& heading, FlightTarget& target) const;
+    void FlyOwnProfile(const FlightState& state, const Journey& journey, FlightTarget& target, double leftNm) const;
+    const PracticeRunway* GuideApproach(const FlightState& state, Journey& journey, FlightTarget& target);
+    void StartGoAround(Journey& journey);
+    void LeaveApproach() noexcept;
+    [[nodiscard]] double OwnSpeedKt(const FlightState& state, double altitudeFt, double leftNm) const noexcept;
+    [[nodiscard]] double TrueHeadingFor(const FlightState& state, int magnetic) const noexcept;
+    [[nodiscard]] const AircraftClass& Aircraft() const noexcept { return m_planner.Aircraft(); }
+
+    JourneyPlanner m_planner;
+    const MagVarGrid* m_grid;
+    Steering m_steering = Route{};
+    std::optional<Approach> m_approach;
+    std::optional<double> m_askedFt; ///< by the controller
+    std::optional<double> m_askedKt;
+    std::string m_call;
+    bool m_askedToLand = false; ///< the approach is by clearance, not the own plan
+};
+} // namespace corvane

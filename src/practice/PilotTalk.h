@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/MagVarGrid.h"
+#include "practice/Instruction.h"
+#include "practice/PracticeScene.h"
+
+#include <string>
+
+namespace corvane {
+/// What the receiver of a position report is to show.
+struct ReportedPosition {
+    LatLon Position;
+    double AltitudeFt = 0;
+    int TrueHeading = 0; ///< 0 .. 360
+    double SpeedKt = 0;
+};
+
+/// A heading as it is said: 090.
+std::string HeadingText(int degrees);
+/// Feet, or from the transition altitude on a flight level: FL180.
+std::string AltitudeText(int feet);
+/// A pilot's answer to a question about its flight.
+std::string SayOf(SayWhat what, const ReportedPosition& report, const PracticeScene& scene, const MagVarGrid& grid);
+} // namespace corvane
