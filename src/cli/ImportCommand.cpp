@@ -47,7 +47,7 @@ template <class Import> static Result<void> RunImport(const Import& import, cons
 
 template <class Options> static void AddFileOptions(CLI::App& command, Options& options, const char* out)
 {
-    command.add_option("FILE", options.Files, "The files to read")->required();
+    command.add_option("FILE", options.Files, "The files to read, or a folder of them")->required();
     command.add_option("--out", options.Out, out)->required()->type_name("FILE");
 }
 
@@ -60,6 +60,8 @@ static void AddOutlines(CLI::App& import, const Console& console, CommandWork& w
     command->add_option("--layer", options->Layers, "Only the layer of this name, for files that hold several")
         ->type_name("NAME")
         ->allow_extra_args(false);
+    command->add_flag("--unbroken", options->Unbroken,
+                      "Repeats the ends of lines, so that no zoom of the radar shows holes in them");
     command->callback([options, &console, &work] {
         work = [options, &console] {
             return RunImport([&](const auto& progress) { return ImportOutlines(*options, progress); }, console);

@@ -77,6 +77,12 @@ Result<DatasetHandle> OpenRasterFile(const std::filesystem::path& path)
         "is no elevation grid that can be read: a GeoTIFF file, or a whole HGT file named like N47E008.hgt");
 }
 
+Result<DatasetHandle> OpenNetCdfFile(const std::filesystem::path& path)
+{
+    constexpr std::array Drivers = {"netCDF", static_cast<const char*>(nullptr)};
+    return OpenLocalFile(path, GDAL_OF_MULTIDIM_RASTER, Drivers.data(), "is no netCDF file that can be read");
+}
+
 ToWgs84::ToWgs84(std::unique_ptr<OGRCoordinateTransformation> transformation)
     : m_transformation(std::move(transformation))
 {

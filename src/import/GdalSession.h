@@ -34,6 +34,8 @@ using DatasetHandle = std::unique_ptr<GDALDataset, CloseDataset>;
 /// Opens a regular file that holds lines or areas, or a grid of values.
 Result<DatasetHandle> OpenVectorFile(const std::filesystem::path& path);
 Result<DatasetHandle> OpenRasterFile(const std::filesystem::path& path);
+/// Opens a file of named lists of values.
+Result<DatasetHandle> OpenNetCdfFile(const std::filesystem::path& path);
 
 /// Turns positions of a coordinate system into longitude and latitude on WGS 84.
 class ToWgs84 {

@@ -33,13 +33,14 @@ struct MapBounds {
 };
 
 struct OutlineImport {
-    std::vector<std::filesystem::path> Files;
-    std::vector<std::string> Layers; ///< only the layers of these names; empty: all
+    std::vector<std::filesystem::path> Files; ///< and folders, see OutlineFilesIn
+    std::vector<std::string> Layers;          ///< only the layers of these names; empty: all
     std::filesystem::path Out;
+    bool Unbroken = false; ///< lines are written so that no zoom of the radar shows holes in them
 };
 struct OutlineCounts {
     std::int64_t Lines = 0;
-    std::int64_t Points = 0; ///< vertices, separators not counted
+    std::int64_t Points = 0; ///< vertices as written, separators not counted
     MapBounds Bounds;
 };
 
@@ -54,7 +55,7 @@ inline constexpr double SmallestTerrainCellNm = 0.1;
 inline constexpr double LargestTerrainCellNm = 60;
 
 struct TerrainImport {
-    std::vector<std::filesystem::path> Files;
+    std::vector<std::filesystem::path> Files; ///< and folders, see TerrainFilesIn
     std::filesystem::path Out;
     double EveryNm = 5; ///< SmallestTerrainCellNm .. LargestTerrainCellNm: side of a cell
 };

@@ -3,8 +3,11 @@
 #include "core/MapFiles.h"
 #include "core/NumberText.h"
 #include "import/GdalSession.h"
+#include "import/GshhgFile.h"
 #include "import/ImportFiles.h"
+#include "import/MapFolders.h"
 #include "import/MapImport.h"
+#include "import/OutlineEnds.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +19,10 @@ namespace {
 /// Takes the lines out of files and writes them.
 class OutlineReader {
 public:
-    OutlineReader(AtomicFile& out, const std::vector<std::string>& layers) : m_out(out), m_layers(layers) {}
+    OutlineReader(AtomicFile& out, const OutlineImport& import)
+        : m_out(out), m_layers(import.Layers), m_unbroken(import.Unbroken)
+    {
+    }
 
     Result<void> ReadFile(const std::filesystem::path& path, FileProgress& progress);
     [[nodiscard]] const OutlineCounts& Counts() const noexcept { return m_counts; }
@@ -27,10 +33,14 @@ private:
     Result<void> AddGeometry(const OGRGeometry& geometry, const ToWgs84& toWgs84);
     Result<void> AddParts(const OGRGeometry& geometry, const ToWgs84& toWgs84);
     Result<void> AddCurve(const OGRSimpleCurve& curve, const ToWgs84& toWgs84);
+    Result<void> ReadGshhgFile(const std::filesystem::path& path);
+    void AddVertex(const LatLon& vertex);
+    void EndLine();
     void AddLine(std::span<const LatLon> line);
 
     AtomicFile& m_out;
     const std::vector<std::string>& m_layers;
+    bool m_unbroken;
     OutlineCounts m_counts;
     std::string m_file; ///< full name of the file at hand
     std::vector<double> m_x;
@@ -48,6 +58,8 @@ bool OutlineReader::Wanted(OGRLayer& layer) const
 Result<void> OutlineReader::ReadFile(const std::filesystem::path& path, FileProgress& progress)
 {
     m_file = FullName(path);
+    if (IsNetCdf(path))
+        return ReadGshhgFile(path);
     const Result<DatasetHandle> dataset = OpenVectorFile(path);
     if (!dataset)
         return dataset.error();
@@ -67,6 +79,19 @@ Result<void> OutlineReader::ReadFile(const std::filesystem::path& path, FileProg
     if (m_counts.Lines == before)
         return Fail(m_file, "holds no lines and no areas");
     return {};
+}
+
+Result<void> OutlineReader::ReadGshhgFile(const std::filesystem::path& path)
+{
+    const Result<std::vector<std::vector<LatLon>>> lines = ReadGshhg(path);
+    if (!lines)
+        return lines.error();
+    for (const std::vector<LatLon>& line : *lines) {
+        for (const LatLon& vertex : line)
+            AddVertex(vertex);
+        EndLine();
+    }
+    return m_out.Status();
 }
 
 Result<void> OutlineReader::ReadLayer(OGRLayer& layer, FileProgress& progress)
@@ -139,30 +164,36 @@ Result<void> OutlineReader::AddCurve(const OGRSimpleCurve& curve, const ToWgs84&
     m_y.resize(count);
     curve.getPoints(m_x.data(), sizeof(double), m_y.data(), sizeof(double));
     toWgs84.Apply(count, m_x.data(), m_y.data());
-    m_line.clear();
+    m_line.clear(); // of a curve that failed
     for (std::size_t i = 0; i < count; ++i) {
         if (std::isnan(m_x[i])) { // the system does not reach there: the line has a gap
-            AddLine(m_line);
-            m_line.clear();
+            EndLine();
             continue;
         }
         if (!HoldToWorld(m_x[i], m_y[i]))
             return Fail(m_file, "has a vertex at latitude " + NumberText(m_y[i]) + ", longitude " + NumberText(m_x[i]));
-        const LatLon vertex{m_y[i], m_x[i]};
-        if (!m_line.empty() && IsEdgeOfTheMap(m_line.back(), vertex)) {
-            AddLine(m_line);
-            m_line.clear();
-        }
-        m_line.push_back(vertex);
+        AddVertex({m_y[i], m_x[i]});
     }
-    AddLine(m_line);
+    EndLine();
     return {};
+}
+
+void OutlineReader::AddVertex(const LatLon& vertex)
+{
+    if (!m_line.empty() && IsEdgeOfTheMap(m_line.back(), vertex))
+        EndLine();
+    m_line.push_back(vertex);
+}
+
+void OutlineReader::EndLine()
+{
+    if (m_line.size() >= 2)
+        AddLine(m_unbroken ? UnbrokenOutline(m_line) : m_line);
+    m_line.clear();
 }
 
 void OutlineReader::AddLine(std::span<const LatLon> line)
 {
-    if (line.size() < 2)
-        return;
     m_bytes.clear();
     AppendOutline(m_bytes, line);
     m_out.Write(m_bytes);
@@ -176,12 +207,14 @@ Result<OutlineCounts> ImportOutlines(const OutlineImport& import, const ImportPr
 {
     const GdalSession gdal;
     AtomicFile out(import.Out);
-    OutlineReader reader(out, import.Layers);
+    OutlineReader reader(out, import);
     Result<void> done = out.Open();
     if (done) {
-        done = ReadEachFile(import.Files, import.Out, progress, [&](const auto& path, FileProgress& fileProgress) {
-            return reader.ReadFile(path, fileProgress);
-        });
+        const Result<std::vector<std::filesystem::path>> files = OutlineFilesIn(import.Files);
+        done = !files ? files.error()
+                      : ReadEachFile(*files, import.Out, progress, [&](const auto& path, FileProgress& fileProgress) {
+                            return reader.ReadFile(path, fileProgress);
+                        });
     }
     if (done)
         done = out.Commit();

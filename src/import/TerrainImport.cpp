@@ -5,6 +5,7 @@
 #include "core/Rounding.h"
 #include "import/GdalSession.h"
 #include "import/ImportFiles.h"
+#include "import/MapFolders.h"
 #include "import/MapImport.h"
 #include "import/TerrainGrid.h"
 
@@ -242,9 +243,11 @@ Result<TerrainCounts> ImportTerrain(const TerrainImport& import, const ImportPro
     TerrainCounts counts;
     Result<void> done = out.Open();
     if (done) {
-        done = ReadEachFile(import.Files, import.Out, progress, [&](const auto& path, FileProgress& fileProgress) {
-            return TerrainReader(grid, counts, path).Read(fileProgress);
-        });
+        const Result<std::vector<std::filesystem::path>> files = TerrainFilesIn(import.Files);
+        done = !files ? files.error()
+                      : ReadEachFile(*files, import.Out, progress, [&](const auto& path, FileProgress& fileProgress) {
+                            return TerrainReader(grid, counts, path).Read(fileProgress);
+                        });
     }
     if (done)
         done = WritePeaks(grid, out, counts);

@@ -187,7 +187,8 @@ TEST_P(BadOutlines, AreAnErrorThatNamesTheFileAndLeavesTheOldMap)
 
 INSTANTIATE_TEST_SUITE_P(
     Import, BadOutlines,
-    testing::Values(BadCase{"Missing", "none.shp", "", "No such file"}, BadCase{"AFolder", ".", "", "is not a file"},
+    testing::Values(BadCase{"Missing", "none.shp", "", "No such file"},
+                    BadCase{"AFolder", ".", "", "holds neither GSHHG"},
                     BadCase{"Empty", "a.geojson", "empty", "is no map that can be read"},
                     BadCase{"NoMap", "a.txt", "Hello, world.", "is no map that can be read"},
                     BadCase{"CutOff", "a.geojson", LineString("[[1,2],[3,4").substr(0, 80), "GeoJSON"},
