@@ -64,7 +64,24 @@ std::string WorldDataText(const WorldImportCounts& counts)
         text += "\n\n" + Utf8ToWindows1252(file.First.File) + ": " + NumberText(file.Count) +
                 " lines passed over, the first is line " + NumberText(file.First.Line) + ": " +
                 Utf8ToWindows1252(file.First.Why);
+    if (!counts.Maps.Remarks.empty())
+        text += "\n";
+    for (const std::string& remark : counts.Maps.Remarks)
+        text += "\n" + Utf8ToWindows1252(remark) + ".";
     return text;
+}
+
+std::string MapSourcesText(const MapSources& sources)
+{
+    std::string text = "Coastlines and borders, where the folder has none yet, are ";
+    if (sources.Outlines.empty())
+        text += "Corvane's own (finer ones: Debian's package gmt-gshhg-low)";
+    else
+        text += "made of " + Utf8ToWindows1252(FullName(sources.Outlines));
+    text += "; terrain is ";
+    if (sources.Terrain.empty())
+        return text + "Corvane's own, of some regions.";
+    return text + "made of " + Utf8ToWindows1252(FullName(sources.Terrain)) + ".";
 }
 
 Result<void> UseNewDatabase(AppState& state)

@@ -45,6 +45,9 @@ private:
 /// What a window tells of a finished import: the counts, and what was passed over; 8-bit text.
 std::string WorldDataText(const WorldImportCounts& counts);
 
+/// What a window tells before: of what the maps beside the database will be made; 8-bit text.
+std::string MapSourcesText(const MapSources& sources);
+
 /// Takes the new database over: reads its settings, after which the area chooser can open.
 Result<void> UseNewDatabase(AppState& state);
 

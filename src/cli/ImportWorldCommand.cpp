@@ -20,6 +20,7 @@ struct WorldOptions {
     std::string FlightGear; ///< empty where not given
     std::string Report;     ///< empty where not given
     bool NoPavements = false;
+    bool NoMaps = false;
 };
 
 /// What was passed over: written to a report as it comes, and told at the end.
@@ -72,17 +73,23 @@ static Json CountsJson(const WorldImportCounts& counts)
     Json airspaces = Json::object();
     for (const auto& [name, count] : counts.Airspaces.ByClass)
         airspaces[name] = count;
-    return {{"AirportCount", counts.Records.Airports},
-            {"AirspaceCount", counts.Records.Airspaces},
-            {"VorCount", counts.Records.Vors},
-            {"NdbCount", counts.Records.Ndbs},
-            {"LeftOut",
-             {{"ClosedAirports", counts.Airports.Closed},
-              {"RepeatedAirports", counts.Airports.Repeated},
-              {"AirportsWithoutPosition", counts.Airports.WithoutPlace},
-              {"IlsWithoutAirport", counts.IlsWithoutAirport},
-              {"UnreadableAirspaces", counts.Airspaces.Unreadable},
-              {"AirspacesByClass", std::move(airspaces)}}}};
+    Json json = {{"AirportCount", counts.Records.Airports},
+                 {"AirspaceCount", counts.Records.Airspaces},
+                 {"VorCount", counts.Records.Vors},
+                 {"NdbCount", counts.Records.Ndbs},
+                 {"LeftOut",
+                  {{"ClosedAirports", counts.Airports.Closed},
+                   {"RepeatedAirports", counts.Airports.Repeated},
+                   {"AirportsWithoutPosition", counts.Airports.WithoutPlace},
+                   {"PavementPoints", counts.Airports.PavementPoints},
+                   {"IlsWithoutAirport", counts.IlsWithoutAirport},
+                   {"UnreadableAirspaces", counts.Airspaces.Unreadable},
+                   {"AirspacesByClass", std::move(airspaces)}}}};
+    if (counts.Maps.OutlinePoints)
+        json["OutlinePoints"] = *counts.Maps.OutlinePoints;
+    if (counts.Maps.TerrainPoints)
+        json["TerrainPoints"] = *counts.Maps.TerrainPoints;
+    return json;
 }
 
 /// Fills the files that FlightGear's folder has and the other options do not name.
@@ -90,6 +97,8 @@ static Result<void> ResolveFiles(WorldOptions& options)
 {
     WorldImport& import = options.Import;
     import.Apt.Pavements = !options.NoPavements;
+    if (!options.NoMaps)
+        import.Maps = FindMapSources(import.AppFolder, DefaultDataFolder());
     if (options.FlightGear.empty())
         return {};
     const FlightGearFiles found = FilesOfFlightGear(options.FlightGear);
@@ -132,6 +141,8 @@ static Result<void> ImportAndReport(WorldOptions& options, const Console& consol
     if (Result<void> written = report.Commit(); !written)
         return written;
     report.Print(counts->PassedOver, console.Notices);
+    for (const std::string& remark : counts->Maps.Remarks)
+        console.Notices << "corvane-cli: import: " << remark << '\n';
     console.Out << CountsJson(*counts).dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     return {};
 }
@@ -156,6 +167,7 @@ void AddImportWorld(CLI::App& import, const Console& console, CommandWork& work)
         ->type_name("DIR")
         ->capture_default_str();
     command->add_flag("--no-pavements", options->NoPavements, "Leaves out the edges of aprons and taxiways");
+    command->add_flag("--no-maps", options->NoMaps, "Makes no world.map and no world_terrain.db where there are none");
     command->add_option("--report", options->Report, "Lists the lines that were passed over, as JSON lines")
         ->type_name("FILE");
     command->callback(

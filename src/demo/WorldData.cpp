@@ -202,6 +202,18 @@ static TerrainSource ReadTerrainPoint(CsvReader& csv)
     return {position, csv.Whole(2, -2000, 30000)};
 }
 
+static Result<void> ReadMaps(const fs::path& folder, WorldData& world)
+{
+    Result<void> done = ReadPolylines(folder / "outlines.csv", world.Outlines);
+    if (done)
+        done = ReadPolylines(folder / "borders.csv", world.Borders);
+    if (done) {
+        done = ReadTable(folder / "terrain.csv", "lat,lon,elevation_ft,source",
+                         [&](CsvReader& csv) { world.Terrain.push_back(ReadTerrainPoint(csv)); });
+    }
+    return done;
+}
+
 static Result<void> ReadAll(const fs::path& folder, WorldData& world)
 {
     auto done = ReadAirports(folder, world);
@@ -214,13 +226,7 @@ static Result<void> ReadAll(const fs::path& folder, WorldData& world)
                          [&](CsvReader& csv) { world.Sectors.push_back(ReadSector(csv)); });
     }
     if (done)
-        done = ReadPolylines(folder / "outlines.csv", world.Outlines);
-    if (done)
-        done = ReadPolylines(folder / "borders.csv", world.Borders);
-    if (done) {
-        done = ReadTable(folder / "terrain.csv", "lat,lon,elevation_ft,source",
-                         [&](CsvReader& csv) { world.Terrain.push_back(ReadTerrainPoint(csv)); });
-    }
+        done = ReadMaps(folder, world);
     if (!done)
         return done;
     Result<std::vector<std::int16_t>> magVar = LoadMagVar(folder);
@@ -228,6 +234,14 @@ static Result<void> ReadAll(const fs::path& folder, WorldData& world)
         return magVar.error();
     world.MagVar = *std::move(magVar);
     return {};
+}
+
+Result<WorldData> LoadMapData(const fs::path& dataFolder)
+{
+    WorldData world;
+    if (const Result<void> read = ReadMaps(dataFolder, world); !read)
+        return read.error();
+    return world;
 }
 
 Result<WorldData> LoadWorldData(const fs::path& dataFolder)

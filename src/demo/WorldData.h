@@ -84,6 +84,9 @@ struct WorldData {
 /// it.
 Result<WorldData> LoadWorldData(const std::filesystem::path& dataFolder);
 
+/// Reads outlines.csv, borders.csv and terrain.csv alone.
+Result<WorldData> LoadMapData(const std::filesystem::path& dataFolder);
+
 /// Reads magvar.csv alone: 65160 values, longitude by longitude.
 Result<std::vector<std::int16_t>> LoadMagVar(const std::filesystem::path& dataFolder);
 } // namespace corvane

@@ -54,6 +54,7 @@ private:
     Result<void> ReadNav();
     Result<void> ReadApt();
     Result<void> ReadAirspaces(const fs::path& path);
+    Result<void> MakeMaps();
     Result<std::unique_ptr<TextLines>> Begin(const fs::path& path);
     void End(const ImportLog& log, std::uint64_t size);
     bool Tell(const std::string& file, std::uint64_t size, double part) const;
@@ -70,6 +71,7 @@ private:
     bool m_keepsMagdec = false;
     MagVarGrid m_grid;
     DatabaseWriter m_writer;
+    WorldMaps m_maps;
     LocalizerTable m_localizers;
     std::vector<SourceCredit> m_credits;
     WorldImportCounts m_counts;
@@ -141,7 +143,8 @@ WorldImporter::WorldImporter(const WorldImport& import, std::span<const std::int
       m_callbacks(callbacks),
       m_folder(AbsoluteFolder(import.AppFolder)),
       m_folderText(Utf8ToWindows1252Exactly(m_folder.string()).value_or("")),
-      m_writer(m_folder)
+      m_writer(m_folder),
+      m_maps(import.Maps, m_folder, [this](const std::string& file) { return Tell(file, 0, 0); })
 {
     assert(magVar.size() == MagVarGrid::CellCount);
 }
@@ -241,6 +244,14 @@ Result<void> WorldImporter::ReadAirspaces(const fs::path& path)
     return m_writer.Status() ? read : m_writer.Status();
 }
 
+Result<void> WorldImporter::MakeMaps()
+{
+    Result<void> made = m_maps.Make();
+    m_credits.insert(m_credits.end(), m_maps.Credits().begin(), m_maps.Credits().end());
+    m_counts.Maps = m_maps.Counts();
+    return made;
+}
+
 /// The navaids come first: airports take their ILS from them.
 Result<void> WorldImporter::ReadAll()
 {
@@ -256,7 +267,7 @@ Result<void> WorldImporter::ReadAll()
         if (Result<void> read = ReadAirspaces(path); !read)
             return read;
     }
-    return {};
+    return MakeMaps();
 }
 
 SettingsRecord WorldImporter::Settings() const
@@ -318,6 +329,7 @@ Result<WorldImportCounts> WorldImporter::Run()
         done = Commit();
     if (!done)
         return done.error();
+    m_maps.Keep();
     m_made.Keep();
     m_counts.IlsWithoutAirport = m_localizers.Left();
     return std::move(m_counts);

@@ -5,6 +5,7 @@
 #include "world/AptFile.h"
 #include "world/ImportLog.h"
 #include "world/OpenAirFile.h"
+#include "world/WorldMaps.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -24,6 +25,7 @@ struct WorldImport {
     std::vector<std::filesystem::path> Airspaces;
     std::filesystem::path AppFolder; ///< is created where it is not there
     AptOptions Apt;
+    MapSources Maps; ///< for outlines and terrain where AppFolder has none
 };
 
 /// Where an import is: the file being read, and how much of all of them is done, 0 .. 1.
@@ -42,6 +44,7 @@ struct WorldImportCounts {
     AirportsLeftOut Airports;
     std::int64_t IlsWithoutAirport = 0;
     AirspacesLeftOut Airspaces;
+    WorldMapCounts Maps;
     std::vector<PassedLines> PassedOver; ///< of each file that has any
 };
 
@@ -55,7 +58,8 @@ FlightGearFiles FilesOfFlightGear(const std::filesystem::path& folder);
 /// The folder where FlightGear's data lie: that of the environment's FG_ROOT, or where distributions put it.
 std::optional<std::filesystem::path> FindFlightGear();
 
-/// Writes the four database files, the settings, scenery/magdec.bgl (to which the settings point) and the credits.
+/// Writes the four database files, the settings, scenery/magdec.bgl (to which the settings point) and the credits;
+/// where they are not there, world.map and world_terrain.db.
 ///
 /// magVar  the magnetic variation of the world, 65160 values in the order of MagVarGrid. Where AppFolder is a
 ///         simulator's own folder, that one's grid stays and is used.

@@ -32,6 +32,7 @@ WorldDataWindow::WorldDataWindow(AppState& state, MessageBoxes& boxes)
         m_ui->Navaids->setText(ShownPath(files.NavDat));
         m_ui->Hint->setText(tr("FlightGear's data were found. Other files will do as well."));
     }
+    m_ui->Maps->setText(ToQString(MapSourcesText(FindMapSources(m_state.AppFolder, DefaultDataFolder()))));
     connect(m_ui->BrowseAirports, &QPushButton::clicked, this, [this] { BrowseInto(*m_ui->Airports, false); });
     connect(m_ui->BrowseNavaids, &QPushButton::clicked, this, [this] { BrowseInto(*m_ui->Navaids, false); });
     connect(m_ui->BrowseAirspaces, &QPushButton::clicked, this, [this] { BrowseInto(*m_ui->Airspaces, true); });
@@ -75,6 +76,7 @@ void WorldDataWindow::Begin()
         import.Airspaces.push_back(PathOf(file));
     import.Apt.Pavements = m_ui->Pavements->isChecked();
     import.AppFolder = m_state.AppFolder;
+    import.Maps = FindMapSources(m_state.AppFolder, DefaultDataFolder());
     m_job = std::make_unique<WorldDataJob>(std::move(import), DefaultDataFolder());
     ShowWhetherReady();
     m_look.start();
