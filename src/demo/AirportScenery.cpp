@@ -52,15 +52,15 @@ static void AddComs(SceneryAirport& airport, const std::string& city, const Airp
     AddCom(airport, ComKind::Departure, radio.Departure, city + " DEPARTURE");
 }
 
+/// Where the glide path meets the runway. A scan of the scenery moves an ILS of exactly the runway's course onto the
+/// runway's end, which could not be pointed at any more; as with many real ones, the course is a degree off.
 static SceneryIls MakeIls(const RunwayData& runway, bool farEnd, std::string ident, std::int32_t frequencyKhz)
 {
-    constexpr double BeyondEndM = 300;
-    constexpr double ThresholdInsetM = 30;
-    const double half = runway.LengthFt * MetresPerFoot / 2;
-    const bool movedByScan = !farEnd || runway.TrueHeading >= 180;
-    const double beyond = movedByScan ? half + BeyondEndM : -(half - ThresholdInsetM);
-    const LatLon at = Moved(runway.Center, runway.TrueHeading, farEnd ? -beyond : beyond);
-    return {std::move(ident), at.Lat, at.Lon, runway.ElevationFt, farEnd, frequencyKhz};
+    constexpr double BehindThresholdM = 300;
+    constexpr int CourseOffset = 1;
+    const double fromCenter = runway.LengthFt * MetresPerFoot / 2 - BehindThresholdM;
+    const LatLon at = Moved(runway.Center, runway.TrueHeading, farEnd ? fromCenter : -fromCenter);
+    return {std::move(ident), at.Lat, at.Lon, runway.ElevationFt, farEnd, frequencyKhz, CourseOffset};
 }
 
 static SceneryRunway MakeRunway(const RunwayData& source)

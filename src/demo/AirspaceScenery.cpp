@@ -5,6 +5,7 @@
 #include "core/Text.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace corvane {
 static SceneryBoundary MakeSector(const SectorSource& sector, const std::string& layer)
@@ -86,6 +87,15 @@ static SceneryBoundary OuterShelf(const AirportSource& airport)
     shelf.Points.push_back(PointOnCircle(BoundaryKind::CounterClockwiseArc, center, FromCourse, InnerNm));
     shelf.Points.push_back(PointOnCircle(BoundaryKind::Line, center, FromCourse, OuterNm));
     return shelf;
+}
+
+bool HasClassB(const AirportSource& airport)
+{
+    constexpr std::string_view Airports[] = {
+        "KADW", "KATL", "KBOS", "KBWI", "KCLE", "KCLT", "KCVG", "KDCA", "KDEN", "KDFW", "KDTW", "KEWR", "KHOU",
+        "KIAD", "KIAH", "KJFK", "KLAS", "KLAX", "KLGA", "KMCI", "KMCO", "KMEM", "KMIA", "KMSP", "KMSY", "KNKX",
+        "KORD", "KPHL", "KPHX", "KPIT", "KSAN", "KSEA", "KSFO", "KSLC", "KSTL", "KTPA", "PHNL"};
+    return std::ranges::binary_search(Airports, airport.Icao);
 }
 
 std::vector<SceneryBoundary> MakeClassB(const AirportSource& airport)

@@ -12,6 +12,8 @@ SceneryBoundary MakeHighSector(const SectorSource& sector);
 /// The same outline from the ground to 24,500 ft.
 SceneryBoundary MakeLowSector(const SectorSource& sector);
 
+/// Whether a real Class B area surrounds the airport: those of the United States of America.
+bool HasClassB(const AirportSource& airport);
 /// The three shelves of a Class B area: a circle of 7 nm from the ground, one of 15 nm from 2,000 ft, and from 4,000 ft
 /// the part between 15 and 25 nm on three quarters of the circle, of arcs and lines; all up to 10,000 ft.
 std::vector<SceneryBoundary> MakeClassB(const AirportSource& airport);

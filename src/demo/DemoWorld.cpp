@@ -193,7 +193,7 @@ Result<void> DemoWorldWriter::WriteNavaids(const fs::path& folder, std::span<con
 
 void DemoWorldWriter::AddClassAreas(BglFileWriter& file, const RankedAirport& airport)
 {
-    if (airport.Rank < BusiestAirports) {
+    if (HasClassB(*airport.Source)) {
         for (const SceneryBoundary& shelf : MakeClassB(*airport.Source)) {
             file.AddBoundary(shelf);
             ++m_counts.Airspaces;

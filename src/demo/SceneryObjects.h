@@ -16,6 +16,7 @@ struct SceneryIls {
     int ElevationFt = 0;
     bool FarEnd = false; ///< serves the end opposite to the runway's first: its course is the runway's reciprocal
     std::int32_t FrequencyKhz = 0;
+    int CourseOffset = 0; ///< whole degrees clockwise from that course
 };
 
 struct SceneryRunway {

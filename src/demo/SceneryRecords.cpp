@@ -101,7 +101,8 @@ static void AppendIls(Bytes& out, const SceneryIls& ils, std::int32_t runwayHead
     ByteWriter writer(out);
     AppendPosition(writer, ils.Lat, ils.Lon);
     AppendHeight(writer, ils.ElevationFt);
-    writer.WriteI32(ils.FarEnd ? OppositeHeadingWord(runwayHeading) : runwayHeading);
+    const std::int32_t course = ils.FarEnd ? OppositeHeadingWord(runwayHeading) : runwayHeading;
+    writer.WriteI32(TurnedHeadingWord(course, ils.CourseOffset));
     writer.WriteI32(FrequencyWord(ils.FrequencyKhz));
     writer.WriteI32(IlsKind);
     writer.WriteZeros(12);

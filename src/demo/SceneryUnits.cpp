@@ -36,6 +36,12 @@ std::int32_t OppositeHeadingWord(std::int32_t word) noexcept
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(word) + HalfTurn);
 }
 
+std::int32_t TurnedHeadingWord(std::int32_t word, int degrees) noexcept
+{
+    const auto turn = static_cast<std::uint32_t>(HeadingWord(degrees));
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(word) + turn);
+}
+
 std::int32_t FrequencyWord(std::int32_t kilohertz) noexcept
 {
     std::uint32_t word = 0;

@@ -13,6 +13,8 @@ std::int32_t LongitudeWord(double lon) noexcept;
 std::int32_t HeadingWord(double trueHeading) noexcept;
 /// The opposite direction of a heading word.
 std::int32_t OppositeHeadingWord(std::int32_t word) noexcept;
+/// A heading word turned by whole degrees, clockwise where positive.
+std::int32_t TurnedHeadingWord(std::int32_t word, int degrees) noexcept;
 /// A frequency in kHz, 0 .. 9999999, as binary-coded decimal ten-thousandths of a megahertz: 118100 is 0x01181000.
 std::int32_t FrequencyWord(std::int32_t kilohertz) noexcept;
 /// Feet as whole metres.
