@@ -146,7 +146,7 @@ void AirportDraft::Take(int code, RowReader& row, std::int64_t line)
     case 100: return TakeRunway(false, row);
     case 101: return TakeRunway(true, row);
     case 102: return TakeHelipad(row);
-    case 110: return m_ground.BeginPavement();
+    case 110: return m_ground.BeginPavement(line);
     case 1052:
     case 1053:
     case 1054:
@@ -187,7 +187,7 @@ std::optional<LatLon> AirportDraft::Place() const
 std::optional<AirportRecord> AirportDraft::Finish(ImportLog& log)
 {
     const std::optional<LatLon> place = Place();
-    m_ground.Finish(m_airport, log);
+    m_pavementPointsLeftOut = m_ground.Finish(m_airport, log);
     if (!place)
         return std::nullopt;
     m_airport.Icao = Icao();

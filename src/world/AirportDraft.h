@@ -46,6 +46,8 @@ public:
 
     /// The record, without ILS; nothing where no row says where the airport is. The draft is of no more use.
     std::optional<AirportRecord> Finish(ImportLog& log);
+    /// After Finish: how many points of pavements were too many.
+    [[nodiscard]] std::int64_t PavementPointsLeftOut() const noexcept { return m_pavementPointsLeftOut; }
 
 private:
     void TakeProperty(RowReader& row);
@@ -68,5 +70,6 @@ private:
     std::optional<LatLon> m_viewpoint;
     std::optional<LatLon> m_landmark; ///< a beacon or a windsock
     std::int64_t m_rows = 0;
+    std::int64_t m_pavementPointsLeftOut = 0;
 };
 } // namespace corvane

@@ -66,6 +66,7 @@ Result<void> AirportWalk::EndAirport()
     const std::string icao = m_draft->Icao();
     const std::string headerCode = m_draft->HeaderCode();
     std::optional<AirportRecord> airport = m_draft->Finish(m_log);
+    m_leftOut.PavementPoints += m_draft->PavementPointsLeftOut();
     m_draft.reset();
     if (!airport) {
         ++m_leftOut.WithoutPlace;

@@ -13,8 +13,9 @@ namespace corvane {
 /// Airports of an apt.dat that the database does not get.
 struct AirportsLeftOut {
     std::int64_t Closed = 0;
-    std::int64_t Repeated = 0;     ///< of a code that an airport before has
-    std::int64_t WithoutPlace = 0; ///< no row says where they are
+    std::int64_t Repeated = 0;       ///< of a code that an airport before has
+    std::int64_t WithoutPlace = 0;   ///< no row says where they are
+    std::int64_t PavementPoints = 0; ///< of the edges of pavements, beyond what an airport can have
 };
 
 struct AptOptions {

@@ -1,5 +1,7 @@
 #include "world/GroundDraft.h"
 
+#include <string>
+
 namespace corvane {
 static constexpr std::int32_t TaxiPointKind = 1;
 static constexpr std::int32_t TaxiwayKind = 0;
@@ -30,9 +32,10 @@ void GroundDraft::TakeEdge(RowReader& row, std::int64_t line)
         m_edges.push_back(std::move(edge));
 }
 
-void GroundDraft::BeginPavement()
+void GroundDraft::BeginPavement(std::int64_t line)
 {
     EndPavement();
+    m_pavementLine = line;
     m_inPavement = m_wantsPavements;
 }
 
@@ -55,6 +58,8 @@ void GroundDraft::TakePavementNode(int code, RowReader& row)
         m_pavements.End(true);
     else if (code == 115 || code == 116)
         m_pavements.End(false);
+    if (m_fullAt == 0 && m_pavements.LeftOut() > 0)
+        m_fullAt = m_pavementLine;
 }
 
 void GroundDraft::AddPavements(AirportRecord& airport) const
@@ -74,7 +79,7 @@ void GroundDraft::AddPavements(AirportRecord& airport) const
     }
 }
 
-void GroundDraft::Finish(AirportRecord& airport, ImportLog& log)
+std::int64_t GroundDraft::Finish(AirportRecord& airport, ImportLog& log)
 {
     EndPavement();
     for (const LatLon& node : m_nodes)
@@ -96,7 +101,12 @@ void GroundDraft::Finish(AirportRecord& airport, ImportLog& log)
         airport.TaxiPoints.push_back({TaxiPointKind, end.Lat, end.Lon});
         airport.TaxiPaths.push_back({TaxiwayKind, index, index + 1, {}});
     }
-    if (!hasNetwork)
-        AddPavements(airport);
+    if (hasNetwork)
+        return 0;
+    AddPavements(airport);
+    if (m_pavements.LeftOut() > 0)
+        log.PassOver(m_fullAt, "the airport's pavements have " + std::to_string(m_pavements.LeftOut()) +
+                                   " points more than it can have; they are left out");
+    return m_pavements.LeftOut();
 }
 } // namespace corvane

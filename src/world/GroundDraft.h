@@ -25,7 +25,7 @@ public:
     void AddCenterLine(const LatLon& start, const LatLon& end) { m_centerLines.emplace_back(start, end); }
 
     /// Row 110: the nodes that follow are a pavement's.
-    void BeginPavement();
+    void BeginPavement(std::int64_t line);
     /// Any other row that is no node: the nodes that follow, if there are any, are nothing's.
     void EndPavement();
     /// Whether nodes are read at all.
@@ -33,7 +33,8 @@ public:
     void TakePavementNode(int code, RowReader& row); ///< rows 111 to 116
 
     /// Writes the points and the paths into an airport. Edges without their nodes are passed over.
-    void Finish(AirportRecord& airport, ImportLog& log);
+    /// Returns how many points of pavements were too many.
+    std::int64_t Finish(AirportRecord& airport, ImportLog& log);
 
 private:
     using NodeKey = std::pair<int, std::int64_t>; ///< the network and the number within it
@@ -55,5 +56,7 @@ private:
     std::vector<std::pair<LatLon, LatLon>> m_centerLines;
     PavementEdges m_pavements;
     bool m_inPavement = false;
+    std::int64_t m_pavementLine = 0; ///< of the row 110 at hand
+    std::int64_t m_fullAt = 0;       ///< of the pavement that first had too many points
 };
 } // namespace corvane

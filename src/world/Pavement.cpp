@@ -12,8 +12,10 @@ static constexpr double ToleranceM = 0.5;
 
 void PavementEdges::AddPoint(const LatLon& point)
 {
-    if (m_points.size() >= MostPoints)
+    if (m_points.size() >= MostPoints) {
+        ++m_leftOut;
         return;
+    }
     if (m_points.size() > m_lineStart && m_points.back() == point)
         return;
     m_points.push_back(point);
@@ -86,6 +88,7 @@ void PavementEdges::Add(const PavementNode& node)
     if (!m_first) {
         m_first = node;
         m_lineStart = m_points.size();
+        m_leftOutBefore = m_leftOut;
         AddPoint(node.Position);
     } else {
         Join(m_last, node);
@@ -97,15 +100,19 @@ void PavementEdges::End(bool closed)
 {
     if (!m_first)
         return;
-    if (closed)
+    if (closed) {
+        const std::int64_t leftOut = m_leftOut;
         Join(m_last, *m_first);
+        if (m_leftOut > leftOut)
+            --m_leftOut; // the first point again
+    }
     std::size_t count = m_points.size() - m_lineStart;
     if (closed && count > 1 && m_points.back() == m_points[m_lineStart]) {
         m_points.pop_back(); // the closing line leads back to the first point itself
         --count;
     }
     if (count >= 2)
-        m_lines.push_back({m_lineStart, count, closed && count > 2});
+        m_lines.push_back({m_lineStart, count, closed && count > 2 && m_leftOut == m_leftOutBefore});
     else
         m_points.resize(m_lineStart);
     m_first.reset();

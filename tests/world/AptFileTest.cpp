@@ -148,6 +148,21 @@ TEST(Pavements, AreLinesWhereThereIsNoNetwork)
     EXPECT_EQ(ReadAirports(Head + Runway + Pavement + network).Airports[0].TaxiPaths.size(), 1U);
 }
 
+TEST(Pavements, EndAndAreCountedWhereAnAirportHasTooMany)
+{
+    const auto most = static_cast<std::int64_t>(PavementEdges::MostPoints);
+    std::string rows = Head + Runway + "110 1 0 0 Apron\n";
+    for (std::int64_t i = 0; i < most + 10; ++i)
+        rows += i % 2 == 0 ? "111 10 20\n" : "111 11 20\n";
+    const ReadAirports read(rows + "113 12 20\n110 1 0 0 Next\n111 1 2\n113 3 4\n");
+    ASSERT_EQ(read.Airports.size(), 1U);
+    EXPECT_EQ(read.Airports[0].TaxiPoints.size(), PavementEdges::MostPoints);
+    EXPECT_EQ(read.Airports[0].TaxiPaths.size(), PavementEdges::MostPoints - 1); // not closed: its end is missing
+    EXPECT_EQ(read.LeftOut.PavementPoints, 11 + 2); // of either ring, the way back not counted
+    ASSERT_EQ(read.File.Passed.size(), 1U);
+    EXPECT_EQ(read.File.Passed[0].Line, 5); // of the row 110
+}
+
 /// The largest distance in metres of points of a quadratic curve from the line through its pieces, on the equator.
 TEST(PavementEdges, StayWithinHalfAMetreOfTheirCurve)
 {
