@@ -64,10 +64,11 @@ std::string WorldDataText(const WorldImportCounts& counts)
         text += "\n\n" + Utf8ToWindows1252(file.First.File) + ": " + NumberText(file.Count) +
                 " lines passed over, the first is line " + NumberText(file.First.Line) + ": " +
                 Utf8ToWindows1252(file.First.Why);
-    if (!counts.Maps.Remarks.empty())
-        text += "\n";
-    for (const std::string& remark : counts.Maps.Remarks)
-        text += "\n" + Utf8ToWindows1252(remark) + ".";
+    for (const auto* remarks : {&counts.Maps.Made, &counts.Maps.Unusable}) {
+        text += remarks->empty() ? "" : "\n";
+        for (const std::string& remark : *remarks)
+            text += "\n" + Utf8ToWindows1252(remark) + ".";
+    }
     return text;
 }
 

@@ -141,8 +141,8 @@ static Result<void> ImportAndReport(WorldOptions& options, const Console& consol
     if (Result<void> written = report.Commit(); !written)
         return written;
     report.Print(counts->PassedOver, console.Notices);
-    for (const std::string& remark : counts->Maps.Remarks)
-        console.Notices << "corvane-cli: import: " << remark << '\n';
+    for (const std::string& unusable : counts->Maps.Unusable)
+        console.Notices << "corvane-cli: import: " << unusable << '\n';
     console.Out << CountsJson(*counts).dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     return {};
 }

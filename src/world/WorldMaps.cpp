@@ -49,7 +49,7 @@ WorldMaps::~WorldMaps()
 void WorldMaps::NoteMade(const fs::path& map, const std::string& source, std::string remark)
 {
     m_made.push_back(map);
-    m_counts.Remarks.push_back(map.filename().string() + " is made of " + source);
+    m_counts.Made.push_back(map.filename().string() + " is made of " + source);
     m_credits.push_back({source, {std::move(remark)}});
 }
 
@@ -57,7 +57,7 @@ void WorldMaps::NoteMade(const fs::path& map, const std::string& source, std::st
 bool WorldMaps::NoteUnusable(const Error& error)
 {
     if (!m_ended)
-        m_counts.Remarks.push_back(error.What + ": " + error.Why);
+        m_counts.Unusable.push_back(error.What + ": " + error.Why);
     return !m_ended;
 }
 

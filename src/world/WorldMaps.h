@@ -27,7 +27,8 @@ MapSources FindMapSources(const std::filesystem::path& appFolder, const std::fil
 struct WorldMapCounts {
     std::optional<std::int64_t> OutlinePoints;
     std::optional<std::int64_t> TerrainPoints;
-    std::vector<std::string> Remarks; ///< a line each, UTF-8: what was made of what, and what could not be used
+    std::vector<std::string> Made;     ///< what was made of what, a line each, UTF-8
+    std::vector<std::string> Unusable; ///< sources that could not be used, "FILE: WHY", UTF-8
 };
 
 /// Makes maps in a folder that has none. Unless they are kept, those that were made go again.
@@ -43,7 +44,7 @@ public:
     WorldMaps& operator=(WorldMaps&&) = delete;
     ~WorldMaps();
 
-    /// A source that cannot be used is told in a remark, and the next one serves. Errors: the program's own tables
+    /// A source that cannot be used is noted, and the next one serves. Errors: the program's own tables
     /// cannot be read, a map cannot be written, or the work was ended.
     Result<void> Make();
     void Keep() noexcept { m_made.clear(); }

@@ -57,8 +57,10 @@ TEST_F(MakingMaps, TellsWhatCannotBeUsedAndGoesOn)
     WorldMaps maps(sources, m_app, [](const std::string&) { return true; });
     ASSERT_TRUE(maps.Make());
     EXPECT_EQ(maps.Counts().OutlinePoints, 6);
-    ASSERT_THAT(maps.Counts().Remarks, SizeIs(3));
-    EXPECT_THAT(maps.Counts().Remarks[1], HasSubstr("world.map is made of Corvane's own"));
+    ASSERT_THAT(maps.Counts().Unusable, SizeIs(1));
+    EXPECT_THAT(maps.Counts().Unusable[0], HasSubstr("outlines"));
+    ASSERT_THAT(maps.Counts().Made, SizeIs(2));
+    EXPECT_THAT(maps.Counts().Made[0], HasSubstr("world.map is made of Corvane's own"));
 }
 
 TEST_F(MakingMaps, RemovesWhatItMadeUnlessItIsKept)
