@@ -18,7 +18,6 @@ PracticeSession::PracticeSession(SessionPeerFactory& factory, PracticeScene scen
                                  PracticeOptions options)
     : m_factory(&factory),
       m_scene(std::move(scene)),
-      m_grid(&grid),
       m_options(std::move(options)),
       m_random(m_options.Seed),
       m_traffic(m_scene, grid)

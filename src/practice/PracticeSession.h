@@ -60,7 +60,6 @@ private:
 
     SessionPeerFactory* m_factory;
     PracticeScene m_scene;
-    const MagVarGrid* m_grid;
     PracticeOptions m_options;
     PracticeRandom m_random;
     SessionEntry m_entry;

@@ -232,7 +232,8 @@ void MainWindow::changeEvent(QEvent* event)
 
 bool MainWindow::event(QEvent* event)
 {
-    if (m_takenOver && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::WindowActivate))
+    // The first events come while the window's parts are made: what they find is not there yet.
+    if ((event->type() == QEvent::MouseButtonPress || event->type() == QEvent::WindowActivate) && m_takenOver)
         emit TouchedWhileTaken();
     return QMainWindow::event(event);
 }
