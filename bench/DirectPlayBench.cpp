@@ -39,11 +39,11 @@ std::optional<Pair> Connect()
     Pair pair{Ready("127.0.77.2"), Ready("127.0.77.3")};
     if (!pair.Host || !pair.Member || !pair.Host->Open({"Bench", 0, 8, "", 68, ""}, OpenCreate))
         return std::nullopt;
-    const auto found = pair.Member->GetDPEnumSessions({}, 300, EnumSessionsAvailable);
+    const auto found = pair.Member->GetDPEnumSessions(300, EnumSessionsAvailable);
     if (!found || found->empty() || !pair.Member->Open(found->front(), OpenJoin))
         return std::nullopt;
-    const auto host = pair.Host->CreatePlayer("Host", "Player", 0, 0);
-    const auto member = pair.Member->CreatePlayer("Member", "Player", 0, 0);
+    const auto host = pair.Host->CreatePlayer("Host", "Player");
+    const auto member = pair.Member->CreatePlayer("Member", "Player");
     if (!host || !member)
         return std::nullopt;
     pair.HostId = *host;
@@ -58,7 +58,7 @@ bool AwaitMessage(DirectPlayPeer& peer, PlayerId player)
         if (!count)
             return false;
         if (*count > 0)
-            return peer.Receive(ReceiveAll).has_value();
+            return peer.Receive().has_value();
         std::this_thread::yield();
     }
 }

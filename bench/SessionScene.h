@@ -44,14 +44,14 @@ public:
         description.Name = "Bench";
         static_cast<void>(m_host->Open(description, OpenCreate));
         m_session.SessionPeer = Connected(factory);
-        const auto sessions = m_session.SessionPeer->GetDPEnumSessions({}, 0, EnumSessionsPasswordRequired);
+        const auto sessions = m_session.SessionPeer->GetDPEnumSessions(0, EnumSessionsPasswordRequired);
         static_cast<void>(m_session.SessionPeer->Open(sessions->front(), OpenJoin));
         m_session.SessionGuid = sessions->front().InstanceGuid;
-        m_session.OwnPlayerId = *m_session.SessionPeer->CreatePlayer("**ATC Controller", "Player", 0, 0);
+        m_session.OwnPlayerId = *m_session.SessionPeer->CreatePlayer("**ATC Controller", "Player");
         m_session.SessionJoined = true;
         for (std::size_t i = 0; i < MemberCount; ++i) {
             const std::string name = "Member with a long name " + std::to_string(i);
-            m_members.push_back(*m_host->CreatePlayer(name, "Player", 0, 0));
+            m_members.push_back(*m_host->CreatePlayer(name, "Player"));
             m_players.Append(name, m_members.back(), PilotRole);
         }
     }
@@ -87,7 +87,7 @@ private:
 
     static std::unique_ptr<SessionPeer> Connected(SessionPeerFactory& factory)
     {
-        auto peer = factory.DirectPlayCreate("");
+        auto peer = factory.DirectPlayCreate();
         static_cast<void>((*peer)->InitializeConnection(InMemoryProvider::ConnectionAddress));
         return *std::move(peer);
     }

@@ -33,7 +33,7 @@ public:
         m_session.SessionPeer = Join();
         m_session.SessionGuid = m_network.Listing(EnumSessionsAvailable).front().InstanceGuid;
         m_session.SessionMaxPlayers = 2;
-        m_session.OwnPlayerId = *m_session.SessionPeer->CreatePlayer("**ATC", "Player", 0, 0);
+        m_session.OwnPlayerId = *m_session.SessionPeer->CreatePlayer("**ATC", "Player");
         m_session.SessionJoined = true;
         m_players.Append("**ATC", m_session.OwnPlayerId, PilotRole);
     }
@@ -64,14 +64,14 @@ public:
 private:
     std::unique_ptr<SessionPeer> Join()
     {
-        auto peer = *InMemoryProvider(m_network).CreatePeer();
+        auto peer = *InMemoryProvider(m_network).DirectPlayCreate();
         static_cast<void>(peer->InitializeConnection(InMemoryProvider::ConnectionAddress));
         const auto sessions = m_network.Listing(EnumSessionsAvailable);
         SessionEntry entry = sessions.empty() ? SessionEntry() : sessions.front();
         entry.Flags = SessionKeepAlive + SessionMigrateHost;
         static_cast<void>(peer->Open(entry, sessions.empty() ? OpenCreate : OpenJoin));
         if (!m_session.SessionPeer && m_joined++ < m_members.size())
-            static_cast<void>(peer->CreatePlayer("Member", "Player", 0, 0));
+            static_cast<void>(peer->CreatePlayer("Member", "Player"));
         return peer;
     }
 

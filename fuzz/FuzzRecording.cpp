@@ -45,10 +45,10 @@ void Play(const std::shared_ptr<const Recording>& recording)
     std::int64_t now = 0;
     PlaybackClock clock([&now] { return now; });
     PlaybackPeer peer([recording]() -> Result<std::shared_ptr<const Recording>> { return recording; }, clock);
-    const auto sessions = peer.GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    const auto sessions = peer.GetDPEnumSessions(0, EnumSessionsAvailable);
     if (!sessions || !peer.Open(sessions->front(), OpenJoin))
         std::abort();
-    const auto viewer = peer.CreatePlayer("**Viewer", "Player", 0, 0);
+    const auto viewer = peer.CreatePlayer("**Viewer", "Player");
     if (!viewer || *viewer < 1 || *viewer == recording->Head.OwnPlayerId)
         std::abort();
     const Bytes ask = EncodeMessage(PlainMessage{MessageType::IdentifyRequest});
@@ -57,7 +57,7 @@ void Play(const std::shared_ptr<const Recording>& recording)
     for (; now <= recording->LengthMs() / PlaybackClock::MaxSpeed + 1; now += 1 + now / 2) {
         const auto waiting = peer.GetMessageCount(*viewer);
         for (std::int32_t i = 0; waiting && i < *waiting; ++i) {
-            const auto message = peer.Receive(ReceiveAll);
+            const auto message = peer.Receive();
             if (!message || !peer.GetPlayerFriendlyName(message->From) || !DecodeMessage(message->Content))
                 std::abort(); // the program would take it for the end of the session
         }
@@ -73,11 +73,11 @@ void Host(const std::shared_ptr<const Recording>& recording)
     InMemoryNetwork network;
     InMemoryProvider provider(network);
     const auto session = ReplaySession::Create(provider, recording, clock, {});
-    const auto guest = provider.CreatePeer();
+    const auto guest = provider.DirectPlayCreate();
     if (!session || !(*guest)->InitializeConnection(InMemoryProvider::ConnectionAddress) ||
         !(*guest)->Open(network.Listing(EnumSessionsPasswordRequired).at(0), OpenJoin))
         std::abort();
-    const auto id = (*guest)->CreatePlayer("**Guest", "Player", 0, 0);
+    const auto id = (*guest)->CreatePlayer("**Guest", "Player");
     if (!id)
         std::abort();
     for (; now <= recording->LengthMs() / PlaybackClock::MaxSpeed + 1; now += 1 + now / 2) {
@@ -87,7 +87,7 @@ void Host(const std::shared_ptr<const Recording>& recording)
             std::abort();
         const auto waiting = (*guest)->GetMessageCount(*id);
         for (std::int32_t i = 0; waiting && i < *waiting; ++i)
-            static_cast<void>((*guest)->Receive(ReceiveAll));
+            static_cast<void>((*guest)->Receive());
     }
 }
 } // namespace

@@ -15,7 +15,7 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
     End();
     PracticeOptions options;
     options.Seed = m_seed;
-    options.Address = m_transport.ConnectionAddress();
+    options.Address = m_transport.Address();
     options.SessionName = PracticeSessionName(area.AreaName);
     if (m_transport.OnNetwork()) { // one machine, which others rely on
         options.PeerForEach = false;

@@ -24,19 +24,14 @@ void PracticeProvider::ServeAt(std::string_view address)
     m_network.Options.HostAddress = address == EveryAddress ? "127.0.0.1" : address;
 }
 
-Result<std::unique_ptr<SessionPeer>> PracticeProvider::CreatePeer()
+Result<std::unique_ptr<SessionPeer>> PracticeProvider::DirectPlayCreate()
 {
     if (!m_onNetwork)
-        return m_memory.CreatePeer();
-    auto peer = m_network.CreatePeer();
+        return m_memory.DirectPlayCreate();
+    auto peer = m_network.DirectPlayCreate();
     if (!peer)
         return peer;
     return std::unique_ptr<SessionPeer>(
         std::make_unique<NetworkPracticePeer>(std::shared_ptr<SessionPeer>(*std::move(peer))));
-}
-
-Result<std::unique_ptr<SessionPeer>> PracticeProvider::DirectPlayCreate(std::string_view guid)
-{
-    return m_onNetwork ? CreatePeer() : m_memory.DirectPlayCreate(guid);
 }
 } // namespace corvane

@@ -6,7 +6,7 @@
 
 namespace corvane {
 /// The connection type of the practice session, which is kept in memory unless it is served on the network.
-class PracticeProvider final : public ConnectionProvider, public PracticeTransport {
+class PracticeProvider final : public PracticeTransport {
 public:
     /// options  of peers on the network; their addresses follow from ServeAt
     explicit PracticeProvider(InMemoryNetwork& network, DirectPlayOptions options = {})
@@ -17,10 +17,7 @@ public:
 
     [[nodiscard]] std::string Name() const override { return m_memory.Name(); }
     [[nodiscard]] std::string Address() const override { return m_memory.Address(); }
-    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
-
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
-    [[nodiscard]] std::string ConnectionAddress() const override { return Address(); }
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
     void ServeAt(std::string_view address) override;
     [[nodiscard]] bool OnNetwork() const override { return m_onNetwork; }
 

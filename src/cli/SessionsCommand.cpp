@@ -23,7 +23,7 @@ static Result<void> ListSessions(const SessionsOptions& options, const Console& 
     if (const auto ready = peer.InitializeConnection(DirectPlayConnectionAddress); !ready)
         return ready.error();
     const auto timeoutMs = static_cast<std::int32_t>(std::ceil(options.TimeoutS.value_or(0) * 1000));
-    const auto sessions = peer.GetDPEnumSessions({}, timeoutMs, EnumSessionsPasswordRequired);
+    const auto sessions = peer.GetDPEnumSessions(timeoutMs, EnumSessionsPasswordRequired);
     if (!sessions)
         return sessions.error();
     for (const SessionEntry& session : *sessions) {

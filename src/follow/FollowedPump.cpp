@@ -35,7 +35,7 @@ Result<void> FollowedPump::Tick(std::int64_t nowMs)
 void FollowedPump::LookForChangedMembers()
 {
     constexpr int ChecksUntilAdmitted = 3;
-    const auto members = m_session.SessionPeer->GetDPEnumPlayers(m_session.SessionGuid, 0);
+    const auto members = m_session.SessionPeer->GetDPEnumPlayers();
     if (!members)
         return;
     const bool changed = std::exchange(m_memberCount, members->size()) != members->size();

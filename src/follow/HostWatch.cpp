@@ -34,18 +34,17 @@ public:
     {
     }
 
-    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName, std::int32_t event,
-                                  std::uint32_t flags) override
+    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName) override
     {
-        auto id = ForwardingPeer::CreatePlayer(friendlyName, formalName, event, flags);
+        auto id = ForwardingPeer::CreatePlayer(friendlyName, formalName);
         if (id && m_overheard->Host == 0)
             m_overheard->Host = *id;
         return id;
     }
 
-    Result<ReceivedMessage> Receive(std::uint32_t flags) override
+    Result<ReceivedMessage> Receive() override
     {
-        auto message = ForwardingPeer::Receive(flags);
+        auto message = ForwardingPeer::Receive();
         if (message && message->To == m_overheard->Host)
             m_overheard->Note(message->From, message->Content);
         return message;
@@ -78,7 +77,7 @@ public:
         return static_cast<std::int32_t>(m_overheard->Messages.size());
     }
 
-    Result<ReceivedMessage> Receive(std::uint32_t /*flags*/) override
+    Result<ReceivedMessage> Receive() override
     {
         if (m_overheard->Messages.empty())
             return Fail("Receive", "no message waits");
@@ -116,9 +115,9 @@ HostWatch::HostWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, Sess
 {
 }
 
-Result<std::unique_ptr<SessionPeer>> HostWatch::DirectPlayCreate(std::string_view guid)
+Result<std::unique_ptr<SessionPeer>> HostWatch::DirectPlayCreate()
 {
-    auto peer = m_factory.DirectPlayCreate(guid);
+    auto peer = m_factory.DirectPlayCreate();
     if (!peer)
         return peer;
     return std::unique_ptr<SessionPeer>(

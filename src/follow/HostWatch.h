@@ -26,7 +26,7 @@ public:
     HostWatch(SessionPeerFactory& factory, const MagVarGrid& magVar, SessionEvents& events);
 
     /// Makes the peers of the session to be watched, all players of which share one.
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
     /// A session that was made with this factory begins to be followed, at a time on a clock that never goes back.
     void Begin(const WatchedHost& host, std::int64_t nowMs);
     /// Tells what has happened up to a time on that clock. An Error says how the session was lost.

@@ -34,8 +34,7 @@ DirectPlayPeer::~DirectPlayPeer()
         m_network->Leave();
 }
 
-Result<std::vector<ConnectionEntry>> DirectPlayPeer::GetDPEnumConnections(std::string_view /*guid*/,
-                                                                          std::uint32_t /*flags*/)
+Result<std::vector<ConnectionEntry>> DirectPlayPeer::GetDPEnumConnections()
 {
     return std::vector<ConnectionEntry>{
         {std::string(DirectPlayConnectionName), std::string(DirectPlayConnectionAddress)}};
@@ -88,11 +87,6 @@ Result<void> DirectPlayPeer::FindHost(const std::string& host, const char* opera
     return {};
 }
 
-Result<SessionData> DirectPlayPeer::CreateSessionData()
-{
-    return SessionData{};
-}
-
 Result<void> DirectPlayPeer::RequireNetwork(const char* operation) const
 {
     if (!m_network)
@@ -129,15 +123,11 @@ static SessionEntry ToEntry(const directplay::FoundSession& found)
     return entry;
 }
 
-Result<std::vector<SessionEntry>> DirectPlayPeer::GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                                    std::uint32_t flags)
+Result<std::vector<SessionEntry>> DirectPlayPeer::GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags)
 {
     constexpr const char* Operation = "GetDPEnumSessions";
     if (auto ready = RequireNetwork(Operation); !ready)
         return ready.error();
-    const auto application = directplay::ParseGuid(data.ApplicationGuid);
-    if (!data.ApplicationGuid.empty() && !application)
-        return Fail(Operation, "\"" + data.ApplicationGuid + "\" is no application id");
     if (!std::exchange(m_hostAsked, true)) {
         const auto host = m_options.AskHostAddress();
         if (!host)
@@ -146,7 +136,6 @@ Result<std::vector<SessionEntry>> DirectPlayPeer::GetDPEnumSessions(const Sessio
             return known.error();
     }
     directplay::EnumerateRequest request;
-    request.Application = application.value_or(directplay::Guid{});
     request.Flags = flags;
     if (m_hostIp)
         request.Host = {*m_hostIp, m_options.EnumerationPort};
@@ -246,13 +235,8 @@ directplay::PacketCounters DirectPlayPeer::Counters() const
     return m_network ? m_network->Counters() : directplay::PacketCounters{};
 }
 
-Result<std::unique_ptr<SessionPeer>> DirectPlayProvider::CreatePeer()
+Result<std::unique_ptr<SessionPeer>> DirectPlayProvider::DirectPlayCreate()
 {
     return std::unique_ptr<SessionPeer>(std::make_unique<DirectPlayPeer>(Options));
-}
-
-Result<std::unique_ptr<SessionPeer>> DirectPlayProvider::DirectPlayCreate(std::string_view /*guid*/)
-{
-    return CreatePeer();
 }
 } // namespace corvane

@@ -27,24 +27,21 @@ public:
     DirectPlayPeer(DirectPlayPeer&&) = delete;
     DirectPlayPeer& operator=(DirectPlayPeer&&) = delete;
 
-    Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view guid, std::uint32_t flags) override;
+    Result<std::vector<ConnectionEntry>> GetDPEnumConnections() override;
     /// Takes the peer's own ports, and finds the host's address when one is to be asked.
     Result<void> InitializeConnection(std::string_view address) override;
-    Result<SessionData> CreateSessionData() override;
     /// timeoutMs 0: the protocol's time, or until a host that is asked by its address has answered. Otherwise the call
     /// takes that long. The first call asks for the host's address where the options say how.
-    Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                        std::uint32_t flags) override;
+    Result<std::vector<SessionEntry>> GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags) override;
     Result<void> Open(const SessionEntry& session, std::uint32_t flags) override;
-    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName, std::int32_t event,
-                                  std::uint32_t flags) override;
+    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName) override;
     Result<void> SetPlayerName(PlayerId player, std::string_view friendlyName) override;
     Result<std::int32_t> CreateGroup(std::string_view shortName) override;
-    Result<std::vector<SessionMember>> GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<std::vector<SessionMember>> GetDPEnumGroups() override;
     Result<void> AddPlayerToGroup(std::int32_t group, PlayerId player) override;
-    Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<std::vector<SessionMember>> GetDPEnumPlayers() override;
     Result<std::int32_t> GetMessageCount(PlayerId player) override;
-    Result<ReceivedMessage> Receive(std::uint32_t flags) override;
+    Result<ReceivedMessage> Receive() override;
     /// A message to a player that has left is dropped without an error.
     Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) override;
     /// Also of players that have left: their messages may still wait.
@@ -82,14 +79,13 @@ private:
 };
 
 /// Makes peers with the options it holds; a change holds for peers made afterwards.
-class DirectPlayProvider final : public ConnectionProvider, public SessionPeerFactory {
+class DirectPlayProvider final : public ConnectionProvider {
 public:
     explicit DirectPlayProvider(DirectPlayOptions options = {}) : Options(std::move(options)) {}
 
     [[nodiscard]] std::string Name() const override { return std::string(DirectPlayConnectionName); }
     [[nodiscard]] std::string Address() const override { return std::string(DirectPlayConnectionAddress); }
-    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
 
     DirectPlayOptions Options;
 };

@@ -8,8 +8,7 @@ using directplay::PeerMachine;
 using directplay::WideFromWindows1252;
 using directplay::WireId;
 
-Result<PlayerId> DirectPlayPeer::CreatePlayer(std::string_view friendlyName, std::string_view formalName,
-                                              std::int32_t /*event*/, std::uint32_t /*flags*/)
+Result<PlayerId> DirectPlayPeer::CreatePlayer(std::string_view friendlyName, std::string_view formalName)
 {
     constexpr const char* Operation = "CreatePlayer";
     if (const auto session = RequireSession(Operation); !session)
@@ -54,8 +53,7 @@ Result<std::int32_t> DirectPlayPeer::CreateGroup(std::string_view shortName)
     return static_cast<std::int32_t>(*id);
 }
 
-Result<std::vector<SessionMember>> DirectPlayPeer::GetDPEnumGroups(std::string_view /*sessionGuid*/,
-                                                                   std::uint32_t /*flags*/)
+Result<std::vector<SessionMember>> DirectPlayPeer::GetDPEnumGroups()
 {
     const auto session = RequireSession("GetDPEnumGroups");
     if (!session)
@@ -75,8 +73,7 @@ Result<void> DirectPlayPeer::AddPlayerToGroup(std::int32_t group, PlayerId playe
     return result ? result : Because(Operation, result.error());
 }
 
-Result<std::vector<SessionMember>> DirectPlayPeer::GetDPEnumPlayers(std::string_view /*sessionGuid*/,
-                                                                    std::uint32_t /*flags*/)
+Result<std::vector<SessionMember>> DirectPlayPeer::GetDPEnumPlayers()
 {
     const auto session = RequireSession("GetDPEnumPlayers");
     if (!session)
@@ -99,7 +96,7 @@ Result<std::int32_t> DirectPlayPeer::GetMessageCount(PlayerId player)
     return 0;
 }
 
-Result<ReceivedMessage> DirectPlayPeer::Receive(std::uint32_t /*flags*/)
+Result<ReceivedMessage> DirectPlayPeer::Receive()
 {
     constexpr const char* Operation = "Receive";
     const auto session = RequireSession(Operation);

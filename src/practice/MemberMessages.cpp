@@ -34,7 +34,7 @@ void MemberMessages::ReceiveOn(SessionPeer& peer)
     }
     waiting = std::min(waiting, MostAtOnce);
     for (std::int64_t i = 0; i < waiting; ++i) {
-        const auto message = peer.Receive(corvane::ReceiveAll);
+        const auto message = peer.Receive();
         if (!message)
             return; // fewer than counted, or the next count says that the session is gone
         for (const auto& member : m_crew.Members())
@@ -53,7 +53,7 @@ bool MemberMessages::IsFromHost(const ReceivedMessage& message) const noexcept
 /// not say who is there, it has let the player in, and that decides.
 bool MemberMessages::HasRoom() const
 {
-    const auto players = m_crew.Host()->Peer().GetDPEnumPlayers(m_setting.Entry.InstanceGuid, 0);
+    const auto players = m_crew.Host()->Peer().GetDPEnumPlayers();
     return !players || static_cast<std::int64_t>(players->size()) <= m_setting.MaxPlayers;
 }
 

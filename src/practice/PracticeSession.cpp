@@ -38,11 +38,11 @@ Result<std::unique_ptr<PracticeSession>> PracticeSession::Create(SessionPeerFact
 
 Result<std::shared_ptr<SessionPeer>> PracticeSession::ConnectedPeer()
 {
-    auto peer = m_factory->DirectPlayCreate("");
+    auto peer = m_factory->DirectPlayCreate();
     if (!peer)
         return peer.error();
     if (m_options.Address.empty()) {
-        const auto connections = (*peer)->GetDPEnumConnections("", ConnectionDirectPlay);
+        const auto connections = (*peer)->GetDPEnumConnections();
         if (!connections)
             return connections.error();
         if (connections->empty())
@@ -60,7 +60,7 @@ Result<SessionEntry> PracticeSession::FindOwnSession(const std::vector<SessionEn
     const auto peer = ConnectedPeer();
     if (!peer)
         return peer.error();
-    const auto found = (*peer)->GetDPEnumSessions({}, 0, EnumSessionsPasswordRequired);
+    const auto found = (*peer)->GetDPEnumSessions(0, EnumSessionsPasswordRequired);
     if (!found)
         return found.error();
     for (const SessionEntry& entry : *found) {
@@ -80,7 +80,7 @@ Result<void> PracticeSession::OpenAsHost()
         return peer.error();
     std::vector<SessionEntry> before;
     if (m_options.PeerForEach)
-        if (auto listed = (*peer)->GetDPEnumSessions({}, 0, EnumSessionsPasswordRequired))
+        if (auto listed = (*peer)->GetDPEnumSessions(0, EnumSessionsPasswordRequired))
             before = *std::move(listed);
     m_entry = {.Name = m_options.SessionName,
                .MaxPlayers = m_options.MaxPlayers,
@@ -134,7 +134,7 @@ Result<void> PracticeSession::Open()
 Result<PracticeMember*> PracticeSession::AddMember(std::shared_ptr<SessionPeer> peer, std::string name,
                                                    std::optional<Pilot> pilot)
 {
-    const auto id = peer->CreatePlayer(name, MemberManners::FormalName, 0, 0);
+    const auto id = peer->CreatePlayer(name, MemberManners::FormalName);
     if (!id)
         return id.error();
     auto member = std::make_unique<PracticeMember>(std::move(peer), *id, std::move(name), std::move(pilot));

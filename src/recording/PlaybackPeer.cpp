@@ -6,8 +6,7 @@
 #include <utility>
 
 namespace corvane {
-Result<std::vector<ConnectionEntry>> PlaybackPeer::GetDPEnumConnections(std::string_view /*guid*/,
-                                                                        std::uint32_t /*flags*/)
+Result<std::vector<ConnectionEntry>> PlaybackPeer::GetDPEnumConnections()
 {
     return std::vector<ConnectionEntry>{{std::string(PlaybackConnectionName), std::string(PlaybackConnectionAddress)}};
 }
@@ -17,11 +16,6 @@ Result<void> PlaybackPeer::InitializeConnection(std::string_view address)
     if (address != PlaybackConnectionAddress)
         return Fail("InitializeConnection", "not an address of recordings");
     return {};
-}
-
-Result<SessionData> PlaybackPeer::CreateSessionData()
-{
-    return SessionData{};
 }
 
 /// The session as it stood when the recording began.
@@ -41,8 +35,7 @@ SessionEntry PlaybackPeer::Entry() const
             .Password = {}};
 }
 
-Result<std::vector<SessionEntry>> PlaybackPeer::GetDPEnumSessions(const SessionData& /*data*/,
-                                                                  std::int32_t /*timeoutMs*/, std::uint32_t /*flags*/)
+Result<std::vector<SessionEntry>> PlaybackPeer::GetDPEnumSessions(std::int32_t /*timeoutMs*/, std::uint32_t /*flags*/)
 {
     if (!m_recording) {
         auto recording = m_source();
@@ -91,8 +84,7 @@ static PlayerId UnusedId(const Recording& recording)
     return id;
 }
 
-Result<PlayerId> PlaybackPeer::CreatePlayer(std::string_view friendlyName, std::string_view /*formalName*/,
-                                            std::int32_t /*event*/, std::uint32_t /*flags*/)
+Result<PlayerId> PlaybackPeer::CreatePlayer(std::string_view friendlyName, std::string_view /*formalName*/)
 {
     if (auto refusal = NotOpen("CreatePlayer"))
         return *refusal;
@@ -115,8 +107,7 @@ Result<std::int32_t> PlaybackPeer::CreateGroup(std::string_view /*shortName*/)
     return Fail("CreateGroup", "a recording takes no groups");
 }
 
-Result<std::vector<SessionMember>> PlaybackPeer::GetDPEnumGroups(std::string_view /*sessionGuid*/,
-                                                                 std::uint32_t /*flags*/)
+Result<std::vector<SessionMember>> PlaybackPeer::GetDPEnumGroups()
 {
     if (auto refusal = NotOpen("GetDPEnumGroups"))
         return *refusal;
@@ -128,12 +119,10 @@ Result<void> PlaybackPeer::AddPlayerToGroup(std::int32_t group, PlayerId /*playe
     return Fail("AddPlayerToGroup", "there is no group " + NumberText(group));
 }
 
-Result<std::vector<SessionMember>> PlaybackPeer::GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t /*flags*/)
+Result<std::vector<SessionMember>> PlaybackPeer::GetDPEnumPlayers()
 {
     if (auto refusal = NotOpen("GetDPEnumPlayers"))
         return *refusal;
-    if (sessionGuid != m_recording->Head.InstanceGuid)
-        return Fail("GetDPEnumPlayers", "the open session is not " + std::string(sessionGuid));
     PlayUpToNow();
     std::vector<SessionMember> members;
     for (const RecordedMember& member : m_members->All())
@@ -176,7 +165,7 @@ Result<std::int32_t> PlaybackPeer::GetMessageCount(PlayerId player)
     return static_cast<std::int32_t>(m_queue.size());
 }
 
-Result<ReceivedMessage> PlaybackPeer::Receive(std::uint32_t /*flags*/)
+Result<ReceivedMessage> PlaybackPeer::Receive()
 {
     if (m_queue.empty())
         return Fail("Receive", "no message is waiting");

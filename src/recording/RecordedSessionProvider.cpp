@@ -1,7 +1,7 @@
 #include "recording/RecordedSessionProvider.h"
 
 namespace corvane {
-Result<std::unique_ptr<SessionPeer>> RecordedSessionProvider::CreatePeer()
+Result<std::unique_ptr<SessionPeer>> RecordedSessionProvider::DirectPlayCreate()
 {
     return std::unique_ptr<SessionPeer>(std::make_unique<PlaybackPeer>([this] { return Choose(); }, m_clock));
 }

@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] std::string Name() const override { return std::string(PlaybackConnectionName); }
     [[nodiscard]] std::string Address() const override { return std::string(PlaybackConnectionAddress); }
-    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
 
 private:
     Result<std::shared_ptr<const Recording>> Choose();

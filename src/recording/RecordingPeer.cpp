@@ -18,18 +18,17 @@ Result<void> RecordingPeer::Open(const SessionEntry& session, std::uint32_t flag
     return opened;
 }
 
-Result<PlayerId> RecordingPeer::CreatePlayer(std::string_view friendlyName, std::string_view formalName,
-                                             std::int32_t event, std::uint32_t flags)
+Result<PlayerId> RecordingPeer::CreatePlayer(std::string_view friendlyName, std::string_view formalName)
 {
-    auto created = ForwardingPeer::CreatePlayer(friendlyName, formalName, event, flags);
+    auto created = ForwardingPeer::CreatePlayer(friendlyName, formalName);
     if (created && m_joined)
         m_recorder.OwnPlayerCreated(*created, friendlyName);
     return created;
 }
 
-Result<std::vector<SessionMember>> RecordingPeer::GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags)
+Result<std::vector<SessionMember>> RecordingPeer::GetDPEnumPlayers()
 {
-    auto members = ForwardingPeer::GetDPEnumPlayers(sessionGuid, flags);
+    auto members = ForwardingPeer::GetDPEnumPlayers();
     if (members && m_joined)
         m_recorder.MembersListed(*members);
     return members;
@@ -42,9 +41,9 @@ Result<std::int32_t> RecordingPeer::GetMessageCount(PlayerId player)
     return ForwardingPeer::GetMessageCount(player);
 }
 
-Result<ReceivedMessage> RecordingPeer::Receive(std::uint32_t flags)
+Result<ReceivedMessage> RecordingPeer::Receive()
 {
-    auto message = ForwardingPeer::Receive(flags);
+    auto message = ForwardingPeer::Receive();
     if (message && m_joined)
         m_recorder.MessageReceived(*message);
     return message;
@@ -72,9 +71,9 @@ Result<void> RecordingPeer::Close()
     return ForwardingPeer::Close();
 }
 
-Result<std::unique_ptr<SessionPeer>> RecordingPeerFactory::DirectPlayCreate(std::string_view guid)
+Result<std::unique_ptr<SessionPeer>> RecordingPeerFactory::DirectPlayCreate()
 {
-    auto inner = m_inner.DirectPlayCreate(guid);
+    auto inner = m_inner.DirectPlayCreate();
     if (!inner)
         return inner.error();
     return std::unique_ptr<SessionPeer>(std::make_unique<RecordingPeer>(*std::move(inner), m_recorder));

@@ -23,11 +23,10 @@ public:
     RecordingPeer& operator=(RecordingPeer&&) = delete;
 
     Result<void> Open(const SessionEntry& session, std::uint32_t flags) override;
-    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName, std::int32_t event,
-                                  std::uint32_t flags) override;
-    Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName) override;
+    Result<std::vector<SessionMember>> GetDPEnumPlayers() override;
     Result<std::int32_t> GetMessageCount(PlayerId player) override;
-    Result<ReceivedMessage> Receive(std::uint32_t flags) override;
+    Result<ReceivedMessage> Receive() override;
     Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) override;
     Result<std::string> GetPlayerFriendlyName(PlayerId player) override;
     Result<void> Close() override;
@@ -46,7 +45,7 @@ public:
         : m_inner(inner), m_recorder(recorder)
     {
     }
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
 
 private:
     SessionPeerFactory& m_inner;

@@ -37,10 +37,10 @@ static std::int32_t MostPresent(const Recording& recording)
 
 Result<void> ReplaySession::Connect(SessionPeerFactory& factory)
 {
-    auto peer = factory.DirectPlayCreate("");
+    auto peer = factory.DirectPlayCreate();
     if (!peer)
         return peer.error();
-    const auto connections = (*peer)->GetDPEnumConnections("", ConnectionDirectPlay);
+    const auto connections = (*peer)->GetDPEnumConnections();
     if (!connections)
         return connections.error();
     if (connections->empty())
@@ -64,7 +64,7 @@ Result<void> ReplaySession::Open(SessionPeerFactory& factory, const ReplayOption
         return opened;
     if (const auto group = m_peer->CreateGroup(MemberManners::Group); !group)
         return group.error();
-    const auto host = m_peer->CreatePlayer(HostName(), MemberManners::FormalName, 0, 0);
+    const auto host = m_peer->CreatePlayer(HostName(), MemberManners::FormalName);
     if (!host)
         return host.error();
     m_hostId = *host;
@@ -99,7 +99,7 @@ Result<void> ReplaySession::ReceiveAll()
     }
     waiting = std::min(waiting, MostAtOnce);
     for (std::int64_t i = 0; i < waiting; ++i) {
-        const auto message = m_peer->Receive(corvane::ReceiveAll);
+        const auto message = m_peer->Receive();
         if (!message)
             break; // fewer than counted, or the next count says that the session is gone
         if (message->From != SystemSender)
@@ -160,7 +160,7 @@ void ReplaySession::Join(const RecordView& record)
         static_cast<void>(m_peer->SetPlayerName(known->second, NameIn(record.Payload)));
         return;
     }
-    const auto live = m_peer->CreatePlayer(NameIn(record.Payload), MemberManners::FormalName, 0, 0);
+    const auto live = m_peer->CreatePlayer(NameIn(record.Payload), MemberManners::FormalName);
     if (!live)
         return;
     m_liveIds.emplace(record.Member, *live);

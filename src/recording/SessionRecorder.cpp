@@ -22,7 +22,7 @@ Result<void> SessionRecorder::Start(const std::filesystem::path& file)
 {
     if (!CanRecord())
         return Fail(FullName(file), "there is no session to record");
-    const auto members = m_peer->GetDPEnumPlayers(m_session.InstanceGuid, 0);
+    const auto members = m_peer->GetDPEnumPlayers();
     if (!members)
         return members.error();
     auto writer = RecordingWriter::Create(file, {.SessionName = m_session.Name,
@@ -83,7 +83,7 @@ void SessionRecorder::QueueRead()
 void SessionRecorder::ListMembers()
 {
     m_listedMs = m_now();
-    if (const auto members = m_peer->GetDPEnumPlayers(m_session.InstanceGuid, 0))
+    if (const auto members = m_peer->GetDPEnumPlayers())
         MembersListed(*members);
 }
 

@@ -9,8 +9,7 @@ class CompositePeer final : public ForwardingPeer {
 public:
     explicit CompositePeer(std::vector<ConnectionProvider*> providers) : m_providers(std::move(providers)) {}
 
-    Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view /*guid*/,
-                                                              std::uint32_t /*flags*/) override
+    Result<std::vector<ConnectionEntry>> GetDPEnumConnections() override
     {
         std::vector<ConnectionEntry> entries;
         for (const ConnectionProvider* provider : m_providers)
@@ -25,7 +24,7 @@ public:
         for (ConnectionProvider* provider : m_providers) {
             if (provider->Address() != address)
                 continue;
-            auto peer = provider->CreatePeer();
+            auto peer = provider->DirectPlayCreate();
             if (!peer)
                 return peer.error();
             if (auto initialized = (*peer)->InitializeConnection(address); !initialized)
@@ -41,7 +40,7 @@ private:
 };
 } // namespace
 
-Result<std::unique_ptr<SessionPeer>> CompositePeerFactory::DirectPlayCreate(std::string_view /*guid*/)
+Result<std::unique_ptr<SessionPeer>> CompositePeerFactory::DirectPlayCreate()
 {
     return std::unique_ptr<SessionPeer>(std::make_unique<CompositePeer>(m_providers));
 }

@@ -13,7 +13,7 @@ class CompositePeerFactory final : public SessionPeerFactory {
 public:
     explicit CompositePeerFactory(std::vector<ConnectionProvider*> providers) : m_providers(std::move(providers)) {}
 
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
 
 private:
     std::vector<ConnectionProvider*> m_providers;

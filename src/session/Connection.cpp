@@ -123,12 +123,9 @@ void Connection::Locate()
     SessionPeer& peer = *m_session.SessionPeer;
     if (auto initialized = peer.InitializeConnection(address); !initialized)
         return FailWith(Failure::Initialization, initialized.error());
-    const auto wanted = peer.CreateSessionData();
-    if (!wanted)
-        return FailWith(Failure::Initialization, wanted.error());
-    if (auto found = peer.GetDPEnumSessions(*wanted, 0, EnumSessionsAvailable); !found)
+    if (auto found = peer.GetDPEnumSessions(0, EnumSessionsAvailable); !found)
         return FailWith(Failure::Enumeration, found.error());
-    auto found = peer.GetDPEnumSessions(*wanted, 0, EnumSessionsPasswordRequired); // lists the open ones again
+    auto found = peer.GetDPEnumSessions(0, EnumSessionsPasswordRequired); // lists the open ones again
     if (!found)
         return FailWith(Failure::Enumeration, found.error());
     std::vector<std::string> lines;
@@ -211,7 +208,7 @@ void Connection::Join(SessionEntry entry, std::string_view nickname)
 
 Result<void> Connection::CreateOwnPlayer(std::string_view nickname)
 {
-    const auto id = m_session.SessionPeer->CreatePlayer("**" + std::string(nickname), MemberManners::FormalName, 0, 0);
+    const auto id = m_session.SessionPeer->CreatePlayer("**" + std::string(nickname), MemberManners::FormalName);
     if (!id)
         return id.error();
     m_session.OwnPlayerId = *id;
@@ -240,7 +237,7 @@ Result<void> Connection::ReadAnswers()
     if (!count)
         return count.error();
     for (std::int32_t i = 0; i < *count; ++i) {
-        const auto message = peer.Receive(ReceiveAll);
+        const auto message = peer.Receive();
         if (!message)
             return message.error();
         if (message->From == SystemSender)
@@ -270,7 +267,7 @@ Result<void> Connection::Accepted()
         return name.error();
     m_players.Empty(); // an acceptance that failed half-way may have left an entry
     m_players.Append(*name, m_session.OwnPlayerId, PilotRole);
-    const auto groups = m_session.SessionPeer->GetDPEnumGroups(m_session.SessionGuid, 0);
+    const auto groups = m_session.SessionPeer->GetDPEnumGroups();
     if (!groups)
         return groups.error();
     for (const SessionMember& group : *groups) {

@@ -2,19 +2,15 @@
 
 #include "session/SessionPeer.h"
 
-#include <memory>
 #include <string>
 
 namespace corvane {
-/// A way of reaching sessions that the program offers in its list of connection types.
-class ConnectionProvider {
+/// A way of reaching sessions that the program offers in its list of connection types; makes its peers.
+class ConnectionProvider : public SessionPeerFactory {
 public:
-    virtual ~ConnectionProvider() = default;
-
     /// As the list of connection types shows it.
     [[nodiscard]] virtual std::string Name() const = 0;
     /// Distinguishes this provider from the others; InitializeConnection takes it.
     [[nodiscard]] virtual std::string Address() const = 0;
-    virtual Result<std::unique_ptr<SessionPeer>> CreatePeer() = 0;
 };
 } // namespace corvane

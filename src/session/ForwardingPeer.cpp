@@ -11,10 +11,9 @@ static auto Forward(const std::shared_ptr<SessionPeer>& target, const char* name
     return operation(*target);
 }
 
-Result<std::vector<ConnectionEntry>> ForwardingPeer::GetDPEnumConnections(std::string_view guid, std::uint32_t flags)
+Result<std::vector<ConnectionEntry>> ForwardingPeer::GetDPEnumConnections()
 {
-    return Forward(m_target, "GetDPEnumConnections",
-                   [&](SessionPeer& peer) { return peer.GetDPEnumConnections(guid, flags); });
+    return Forward(m_target, "GetDPEnumConnections", [&](SessionPeer& peer) { return peer.GetDPEnumConnections(); });
 }
 
 Result<void> ForwardingPeer::InitializeConnection(std::string_view address)
@@ -23,16 +22,10 @@ Result<void> ForwardingPeer::InitializeConnection(std::string_view address)
                    [&](SessionPeer& peer) { return peer.InitializeConnection(address); });
 }
 
-Result<SessionData> ForwardingPeer::CreateSessionData()
-{
-    return Forward(m_target, "CreateSessionData", [&](SessionPeer& peer) { return peer.CreateSessionData(); });
-}
-
-Result<std::vector<SessionEntry>> ForwardingPeer::GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                                    std::uint32_t flags)
+Result<std::vector<SessionEntry>> ForwardingPeer::GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags)
 {
     return Forward(m_target, "GetDPEnumSessions",
-                   [&](SessionPeer& peer) { return peer.GetDPEnumSessions(data, timeoutMs, flags); });
+                   [&](SessionPeer& peer) { return peer.GetDPEnumSessions(timeoutMs, flags); });
 }
 
 Result<void> ForwardingPeer::Open(const SessionEntry& session, std::uint32_t flags)
@@ -40,11 +33,10 @@ Result<void> ForwardingPeer::Open(const SessionEntry& session, std::uint32_t fla
     return Forward(m_target, "Open", [&](SessionPeer& peer) { return peer.Open(session, flags); });
 }
 
-Result<PlayerId> ForwardingPeer::CreatePlayer(std::string_view friendlyName, std::string_view formalName,
-                                              std::int32_t event, std::uint32_t flags)
+Result<PlayerId> ForwardingPeer::CreatePlayer(std::string_view friendlyName, std::string_view formalName)
 {
     return Forward(m_target, "CreatePlayer",
-                   [&](SessionPeer& peer) { return peer.CreatePlayer(friendlyName, formalName, event, flags); });
+                   [&](SessionPeer& peer) { return peer.CreatePlayer(friendlyName, formalName); });
 }
 
 Result<void> ForwardingPeer::SetPlayerName(PlayerId player, std::string_view friendlyName)
@@ -58,10 +50,9 @@ Result<std::int32_t> ForwardingPeer::CreateGroup(std::string_view shortName)
     return Forward(m_target, "CreateGroup", [&](SessionPeer& peer) { return peer.CreateGroup(shortName); });
 }
 
-Result<std::vector<SessionMember>> ForwardingPeer::GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t flags)
+Result<std::vector<SessionMember>> ForwardingPeer::GetDPEnumGroups()
 {
-    return Forward(m_target, "GetDPEnumGroups",
-                   [&](SessionPeer& peer) { return peer.GetDPEnumGroups(sessionGuid, flags); });
+    return Forward(m_target, "GetDPEnumGroups", [&](SessionPeer& peer) { return peer.GetDPEnumGroups(); });
 }
 
 Result<void> ForwardingPeer::AddPlayerToGroup(std::int32_t group, PlayerId player)
@@ -70,10 +61,9 @@ Result<void> ForwardingPeer::AddPlayerToGroup(std::int32_t group, PlayerId playe
                    [&](SessionPeer& peer) { return peer.AddPlayerToGroup(group, player); });
 }
 
-Result<std::vector<SessionMember>> ForwardingPeer::GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags)
+Result<std::vector<SessionMember>> ForwardingPeer::GetDPEnumPlayers()
 {
-    return Forward(m_target, "GetDPEnumPlayers",
-                   [&](SessionPeer& peer) { return peer.GetDPEnumPlayers(sessionGuid, flags); });
+    return Forward(m_target, "GetDPEnumPlayers", [&](SessionPeer& peer) { return peer.GetDPEnumPlayers(); });
 }
 
 Result<std::int32_t> ForwardingPeer::GetMessageCount(PlayerId player)
@@ -81,9 +71,9 @@ Result<std::int32_t> ForwardingPeer::GetMessageCount(PlayerId player)
     return Forward(m_target, "GetMessageCount", [&](SessionPeer& peer) { return peer.GetMessageCount(player); });
 }
 
-Result<ReceivedMessage> ForwardingPeer::Receive(std::uint32_t flags)
+Result<ReceivedMessage> ForwardingPeer::Receive()
 {
-    return Forward(m_target, "Receive", [&](SessionPeer& peer) { return peer.Receive(flags); });
+    return Forward(m_target, "Receive", [&](SessionPeer& peer) { return peer.Receive(); });
 }
 
 Result<void> ForwardingPeer::Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message)

@@ -12,21 +12,18 @@ class ForwardingPeer : public SessionPeer {
 public:
     explicit ForwardingPeer(std::shared_ptr<SessionPeer> target = {}) noexcept : m_target(std::move(target)) {}
 
-    Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view guid, std::uint32_t flags) override;
+    Result<std::vector<ConnectionEntry>> GetDPEnumConnections() override;
     Result<void> InitializeConnection(std::string_view address) override;
-    Result<SessionData> CreateSessionData() override;
-    Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                        std::uint32_t flags) override;
+    Result<std::vector<SessionEntry>> GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags) override;
     Result<void> Open(const SessionEntry& session, std::uint32_t flags) override;
-    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName, std::int32_t event,
-                                  std::uint32_t flags) override;
+    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName) override;
     Result<void> SetPlayerName(PlayerId player, std::string_view friendlyName) override;
     Result<std::int32_t> CreateGroup(std::string_view shortName) override;
-    Result<std::vector<SessionMember>> GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<std::vector<SessionMember>> GetDPEnumGroups() override;
     Result<void> AddPlayerToGroup(std::int32_t group, PlayerId player) override;
-    Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) override;
+    Result<std::vector<SessionMember>> GetDPEnumPlayers() override;
     Result<std::int32_t> GetMessageCount(PlayerId player) override;
-    Result<ReceivedMessage> Receive(std::uint32_t flags) override;
+    Result<ReceivedMessage> Receive() override;
     Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) override;
     Result<std::string> GetPlayerFriendlyName(PlayerId player) override;
     Result<void> DestroyPlayer(PlayerId player) override;

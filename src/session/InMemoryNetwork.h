@@ -3,7 +3,6 @@
 #include "session/ConnectionProvider.h"
 #include "session/InMemorySession.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,37 +24,24 @@ public:
     /// Takes sessions that are lost off the list.
     void ForgetLostSessions();
 
-    /// Cuts the machine of a player off without a farewell. It stays in the session's lists until DropVanished, as on
-    /// a real network until the transport's time-out. Returns whether there is such a player.
-    bool Vanish(std::string_view instanceGuid, PlayerId player);
-    void DropVanished();
-
 private:
     std::vector<std::shared_ptr<InMemorySession>> m_sessions;
     std::uint32_t m_created = 0;
 };
 
-/// Decides whether an operation is to fail. call counts, from 1, the operation's calls through the same provider.
-/// Beside the operations of SessionPeer it is asked "DirectPlayCreate", and once for every listed session
-/// "GetSessionItem", whose failure hands out an entry without an instance GUID, as a damaged answer would.
-using FailureHook = std::function<bool(std::string_view operation, int call)>;
-
 /// Offers the in-memory network as a connection type, and makes its peers.
-class InMemoryProvider final : public ConnectionProvider, public SessionPeerFactory {
+class InMemoryProvider final : public ConnectionProvider {
 public:
     static constexpr std::string_view ConnectionName = "Practice session (simulated pilots)";
     static constexpr std::string_view ConnectionAddress = "in-memory";
 
-    /// The hook, where there is one, can make any call of any of this provider's peers fail.
-    explicit InMemoryProvider(InMemoryNetwork& network, FailureHook hook = {});
+    explicit InMemoryProvider(InMemoryNetwork& network) noexcept : m_network(&network) {}
 
     [[nodiscard]] std::string Name() const override { return std::string(ConnectionName); }
     [[nodiscard]] std::string Address() const override { return std::string(ConnectionAddress); }
-    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
 
 private:
     InMemoryNetwork* m_network;
-    std::shared_ptr<class FailurePlan> m_failures; ///< shared with the peers, which may outlive the provider
 };
 } // namespace corvane

@@ -98,9 +98,7 @@ void InMemorySession::Leave(InMemoryMachine& machine)
 
 void InMemorySession::ReplaceHost()
 {
-    const auto next =
-        std::find_if(m_machines.begin(), m_machines.end(), [](const auto* machine) { return !machine->Vanished; });
-    m_host = next == m_machines.end() ? nullptr : *next;
+    m_host = m_machines.empty() ? nullptr : m_machines.front();
     if (m_host != nullptr && (m_description.Flags & SessionMigrateHost) != 0) {
         for (const Player& player : m_players) {
             if (player.Machine == m_host) {
@@ -253,24 +251,6 @@ Result<void> InMemorySession::Send(const InMemoryMachine& machine, PlayerId from
     return HasLeft(to) ? Result<void>() : NoSuchPlayer("Send", to);
 }
 
-bool InMemorySession::Vanish(PlayerId player) noexcept
-{
-    const Player* found = Find(player);
-    if (found == nullptr)
-        return false;
-    found->Machine->Vanished = true;
-    return true;
-}
-
-void InMemorySession::DropVanished()
-{
-    const std::vector<InMemoryMachine*> machines = m_machines;
-    for (InMemoryMachine* machine : machines) {
-        if (machine->Vanished)
-            Leave(*machine);
-    }
-}
-
 const InMemorySession::Player* InMemorySession::Find(PlayerId player) const noexcept
 {
     const auto found = std::lower_bound(m_players.begin(), m_players.end(), player,
@@ -290,8 +270,7 @@ bool InMemorySession::HasLeft(PlayerId player) const noexcept
 
 void InMemorySession::Deliver(const Player& to, PlayerId from, ByteSpan message)
 {
-    if (!to.Machine->Vanished)
-        to.Machine->Queue({from, to.Member.Id, Bytes(message.begin(), message.end())});
+    to.Machine->Queue({from, to.Member.Id, Bytes(message.begin(), message.end())});
 }
 
 void InMemorySession::Announce(SystemMessage message, const InMemoryMachine* except,

@@ -27,8 +27,6 @@ public:
     /// Forgets a player's waiting messages.
     void Forget(PlayerId player);
 
-    bool Vanished = false; ///< cut off without a farewell: neither sends nor receives
-
 private:
     std::int32_t& CountOf(PlayerId player);
 
@@ -81,11 +79,6 @@ public:
 
     /// A message to a player that has left is lost in silence, as on a network whose news travel no faster.
     Result<void> Send(const InMemoryMachine& machine, PlayerId from, PlayerId to, ByteSpan message);
-
-    /// The machine of a player disappears: it stays in every list until DropVanished.
-    bool Vanish(PlayerId player) noexcept;
-    /// The transport notices the machines that vanished.
-    void DropVanished();
 
 private:
     static constexpr std::size_t RememberedNames = 1024;

@@ -61,7 +61,7 @@ Result<void> MessagePump::Drain()
     if (!count)
         return count.error();
     for (std::int32_t i = 0; i < *count && !m_sessionOver; ++i) {
-        const auto message = m_session.SessionPeer->Receive(ReceiveAll);
+        const auto message = m_session.SessionPeer->Receive();
         if (!message)
             return message.error();
         if (auto handled = Handle(*message); !handled)
@@ -189,7 +189,7 @@ Result<void> MessagePump::HandleChat(const MessageHeader& header, const Received
 
 Result<void> MessagePump::HandleHostLeft()
 {
-    const auto members = m_session.SessionPeer->GetDPEnumPlayers(m_session.SessionGuid, 0);
+    const auto members = m_session.SessionPeer->GetDPEnumPlayers();
     if (!members)
         return members.error();
     PruneDepartedPlayers(*members);
@@ -230,7 +230,7 @@ void MessagePump::UpkeepTick()
     if (m_busy || !m_session.HasOwnPlayer())
         return;
     const BusyFlag busy(m_busy);
-    if (const auto members = m_session.SessionPeer->GetDPEnumPlayers(m_session.SessionGuid, 0)) {
+    if (const auto members = m_session.SessionPeer->GetDPEnumPlayers()) {
         PruneDepartedPlayers(*members);
         AskUnknownMembers(*members);
     }

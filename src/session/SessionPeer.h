@@ -15,12 +15,10 @@ inline constexpr PlayerId AllPlayers = 0;   ///< as a destination
 inline constexpr PlayerId SystemSender = 0; ///< as the sender of the transport's own messages
 
 /// Flags of the session operations, with the values of the session protocol.
-inline constexpr std::uint32_t ConnectionDirectPlay = 1;
 inline constexpr std::uint32_t EnumSessionsAvailable = 1;
 inline constexpr std::uint32_t EnumSessionsPasswordRequired = 64;
 inline constexpr std::uint32_t OpenJoin = 1;
 inline constexpr std::uint32_t OpenCreate = 2;
-inline constexpr std::uint32_t ReceiveAll = 1;
 inline constexpr std::uint32_t SendGuaranteed = 1;
 inline constexpr std::uint32_t SessionMigrateHost = 4;
 inline constexpr std::uint32_t SessionKeepAlive = 64;
@@ -42,11 +40,6 @@ struct SessionEntry {
     std::string Password; ///< set by whoever opens the session; never listed
 };
 
-/// What an enumeration looks for. An empty application lists the sessions of every application.
-struct SessionData {
-    std::string ApplicationGuid;
-};
-
 /// A member or a group of a session.
 struct SessionMember {
     std::int32_t Id = 0;
@@ -64,31 +57,27 @@ struct ReceivedMessage {
 /// A member's end of a multiplayer session: the operations of the session protocol under its documented names.
 ///
 /// All calls are synchronous and made on one thread. Any of them may fail (the session is gone, the connection was
-/// cancelled); the Error's What names the operation. An empty session GUID means the session that is open. Destroying
-/// the object leaves whatever session it is in.
+/// cancelled); the Error's What names the operation. Destroying the object leaves whatever session it is in.
 class SessionPeer {
 public:
     virtual ~SessionPeer() = default;
 
-    virtual Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view guid, std::uint32_t flags) = 0;
+    virtual Result<std::vector<ConnectionEntry>> GetDPEnumConnections() = 0;
     virtual Result<void> InitializeConnection(std::string_view address) = 0;
-    virtual Result<SessionData> CreateSessionData() = 0;
-    virtual Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                                std::uint32_t flags) = 0;
+    virtual Result<std::vector<SessionEntry>> GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags) = 0;
     /// Joins an enumerated session (OpenJoin), or creates one from its description (OpenCreate).
     virtual Result<void> Open(const SessionEntry& session, std::uint32_t flags) = 0;
     /// Returns the id of a new player of this member; names are Windows-1252.
-    virtual Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName,
-                                          std::int32_t event, std::uint32_t flags) = 0;
+    virtual Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName) = 0;
     virtual Result<void> SetPlayerName(PlayerId player, std::string_view friendlyName) = 0;
     virtual Result<std::int32_t> CreateGroup(std::string_view shortName) = 0;
-    virtual Result<std::vector<SessionMember>> GetDPEnumGroups(std::string_view sessionGuid, std::uint32_t flags) = 0;
+    virtual Result<std::vector<SessionMember>> GetDPEnumGroups() = 0;
     virtual Result<void> AddPlayerToGroup(std::int32_t group, PlayerId player) = 0;
-    virtual Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) = 0;
+    virtual Result<std::vector<SessionMember>> GetDPEnumPlayers() = 0;
     /// The number of messages waiting for a player.
     virtual Result<std::int32_t> GetMessageCount(PlayerId player) = 0;
     /// The oldest waiting message; an Error when none waits.
-    virtual Result<ReceivedMessage> Receive(std::uint32_t flags) = 0;
+    virtual Result<ReceivedMessage> Receive() = 0;
     /// Copies the message before it returns. To AllPlayers it goes to every player but the sender. A message to a
     /// player that has just left is lost without an Error: its sender cannot have known.
     virtual Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) = 0;
@@ -108,6 +97,6 @@ public:
 class SessionPeerFactory {
 public:
     virtual ~SessionPeerFactory() = default;
-    virtual Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) = 0;
+    virtual Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() = 0;
 };
 } // namespace corvane

@@ -5,11 +5,11 @@
 namespace corvane {
 Result<void> CreateSessionObjects(SessionPeerFactory& factory, SessionState& session)
 {
-    auto peer = factory.DirectPlayCreate("");
+    auto peer = factory.DirectPlayCreate();
     if (!peer)
         return peer.error();
     session.SessionPeer = std::move(*peer);
-    auto connections = session.SessionPeer->GetDPEnumConnections("", ConnectionDirectPlay);
+    auto connections = session.SessionPeer->GetDPEnumConnections();
     if (!connections)
         return connections.error();
     session.ConnectionList = std::move(*connections);

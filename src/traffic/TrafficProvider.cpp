@@ -33,8 +33,7 @@ public:
             m_connection.OnHealth({});
     }
 
-    Result<std::vector<ConnectionEntry>> GetDPEnumConnections(std::string_view /*guid*/,
-                                                              std::uint32_t /*flags*/) override
+    Result<std::vector<ConnectionEntry>> GetDPEnumConnections() override
     {
         return std::vector<ConnectionEntry>{{m_connection.Name, m_connection.Address}};
     }
@@ -44,13 +43,12 @@ public:
             return Fail("InitializeConnection", "not an address of " + m_connection.Name);
         return ForwardingPeer::InitializeConnection(InMemoryProvider::ConnectionAddress);
     }
-    Result<std::vector<SessionEntry>> GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                        std::uint32_t flags) override;
-    Result<std::vector<SessionMember>> GetDPEnumPlayers(std::string_view sessionGuid, std::uint32_t flags) override
+    Result<std::vector<SessionEntry>> GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags) override;
+    Result<std::vector<SessionMember>> GetDPEnumPlayers() override
     {
         if (const Result<void> going = Advance(); !going)
             return going.error();
-        return ForwardingPeer::GetDPEnumPlayers(sessionGuid, flags);
+        return ForwardingPeer::GetDPEnumPlayers();
     }
     Result<std::int32_t> GetMessageCount(PlayerId player) override
     {
@@ -92,14 +90,13 @@ void TrafficPeer::TellHealth(std::int64_t nowMs)
     m_connection.OnHealth(m_feed->Health());
 }
 
-Result<std::vector<SessionEntry>> TrafficPeer::GetDPEnumSessions(const SessionData& data, std::int32_t timeoutMs,
-                                                                 std::uint32_t flags)
+Result<std::vector<SessionEntry>> TrafficPeer::GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags)
 {
     if (!m_session) {
         if (const Result<void> begun = Begin(); !begun)
             return begun.error();
     }
-    auto found = ForwardingPeer::GetDPEnumSessions(data, timeoutMs, flags);
+    auto found = ForwardingPeer::GetDPEnumSessions(timeoutMs, flags);
     if (found)
         for (SessionEntry& entry : *found)
             --entry.CurrentPlayers; // the host is this program's own
@@ -138,21 +135,16 @@ Result<void> TrafficPeer::Listen()
 }
 } // namespace
 
-Result<std::unique_ptr<SessionPeer>> TrafficProvider::CreatePeer()
+Result<std::unique_ptr<SessionPeer>> TrafficProvider::DirectPlayCreate()
 {
     const auto network = std::make_shared<InMemoryNetwork>();
     InMemoryProvider memory(*network);
-    auto own = memory.CreatePeer();
+    auto own = memory.DirectPlayCreate();
     if (!own)
         return own;
     // The network lasts as long as the last peer on it.
     const std::shared_ptr<SessionPeer> lasting(own->release(), [network](SessionPeer* peer) { delete peer; });
     return std::unique_ptr<SessionPeer>(
         std::make_unique<TrafficPeer>(m_connection, lasting, std::move(memory), m_details));
-}
-
-Result<std::unique_ptr<SessionPeer>> TrafficProvider::DirectPlayCreate(std::string_view /*guid*/)
-{
-    return CreatePeer();
 }
 } // namespace corvane

@@ -31,7 +31,7 @@ struct TrafficConnection {
 /// keeps its session going with every look for messages or members.
 ///
 /// Its peers, of which each has a feed of its own, may outlive it, but not the details.
-class TrafficProvider final : public ConnectionProvider, public SessionPeerFactory {
+class TrafficProvider final : public ConnectionProvider {
 public:
     /// details  of the members, for whoever shows them
     TrafficProvider(TrafficConnection connection, TrafficDetailsTable& details)
@@ -41,8 +41,7 @@ public:
 
     [[nodiscard]] std::string Name() const override { return m_connection->Name; }
     [[nodiscard]] std::string Address() const override { return m_connection->Address; }
-    Result<std::unique_ptr<SessionPeer>> CreatePeer() override;
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view guid) override;
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override;
 
 private:
     std::shared_ptr<const TrafficConnection> m_connection;

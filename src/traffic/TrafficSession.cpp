@@ -29,10 +29,10 @@ Result<std::unique_ptr<TrafficSession>> TrafficSession::Create(SessionPeerFactor
 
 Result<void> TrafficSession::Connect(SessionPeerFactory& factory)
 {
-    auto peer = factory.DirectPlayCreate("");
+    auto peer = factory.DirectPlayCreate();
     if (!peer)
         return peer.error();
-    const auto connections = (*peer)->GetDPEnumConnections("", ConnectionDirectPlay);
+    const auto connections = (*peer)->GetDPEnumConnections();
     if (!connections)
         return connections.error();
     if (connections->empty())
@@ -55,7 +55,7 @@ Result<void> TrafficSession::Open(SessionPeerFactory& factory)
         return opened;
     if (const auto group = m_peer->CreateGroup(RefusedParametersGroup); !group)
         return group.error();
-    const auto host = m_peer->CreatePlayer(m_options.HostName, FormalName, 0, 0);
+    const auto host = m_peer->CreatePlayer(m_options.HostName, FormalName);
     if (!host)
         return host.error();
     m_hostId = *host;

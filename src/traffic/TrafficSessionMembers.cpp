@@ -18,7 +18,7 @@ void TrafficSession::Enter(TrafficKey key, Aircraft& aircraft)
 {
     if (!HasPlace())
         return;
-    const auto id = m_peer->CreatePlayer(aircraft.Told.Name, "Player", 0, 0);
+    const auto id = m_peer->CreatePlayer(aircraft.Told.Name, "Player");
     if (!id)
         return;
     aircraft.Id = *id;
@@ -133,7 +133,7 @@ Result<void> TrafficSession::ReceiveAll()
     if (!alive)
         return alive.error();
     for (int i = 0; i < MostAtOnce; ++i) {
-        const auto message = m_peer->Receive(corvane::ReceiveAll);
+        const auto message = m_peer->Receive();
         if (!message)
             break; // none waits, or the next count says that the session is gone
         if (message->From != SystemSender)
@@ -239,7 +239,7 @@ TrafficSession::Other* TrafficSession::FindOther(PlayerId id)
 
 void TrafficSession::LookWhoIsThere()
 {
-    const auto members = m_peer->GetDPEnumPlayers(m_entry.InstanceGuid, 0);
+    const auto members = m_peer->GetDPEnumPlayers();
     if (!members)
         return;
     std::unordered_map<PlayerId, Other> present;

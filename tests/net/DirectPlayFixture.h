@@ -62,7 +62,7 @@ protected:
 
     static std::vector<SessionEntry> Find(DirectPlayPeer& peer)
     {
-        const auto found = peer.GetDPEnumSessions({}, 300, EnumSessionsPasswordRequired);
+        const auto found = peer.GetDPEnumSessions(300, EnumSessionsPasswordRequired);
         EXPECT_TRUE(found);
         return found ? *found : std::vector<SessionEntry>{};
     }
@@ -78,7 +78,7 @@ protected:
 
     static PlayerId Player(DirectPlayPeer& peer, std::string_view name)
     {
-        const auto id = peer.CreatePlayer(name, "Player", 0, 0);
+        const auto id = peer.CreatePlayer(name, "Player");
         EXPECT_TRUE(id) << id.error().Text();
         return id ? *id : 0;
     }
@@ -94,7 +94,7 @@ protected:
     static std::set<std::string> NamesOf(DirectPlayPeer& peer)
     {
         std::set<std::string> names;
-        if (const auto players = peer.GetDPEnumPlayers("", 0)) {
+        if (const auto players = peer.GetDPEnumPlayers()) {
             for (const SessionMember& player : *players)
                 names.insert(player.ShortName);
         }
@@ -108,7 +108,7 @@ protected:
             const auto count = peer.GetMessageCount(player);
             return !count || *count > 0;
         });
-        auto message = peer.Receive(ReceiveAll);
+        auto message = peer.Receive();
         if (!arrived || !message)
             return std::nullopt;
         return *message;

@@ -64,7 +64,7 @@ TEST_F(DirectPlayPeers, TakeOverFromAHostThatIsKilled)
         options.BindAddress = home;
         auto peer = Ready(options);
         (void)peer->Open({"Practice", 0, 8, "", 68, ""}, OpenCreate);
-        (void)peer->CreatePlayer("Host", "Player", 0, 0);
+        (void)peer->CreatePlayer("Host", "Player");
         (void)peer.release();
     });
     const auto second = Ready(OptionsOf(3));
@@ -91,7 +91,7 @@ TEST_F(DirectPlayPeers, RemoveAMemberThatIsKilled)
         auto peer = Ready(options);
         (void)Appears([&] { return Find(*peer); });
         (void)Join(*peer);
-        (void)peer->CreatePlayer("Doomed", "Player", 0, 0);
+        (void)peer->CreatePlayer("Doomed", "Player");
         (void)peer.release();
     });
     const auto host = Host();
@@ -99,7 +99,7 @@ TEST_F(DirectPlayPeers, RemoveAMemberThatIsKilled)
     EXPECT_TRUE(Eventually([&] { return NamesOf(*third) == Names{"Doomed"} && NamesOf(*host) == Names{"Doomed"}; }));
     member.Kill();
     EXPECT_TRUE(Eventually([&] { return NamesOf(*host).empty() && NamesOf(*third).empty(); }));
-    EXPECT_TRUE(third->GetDPEnumPlayers("", 0)); // the session goes on
+    EXPECT_TRUE(third->GetDPEnumPlayers()); // the session goes on
 }
 
 TEST_F(DirectPlayPeers, KeepTheOrderOfEverySenderUnderLoad)

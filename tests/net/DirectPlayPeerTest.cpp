@@ -46,7 +46,7 @@ TEST_F(DirectPlayPeers, JoinAsSecondAndThirdAndTalk)
         EXPECT_TRUE(Eventually([&] { return NamesOf(*peer) == Names{"Host", "**Two", "Three"}; }));
     EXPECT_GT(hostId, 0);
     EXPECT_GT(three, 0);
-    const auto groups = third->GetDPEnumGroups("", 0);
+    const auto groups = third->GetDPEnumGroups();
     ASSERT_TRUE(groups);
     ASSERT_THAT(*groups, SizeIs(1));
     EXPECT_EQ((*groups)[0].ShortName, "FS61_REFUSE_PARAMS");
@@ -120,7 +120,7 @@ TEST_F(DirectPlayPeers, MigrateWhenTheHostLeavesAndEndWithoutMigration)
     const auto member = Ready(options);
     ASSERT_TRUE(Join(*member));
     lone.reset();
-    EXPECT_TRUE(Eventually([&] { return !member->GetDPEnumPlayers("", 0); }));
+    EXPECT_TRUE(Eventually([&] { return !member->GetDPEnumPlayers(); }));
     EXPECT_THAT(member->LossReason(), HasSubstr("host has left"));
 }
 
@@ -147,27 +147,27 @@ TEST_F(DirectPlayPeers, CanBeLeftWhileTheyWait)
     int asked = 0;
     options.WhileWaiting = [&] { return ++asked < 2; };
     const auto peer = Ready(options);
-    const auto left = peer->GetDPEnumSessions({}, 600000, EnumSessionsAvailable);
+    const auto left = peer->GetDPEnumSessions(600000, EnumSessionsAvailable);
     ASSERT_FALSE(left);
     EXPECT_THAT(left.error().Text(), HasSubstr("cancelled"));
     options.WhileWaiting = nullptr;
     options.BindAddress = LoopbackAddress(4);
     const auto other = Ready(options);
     std::thread canceller([&] { other->Cancel(); });
-    EXPECT_FALSE(other->GetDPEnumSessions({}, 600000, EnumSessionsAvailable));
+    EXPECT_FALSE(other->GetDPEnumSessions(600000, EnumSessionsAvailable));
     canceller.join();
 }
 
 TEST_F(DirectPlayPeers, NameTheOperationThatFails)
 {
     DirectPlayPeer peer(OptionsOf(3));
-    EXPECT_EQ(peer.GetDPEnumSessions({}, 1, 1).error().What, "GetDPEnumSessions");
+    EXPECT_EQ(peer.GetDPEnumSessions(1, 1).error().What, "GetDPEnumSessions");
     EXPECT_EQ(peer.Send(1, 0, 1, {}).error().What, "Send");
     EXPECT_FALSE(peer.InitializeConnection("modem:"));
     EXPECT_TRUE(peer.InitializeConnection("tcpip:127.0.0.1"));
-    EXPECT_EQ(peer.CreatePlayer("x", "y", 0, 0).error().What, "CreatePlayer");
+    EXPECT_EQ(peer.CreatePlayer("x", "y").error().What, "CreatePlayer");
     EXPECT_EQ(peer.Open({"x", 0, 0, "no id", 0, ""}, OpenJoin).error().What, "Open");
-    const auto list = peer.GetDPEnumConnections("", ConnectionDirectPlay);
+    const auto list = peer.GetDPEnumConnections();
     ASSERT_TRUE(list);
     EXPECT_EQ(list->front().Name, "Internet TCP/IP Connection For DirectPlay");
 }

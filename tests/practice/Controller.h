@@ -54,7 +54,7 @@ public:
     }
     [[nodiscard]] std::vector<SessionMember> Members() const
     {
-        auto members = Session.SessionPeer->GetDPEnumPlayers(Session.SessionGuid, 0);
+        auto members = Session.SessionPeer->GetDPEnumPlayers();
         return members ? *std::move(members) : std::vector<SessionMember>{};
     }
 

@@ -2,6 +2,7 @@
 
 #include "tests/practice/Controller.h"
 #include "tests/practice/PracticeWorld.h"
+#include "tests/session/FailingPeers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -105,7 +106,7 @@ TEST_F(PracticeSessions, AdmitAControllerAndShowTheirPilots)
         shorts += member->ShortPositions ? 1 : 0;
     }
     EXPECT_LT(shorts, 6);
-    const auto groups = Atc->Session.SessionPeer->GetDPEnumGroups(Atc->Session.SessionGuid, 0);
+    const auto groups = Atc->Session.SessionPeer->GetDPEnumGroups();
     ASSERT_TRUE(groups);
     ASSERT_EQ(groups->size(), 1U);
     EXPECT_EQ(groups->front().ShortName, "FS61_REFUSE_PARAMS");
@@ -126,9 +127,9 @@ TEST_F(PracticeSessions, AnswerEachRequestByTheRoomThatIsLeft)
     EXPECT_EQ(Practice->Members().size(), 5U); // one place stays free
     EXPECT_TRUE(Join());
     // The transport keeps a seventh out; a host that finds too many refuses.
-    auto another = Provider.CreatePeer();
+    auto another = Provider.DirectPlayCreate();
     ASSERT_TRUE(another && (*another)->InitializeConnection(InMemoryProvider::ConnectionAddress));
-    EXPECT_FALSE((*another)->Open(Practice->Entry(), OpenJoin) && (*another)->CreatePlayer("N1", "Player", 0, 0));
+    EXPECT_FALSE((*another)->Open(Practice->Entry(), OpenJoin) && (*another)->CreatePlayer("N1", "Player"));
 }
 
 TEST_F(PracticeSessions, ObeyChatAndReadItBack)
@@ -290,7 +291,7 @@ TEST_F(PracticeSessions, IgnoreWhatMakesNoSense)
 TEST_F(PracticeSessions, SurviveATransportThatFailsNowAndThen)
 {
     int operations = 0;
-    InMemoryProvider failing(Network, [&operations](std::string_view, int) { return ++operations % 5000 == 4999; });
+    FailingFactory failing(Provider, [&operations](std::string_view, int) { return ++operations % 5000 == 4999; });
     PracticeOptions options{.Pilots = 6};
     auto created = PracticeSession::Create(failing, test::MakeScene(), *Grid, options);
     ASSERT_TRUE(created) << created.error().Text();
@@ -300,7 +301,7 @@ TEST_F(PracticeSessions, SurviveATransportThatFailsNowAndThen)
 
     for (int failAt = 1; failAt < 12; ++failAt) { // every step of the creation
         int call = 0;
-        InMemoryProvider once(Network, [&](std::string_view, int) { return ++call == failAt; });
+        FailingFactory once(Provider, [&](std::string_view, int) { return ++call == failAt; });
         const auto result = PracticeSession::Create(once, test::MakeScene(), *Grid, {.Pilots = 1, .Observers = 0});
         if (!result) {
             EXPECT_FALSE(result.error().What.empty());

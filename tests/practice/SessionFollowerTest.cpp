@@ -212,11 +212,11 @@ TEST_F(FollowedPractice, EndsWithTheSession)
 TEST_F(FollowedPractice, SurvivesWhateverAMemberSendsToTheHost)
 {
     Host({.Pilots = 2});
-    const auto stranger = Provider.DirectPlayCreate("");
+    const auto stranger = Provider.DirectPlayCreate();
     ASSERT_TRUE((*stranger)->InitializeConnection(InMemoryProvider::ConnectionAddress));
-    const auto sessions = (*stranger)->GetDPEnumSessions({}, 0, EnumSessionsPasswordRequired);
+    const auto sessions = (*stranger)->GetDPEnumSessions(0, EnumSessionsPasswordRequired);
     ASSERT_TRUE((*stranger)->Open(sessions->front(), OpenJoin));
-    const auto id = (*stranger)->CreatePlayer("Vandal", "Player", 0, 0);
+    const auto id = (*stranger)->CreatePlayer("Vandal", "Player");
     const Bytes position = EncodeMessage(PositionMessage{.Type = MessageType::PositionFull});
     const Bytes messages[] = {
         {},

@@ -27,12 +27,12 @@ protected:
         Peer = std::make_unique<PlaybackPeer>([this]() -> Result<std::shared_ptr<const Recording>> { return Source; },
                                               Clock);
         ASSERT_TRUE(Peer->InitializeConnection(PlaybackConnectionAddress));
-        const auto sessions = Peer->GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+        const auto sessions = Peer->GetDPEnumSessions(0, EnumSessionsAvailable);
         ASSERT_TRUE(sessions);
         ASSERT_EQ(sessions->size(), 1U);
         Entry = sessions->front();
         ASSERT_TRUE(Peer->Open(Entry, OpenJoin));
-        const auto id = Peer->CreatePlayer("**Viewer", "Player", 0, 0);
+        const auto id = Peer->CreatePlayer("**Viewer", "Player");
         ASSERT_TRUE(id);
         Viewer = *id;
     }
@@ -51,18 +51,18 @@ protected:
         std::vector<std::pair<PlayerId, Bytes>> messages;
         const auto count = Peer->GetMessageCount(Viewer);
         for (std::int32_t i = 0; count && i < *count; ++i) {
-            const auto message = Peer->Receive(ReceiveAll);
+            const auto message = Peer->Receive();
             EXPECT_TRUE(message);
             EXPECT_EQ(message->To, Viewer);
             messages.emplace_back(message->From, message->Content);
         }
-        EXPECT_FALSE(Peer->Receive(ReceiveAll));
+        EXPECT_FALSE(Peer->Receive());
         return messages;
     }
     std::vector<std::pair<PlayerId, std::string>> Members()
     {
         std::vector<std::pair<PlayerId, std::string>> members;
-        const auto listed = Peer->GetDPEnumPlayers(Entry.InstanceGuid, 0);
+        const auto listed = Peer->GetDPEnumPlayers();
         EXPECT_TRUE(listed);
         for (const SessionMember& member : *listed)
             members.emplace_back(member.Id, member.ShortName);
@@ -86,10 +86,9 @@ TEST_F(PlaybackPeers, OfferTheSessionAsItBegan)
     EXPECT_EQ(Entry.Flags, 68U);
     EXPECT_THAT(Members(), ElementsAre(Pair(5, "**A"), Pair(7, "N1"), Pair(1, "**Viewer")));
     EXPECT_FALSE(Peer->Open(Entry, OpenJoin));
-    EXPECT_FALSE(Peer->CreatePlayer("**Second", "Player", 0, 0));
+    EXPECT_FALSE(Peer->CreatePlayer("**Second", "Player"));
     EXPECT_FALSE(Peer->GetMessageCount(7)) << "a recorded member is not the viewer";
     EXPECT_FALSE(Peer->Send(7, AllPlayers, SendGuaranteed, EncodeMessage(ChatTextMessage{"fake"})));
-    EXPECT_FALSE(Peer->GetDPEnumPlayers("{2}", 0));
 }
 
 TEST_F(PlaybackPeers, GiveTheViewerAnIdThatNobodyEverHas)
@@ -180,7 +179,7 @@ TEST_F(PlaybackPeers, TellTheClockWhatPlays)
     ASSERT_TRUE(Peer->Close());
     EXPECT_FALSE(Clock.IsOpen());
     EXPECT_FALSE(Peer->GetMessageCount(Viewer));
-    EXPECT_FALSE(Peer->GetDPEnumPlayers(Entry.InstanceGuid, 0));
+    EXPECT_FALSE(Peer->GetDPEnumPlayers());
 }
 } // namespace
 } // namespace corvane

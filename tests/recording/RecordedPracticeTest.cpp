@@ -17,7 +17,7 @@ class PlaybackFactory final : public SessionPeerFactory {
 public:
     PlaybackFactory(std::filesystem::path file, PlaybackClock& clock) : m_file(std::move(file)), m_clock(clock) {}
 
-    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate(std::string_view /*guid*/) override
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override
     {
         const auto source = [file = m_file]() -> Result<std::shared_ptr<const Recording>> {
             auto recording = ReadRecording(file);

@@ -125,13 +125,13 @@ TEST_F(ReplaySessions, AreMadeAsAsked)
 
 TEST_F(ReplaySessions, SayWhenTheyAreLost)
 {
-    InMemoryProvider failing(Network, [this](std::string_view operation, int /*call*/) {
-        return operation == (Session ? "GetMessageCount" : "CreateGroup");
-    });
+    std::string_view failure = "CreateGroup";
+    FailingFactory failing(Provider, [&](std::string_view operation, int /*call*/) { return operation == failure; });
     EXPECT_FALSE(ReplaySession::Create(failing, test::RecordingOf({}), Clock, {}));
-    Replay({Joined(0, 7, "N1")});
-    ASSERT_TRUE(Network.Vanish(Network.Listing(EnumSessionsAvailable).front().InstanceGuid, Session->HostId()));
-    EXPECT_FALSE(Session->Advance());
+    failure = "GetMessageCount";
+    const auto lost = ReplaySession::Create(failing, test::RecordingOf({Joined(0, 7, "N1")}), Clock, {});
+    ASSERT_TRUE(lost);
+    EXPECT_FALSE((*lost)->Advance());
 }
 } // namespace
 } // namespace corvane

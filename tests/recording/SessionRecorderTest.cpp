@@ -31,19 +31,19 @@ protected:
     {
         Host.Host("Traffic", 8, SessionKeepAlive | SessionPasswordRequired, "secret");
         JoinPilot(Pilot, "N1");
-        Own = *Factory.DirectPlayCreate("");
+        Own = *Factory.DirectPlayCreate();
         EXPECT_TRUE(Own->InitializeConnection(InMemoryProvider::ConnectionAddress));
         SessionEntry entry = Host.Sessions().front();
         entry.Password = "secret";
         EXPECT_TRUE(Own->Open(entry, OpenJoin));
-        OwnId = *Own->CreatePlayer("**ATC", "Player", 0, 0);
+        OwnId = *Own->CreatePlayer("**ATC", "Player");
     }
     void JoinPilot(Member& pilot, std::string_view name) const
     {
         SessionEntry entry = Host.Sessions().front();
         entry.Password = "secret";
         ASSERT_TRUE(pilot.Peer->Open(entry, OpenJoin));
-        pilot.Id = *pilot.Peer->CreatePlayer(name, "Player", 0, 0);
+        pilot.Id = *pilot.Peer->CreatePlayer(name, "Player");
     }
     void Start()
     {
@@ -56,7 +56,7 @@ protected:
         const auto count = Own->GetMessageCount(OwnId);
         ASSERT_TRUE(count);
         for (std::int32_t i = 0; i < *count; ++i)
-            ASSERT_TRUE(Own->Receive(ReceiveAll));
+            ASSERT_TRUE(Own->Receive());
     }
     [[nodiscard]] std::vector<test::SampleRecord> Recorded() const { return RecordsOf(*ReadRecording(File)); }
     [[nodiscard]] std::vector<test::SampleRecord> RecordedSince(std::size_t count) const
@@ -139,7 +139,7 @@ TEST_F(SessionRecorders, FollowWhoComesAndGoes)
     Now += 995;
     Tick();
     Now += 7;
-    ASSERT_TRUE(Own->GetDPEnumPlayers(Host.Guid, 0)); // nothing new
+    ASSERT_TRUE(Own->GetDPEnumPlayers()); // nothing new
     EXPECT_THAT(RecordedSince(3), ElementsAre(Joined(1000, 4, "N2"), Renamed(1005, 2, "N1 heavy"), Left(2000, 4)));
 }
 

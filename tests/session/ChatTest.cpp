@@ -18,13 +18,13 @@ protected:
         EXPECT_TRUE(CreateSessionObjects(Factory, Session));
         EXPECT_TRUE(Session.SessionPeer->InitializeConnection(InMemoryProvider::ConnectionAddress));
         EXPECT_TRUE(Session.SessionPeer->Open(HostMember.Sessions().front(), OpenJoin));
-        Session.OwnPlayerId = *Session.SessionPeer->CreatePlayer("**ATC", "Player", 0, 0);
+        Session.OwnPlayerId = *Session.SessionPeer->CreatePlayer("**ATC", "Player");
     }
 
     InMemoryNetwork Network;
     std::string FailingOperation;
-    InMemoryProvider Factory{Network,
-                             [this](std::string_view operation, int) { return operation == FailingOperation; }};
+    InMemoryProvider Provider{Network};
+    FailingFactory Factory{Provider, [this](std::string_view operation, int) { return operation == FailingOperation; }};
     Member HostMember{Network};
     SessionState Session;
     ChatLog Log;

@@ -11,7 +11,7 @@ class OtherProvider final : public ConnectionProvider {
 public:
     [[nodiscard]] std::string Name() const override { return "Other"; }
     [[nodiscard]] std::string Address() const override { return "other"; }
-    Result<std::unique_ptr<SessionPeer>> CreatePeer() override { return Fail("Other", "no network card"); }
+    Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override { return Fail("Other", "no network card"); }
 };
 
 TEST(CompositePeerFactory, ListsAllProvidersAndBecomesThePeerOfOne)
@@ -20,12 +20,12 @@ TEST(CompositePeerFactory, ListsAllProvidersAndBecomesThePeerOfOne)
     InMemoryProvider memory(network);
     OtherProvider other;
     CompositePeerFactory factory({&other, &memory});
-    const auto peer = *factory.DirectPlayCreate("");
-    const auto entries = *peer->GetDPEnumConnections("", ConnectionDirectPlay);
+    const auto peer = *factory.DirectPlayCreate();
+    const auto entries = *peer->GetDPEnumConnections();
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(entries[0].Name, "Other");
     EXPECT_EQ(entries[1].Name, "Practice session (simulated pilots)");
-    EXPECT_EQ(peer->CreateSessionData().error().What, "CreateSessionData");
+    EXPECT_EQ(peer->GetDPEnumPlayers().error().What, "GetDPEnumPlayers");
     EXPECT_FALSE(peer->InitializeConnection("nowhere"));
     EXPECT_EQ(peer->InitializeConnection("other").error().Why, "no network card");
     EXPECT_TRUE(peer->InitializeConnection(entries[1].Address));
@@ -33,7 +33,7 @@ TEST(CompositePeerFactory, ListsAllProvidersAndBecomesThePeerOfOne)
     SessionEntry description;
     description.Name = "Traffic";
     ASSERT_TRUE(peer->Open(description, OpenCreate));
-    const auto id = peer->CreatePlayer("Ann", "Player", 0, 0);
+    const auto id = peer->CreatePlayer("Ann", "Player");
     ASSERT_TRUE(id);
     EXPECT_EQ(*peer->GetPlayerFriendlyName(*id), "Ann");
 }

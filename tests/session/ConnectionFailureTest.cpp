@@ -50,7 +50,6 @@ INSTANTIATE_TEST_SUITE_P(Connection, FailuresOnTheWay,
                          testing::Values(FailureCase{"Peer", "DirectPlayCreate", 3, ClassA}, // of Locate: the third
                                          FailureCase{"Connections", "GetDPEnumConnections", 3, ClassA},
                                          FailureCase{"Initialization", "InitializeConnection", 1, ClassB},
-                                         FailureCase{"Description", "CreateSessionData", 1, ClassB},
                                          FailureCase{"FirstEnumeration", "GetDPEnumSessions", 1, ClassA},
                                          FailureCase{"SecondEnumeration", "GetDPEnumSessions", 2, ClassA},
                                          FailureCase{"Item", "GetSessionItem", 2, ClassC}, // once in each enumeration

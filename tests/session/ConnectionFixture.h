@@ -63,10 +63,11 @@ protected:
     std::string FailingOperation;
     int FailingCall = 1;
     std::function<bool(std::string_view)> OnOperation; ///< whether it fails
-    InMemoryProvider Factory{Network, [this](std::string_view operation, int call) {
-                                 return (operation == FailingOperation && call == FailingCall) ||
-                                        (OnOperation && OnOperation(operation));
-                             }};
+    InMemoryProvider Provider{Network};
+    FailingFactory Factory{Provider, [this](std::string_view operation, int call) {
+                               return (operation == FailingOperation && call == FailingCall) ||
+                                      (OnOperation && OnOperation(operation));
+                           }};
     Member HostMember{Network};
     SessionState Session;
     PlayerTable Players;

@@ -173,7 +173,7 @@ struct PasswordCase {
 class Passwords : public ConnectionTest, public testing::WithParamInterface<PasswordCase> {};
 TEST_P(Passwords, AreAskedForByTheExactFlags)
 {
-    HostMember.Peer = *InMemoryProvider(Network).CreatePeer();
+    HostMember.Peer = *InMemoryProvider(Network).DirectPlayCreate();
     EXPECT_TRUE(HostMember.Peer->InitializeConnection(InMemoryProvider::ConnectionAddress));
     HostMember.Host("Secret", 8, GetParam().Flags, "cat");
     Boxes.Answer = GetParam().Answer;
@@ -257,13 +257,13 @@ TEST_F(ConnectionTest, LeavingWhileWaiting)
     Subject.ConnectionTypeChosen(0);
     EXPECT_EQ(Subject.State(), ConnectionState::Idle);
     EXPECT_FALSE(View.Timers);
-    EXPECT_EQ(HostMember.Peer->GetDPEnumPlayers(HostMember.Guid, 0)->size(), 1U) << "the peer has left";
+    EXPECT_EQ(HostMember.Peer->GetDPEnumPlayers()->size(), 1U) << "the peer has left";
     Subject.LocateSession();
     Join();
     Subject.Exit();
     EXPECT_EQ(View.Ends, 1);
     EXPECT_EQ(View.Statuses.back(), "Please Wait...");
-    EXPECT_EQ(HostMember.Peer->GetDPEnumPlayers(HostMember.Guid, 0)->size(), 1U);
+    EXPECT_EQ(HostMember.Peer->GetDPEnumPlayers()->size(), 1U);
 }
 } // namespace
 } // namespace corvane

@@ -24,7 +24,7 @@ protected:
         EXPECT_TRUE(CreateSessionObjects(Factory, Session));
         EXPECT_TRUE(Session.SessionPeer->InitializeConnection(InMemoryProvider::ConnectionAddress));
         EXPECT_TRUE(Session.SessionPeer->Open(HostMember.Sessions().front(), OpenJoin));
-        Session.OwnPlayerId = *Session.SessionPeer->CreatePlayer("**ATC", "Player", 0, 0);
+        Session.OwnPlayerId = *Session.SessionPeer->CreatePlayer("**ATC", "Player");
         Players.Append("**ATC", Session.OwnPlayerId, PilotRole);
         Players.Append("Ann", 11, PilotRole);
         Players.Append("Watcher", 12, ObserverRole);

@@ -15,7 +15,7 @@ namespace corvane {
 /// Another member of a session: a host or a pilot, driven by the test.
 class Member {
 public:
-    explicit Member(InMemoryNetwork& network) : Peer(*InMemoryProvider(network).CreatePeer())
+    explicit Member(InMemoryNetwork& network) : Peer(*InMemoryProvider(network).DirectPlayCreate())
     {
         EXPECT_TRUE(Peer->InitializeConnection(InMemoryProvider::ConnectionAddress));
     }
@@ -29,7 +29,7 @@ public:
         description.Flags = flags;
         description.Password = password;
         EXPECT_TRUE(Peer->Open(description, OpenCreate));
-        Id = *Peer->CreatePlayer("Host", "Player", 0, 0);
+        Id = *Peer->CreatePlayer("Host", "Player");
         Guid = Sessions().back().InstanceGuid;
     }
 
@@ -38,7 +38,7 @@ public:
         SessionEntry entry;
         entry.InstanceGuid = guid;
         EXPECT_TRUE(Peer->Open(entry, OpenJoin));
-        Id = *Peer->CreatePlayer(name, "Player", 0, 0);
+        Id = *Peer->CreatePlayer(name, "Player");
         Guid = guid;
     }
 
@@ -52,14 +52,14 @@ public:
     std::vector<std::string> Received() const
     {
         std::vector<std::string> names;
-        while (const auto message = Peer->Receive(ReceiveAll)) {
+        while (const auto message = Peer->Receive()) {
             if (message->From != SystemSender)
                 names.emplace_back(MessageTypeName(DecodeHeader(message->Content)->Type));
         }
         return names;
     }
 
-    std::vector<SessionEntry> Sessions() const { return *Peer->GetDPEnumSessions({}, 0, EnumSessionsPasswordRequired); }
+    std::vector<SessionEntry> Sessions() const { return *Peer->GetDPEnumSessions(0, EnumSessionsPasswordRequired); }
 
     std::unique_ptr<SessionPeer> Peer;
     PlayerId Id = 0;

@@ -170,7 +170,7 @@ TEST_F(PumpTest, IdentifiesItselfWhenAsked)
 {
     Say(HostMember, PlainMessage{MessageType::IdentifyRequest});
     Pump.PumpTick();
-    while (const auto message = HostMember.Peer->Receive(ReceiveAll)) {
+    while (const auto message = HostMember.Peer->Receive()) {
         if (message->From != SystemSender) {
             EXPECT_EQ(*DecodeMessage(message->Content),
                       Message(AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId}));

@@ -35,7 +35,7 @@ protected:
         SessionEntry entry;
         entry.InstanceGuid = HostMember.Guid;
         EXPECT_TRUE(Session.SessionPeer->Open(entry, OpenJoin));
-        Session.OwnPlayerId = *Session.SessionPeer->CreatePlayer("**ATC", "Player", 0, 0);
+        Session.OwnPlayerId = *Session.SessionPeer->CreatePlayer("**ATC", "Player");
         Session.SessionGuid = HostMember.Guid;
         Session.SessionMaxPlayers = 8;
         Session.SessionJoined = true;
@@ -65,8 +65,8 @@ protected:
 
     InMemoryNetwork Network;
     std::string FailingOperation;
-    InMemoryProvider Factory{Network,
-                             [this](std::string_view operation, int) { return operation == FailingOperation; }};
+    InMemoryProvider Provider{Network};
+    FailingFactory Factory{Provider, [this](std::string_view operation, int) { return operation == FailingOperation; }};
     Member HostMember{Network};
     SessionState Session;
     PlayerTable Players;

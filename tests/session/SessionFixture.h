@@ -2,6 +2,7 @@
 
 #include "core/MessageBoxes.h"
 #include "session/SessionState.h"
+#include "tests/session/FailingPeers.h"
 #include "tests/session/Member.h"
 
 #include <gtest/gtest.h>

@@ -13,8 +13,9 @@ class Leaving : public testing::TestWithParam<LeaveCase> {};
 TEST_P(Leaving, GoesThroughWhateverFails)
 {
     InMemoryNetwork network;
-    InMemoryProvider factory(network,
-                             [](std::string_view operation, int) { return operation == GetParam().FailingOperation; });
+    InMemoryProvider provider(network);
+    FailingFactory factory(provider,
+                           [](std::string_view operation, int) { return operation == GetParam().FailingOperation; });
     Member host(network);
     host.Host("Traffic");
     SessionState session;
@@ -22,11 +23,11 @@ TEST_P(Leaving, GoesThroughWhateverFails)
     ASSERT_TRUE(CreateSessionObjects(factory, session));
     ASSERT_TRUE(session.SessionPeer->InitializeConnection(InMemoryProvider::ConnectionAddress));
     ASSERT_TRUE(session.SessionPeer->Open(host.Sessions().front(), OpenJoin));
-    session.OwnPlayerId = *session.SessionPeer->CreatePlayer("**ATC", "Player", 0, 0);
+    session.OwnPlayerId = *session.SessionPeer->CreatePlayer("**ATC", "Player");
     session.SessionJoined = session.RadarOpen = true;
     players.Append("**ATC", session.OwnPlayerId, PilotRole);
     EXPECT_TRUE(LeaveSession(factory, session, players));
-    EXPECT_EQ(host.Peer->GetDPEnumPlayers(host.Guid, 0)->size(), 1U);
+    EXPECT_EQ(host.Peer->GetDPEnumPlayers()->size(), 1U);
     EXPECT_FALSE(session.SessionJoined || session.RadarOpen || session.HasOwnPlayer());
     EXPECT_EQ(players.PlayerCount(), 0U);
     EXPECT_TRUE(session.SessionPeer) << "fresh, for the next connection";

@@ -107,7 +107,7 @@ Result<nlohmann::json> Attack(const MemberOptions& options, const std::vector<st
         if (renamed % 100 == 0)
             if (const auto lied = Lie(*joined->Peer, joined->Id); !lied)
                 return lied.error();
-        while (joined->Peer->Receive(ReceiveAll)) {
+        while (joined->Peer->Receive()) {
         }
         std::this_thread::sleep_until(renaming + std::chrono::milliseconds(bytes * 1000 / BytesASecond));
     }

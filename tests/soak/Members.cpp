@@ -119,7 +119,7 @@ Result<void> Drain(DirectPlayPeer& peer, PlayerId id, Ledger* ledger)
     if (!count)
         return count.error();
     for (int i = 0; i < *count; ++i) {
-        const auto message = peer.Receive(ReceiveAll);
+        const auto message = peer.Receive();
         if (!message)
             return message.error();
         if (ledger != nullptr)
@@ -149,14 +149,14 @@ Result<JoinedMember> JoinAs(const MemberOptions& options, const char* name)
     auto peer = ReadyPeer(options);
     if (!peer)
         return peer.error();
-    const auto found = (*peer)->GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    const auto found = (*peer)->GetDPEnumSessions(0, EnumSessionsAvailable);
     if (!found)
         return found.error();
     if (found->empty())
         return Fail(options.HostAddress, "no session was found");
     if (const auto opened = (*peer)->Open(found->front(), OpenJoin); !opened)
         return opened.error();
-    const auto id = (*peer)->CreatePlayer(name, "Player", 0, 0);
+    const auto id = (*peer)->CreatePlayer(name, "Player");
     if (!id)
         return id.error();
     return JoinedMember{*std::move(peer), *id};
@@ -191,7 +191,7 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
         return opened.error();
     std::vector<PlayerId> pilots;
     for (int i = 0; i < options.Pilots; ++i) {
-        const auto id = peer.CreatePlayer("Pilot " + std::to_string(i), "Player", 0, 0);
+        const auto id = peer.CreatePlayer("Pilot " + std::to_string(i), "Player");
         if (!id)
             return id.error();
         pilots.push_back(*id);
@@ -210,7 +210,7 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
             if (const auto drained = Drain(peer, pilot, nullptr); !drained)
                 return drained.error();
         }
-        if (const auto players = peer.GetDPEnumPlayers({}, 0); players && message.Number % options.Rate == 0)
+        if (const auto players = peer.GetDPEnumPlayers(); players && message.Number % options.Rate == 0)
             mostPlayers = std::max(mostPlayers, players->size());
         if (residentAtFirst == 0 && Clock::now() - start > (end - start) / 5)
             residentAtFirst = ResidentKb();
@@ -221,7 +221,7 @@ Result<nlohmann::json> Serve(const MemberOptions& options)
     for (const PlayerId pilot : pilots)
         (void)peer.Send(pilot, AllPlayers, SendGuaranteed, ToBytes(message));
     const auto members = [&] {
-        const auto players = peer.GetDPEnumPlayers({}, 0);
+        const auto players = peer.GetDPEnumPlayers();
         return players ? players->size() : 0;
     };
     for (int tenths = 0; tenths < 100 && members() > pilots.size(); ++tenths)

@@ -191,12 +191,12 @@ TEST(TrafficSession, TellsItsFeedOfTheOthersAndOfNobodyElse)
     ASSERT_TRUE(session) << session.error().Text();
     watch.Begin({(*session)->Peer(), (*session)->HostId(), "KSEA_TW", false, (*session)->Entry()}, 0);
 
-    auto pilot = provider.CreatePeer();
+    auto pilot = provider.DirectPlayCreate();
     ASSERT_TRUE(pilot);
     SessionPeer& peer = **pilot;
     ASSERT_TRUE(peer.InitializeConnection(InMemoryProvider::ConnectionAddress));
-    ASSERT_TRUE(peer.Open(peer.GetDPEnumSessions({}, 0, EnumSessionsAvailable)->front(), OpenJoin));
-    const PlayerId id = *peer.CreatePlayer("Joe", "Player", 0, 0);
+    ASSERT_TRUE(peer.Open(peer.GetDPEnumSessions(0, EnumSessionsAvailable)->front(), OpenJoin));
+    const PlayerId id = *peer.CreatePlayer("Joe", "Player");
     const auto say = [&](const Message& message) { ASSERT_TRUE(peer.Send(id, AllPlayers, 0, EncodeMessage(message))); };
     std::int64_t nowMs = 0;
     const auto live = [&](std::int64_t ms) {
@@ -209,7 +209,7 @@ TEST(TrafficSession, TellsItsFeedOfTheOthersAndOfNobodyElse)
         play.Waiting.emplace_back(Cessna(key, "TEST0" + std::to_string(key)));
     say(PlainMessage{MessageType::JoinRequest});
     live(200);
-    const auto answer = DecodeMessage(peer.Receive(ReceiveAll)->Content);
+    const auto answer = DecodeMessage(peer.Receive()->Content);
     EXPECT_EQ(std::get<AnnounceMessage>(*answer), (AnnounceMessage{MessageType::PilotAnnounce, id}));
     say(AnnounceMessage{MessageType::PilotAnnounce, id});
     say(ChatTextMessage{"Hi"});

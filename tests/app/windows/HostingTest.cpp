@@ -60,15 +60,15 @@ TEST_F(HostingTest, LetsAnotherMachineIntoTheSessionThatTheControllerJoins)
 
     DirectPlayPeer visitor(OtherMachine());
     ASSERT_TRUE(visitor.InitializeConnection(DirectPlayConnectionAddress));
-    const auto sessions = visitor.GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    const auto sessions = visitor.GetDPEnumSessions(0, EnumSessionsAvailable);
     ASSERT_TRUE(sessions && sessions->size() == 1);
     ASSERT_TRUE(visitor.Open(sessions->front(), OpenJoin));
-    ASSERT_TRUE(visitor.CreatePlayer("Visitor", "Player", 0, 0));
+    ASSERT_TRUE(visitor.CreatePlayer("Visitor", "Player"));
 
     ASSERT_TRUE(Locate(m_window, "Practice"));
     Click(m_window, "Command2");
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_state.Session.RadarOpen; }, 5000));
-    const auto members = m_state.Session.SessionPeer->GetDPEnumPlayers({}, 0);
+    const auto members = m_state.Session.SessionPeer->GetDPEnumPlayers();
     ASSERT_TRUE(members);
     EXPECT_THAT(*members, testing::Contains(testing::Field(&SessionMember::ShortName, "Visitor")));
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_state.Players.PlayerCount() > 3; }, 5000));
@@ -94,7 +94,7 @@ TEST_F(HostingTest, ComesBackIntoMemoryWhenSwitchedOff)
     EXPECT_TRUE(m_practice.ServedAt().empty());
     DirectPlayPeer visitor(OtherMachine());
     ASSERT_TRUE(visitor.InitializeConnection(DirectPlayConnectionAddress));
-    const auto sessions = visitor.GetDPEnumSessions({}, 0, EnumSessionsAvailable);
+    const auto sessions = visitor.GetDPEnumSessions(0, EnumSessionsAvailable);
     EXPECT_TRUE(sessions && sessions->empty());
     EXPECT_TRUE(Locate(m_window, "Practice"));
 }

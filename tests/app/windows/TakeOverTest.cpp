@@ -264,7 +264,7 @@ TEST_F(TakeOverTest, TheSessionMayEndUnderAnyWindow)
 {
     const auto loseTheSession = [&] {
         QEventLoop behindTheBox;
-        m_state.Session.SessionPeer = *m_provider.CreatePeer(); // one that is in no session
+        m_state.Session.SessionPeer = *m_provider.DirectPlayCreate(); // one that is in no session
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, &behindTheBox, [&] {
             if (Find("Form2") != nullptr)
