@@ -4,9 +4,6 @@
 #include <utility>
 
 namespace corvane {
-static constexpr const char* RefusedParametersGroup = "FS61_REFUSE_PARAMS";
-static constexpr const char* FormalName = "Player";
-
 TrafficSession::TrafficSession(TrafficFeed& feed, TrafficDetailsTable& details, TrafficSessionOptions options)
     : m_feed(feed), m_details(details), m_options(std::move(options))
 {
@@ -53,9 +50,9 @@ Result<void> TrafficSession::Open(SessionPeerFactory& factory)
                .Password = m_options.Password};
     if (auto opened = m_peer->Open(m_entry, OpenCreate); !opened)
         return opened;
-    if (const auto group = m_peer->CreateGroup(RefusedParametersGroup); !group)
+    if (const auto group = m_peer->CreateGroup(MemberManners::Group); !group)
         return group.error();
-    const auto host = m_peer->CreatePlayer(m_options.HostName, FormalName);
+    const auto host = m_peer->CreatePlayer(m_options.HostName, MemberManners::FormalName);
     if (!host)
         return host.error();
     m_hostId = *host;
@@ -82,7 +79,7 @@ void TrafficSession::End()
 {
     if (!m_peer)
         return;
-    SendToOthers(m_hostId, PlainMessage{MessageType::HostLeft});
+    SendToOthers(m_hostId, MemberManners::Farewell());
     static_cast<void>(m_peer->Close()); // a failure is not news to someone who leaves
     m_peer.reset();
     for (const auto& [id, key] : m_keys)
@@ -93,19 +90,19 @@ void TrafficSession::End()
 }
 
 /// A failure is the session's, which the next look for messages meets.
-void TrafficSession::Send(PlayerId from, PlayerId to, const Message& message)
+void TrafficSession::Send(PlayerId from, PlayerId to, ByteSpan message)
 {
-    static_cast<void>(m_peer->Send(from, to, SendGuaranteed, EncodeMessage(message)));
+    if (!message.empty())
+        static_cast<void>(m_peer->Send(from, to, SendGuaranteed, message));
 }
 
 /// To the members of other programs, and to the host where it is watched: thousands of aircraft have nothing to say to
 /// one another.
-void TrafficSession::SendToOthers(PlayerId from, const Message& message)
+void TrafficSession::SendToOthers(PlayerId from, ByteSpan message)
 {
-    const Bytes encoded = EncodeMessage(message);
     for (const auto& [id, other] : m_others)
-        static_cast<void>(m_peer->Send(from, id, SendGuaranteed, encoded));
+        Send(from, id, message);
     if (m_options.HostIsMember && from != m_hostId)
-        static_cast<void>(m_peer->Send(from, m_hostId, SendGuaranteed, encoded));
+        Send(from, m_hostId, message);
 }
 } // namespace corvane

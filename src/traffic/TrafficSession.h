@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Result.h"
+#include "session/MemberManners.h"
 #include "session/MessageCodec.h"
 #include "session/SessionPeer.h"
 #include "traffic/TrafficDetails.h"
@@ -72,8 +73,8 @@ private:
     // The session
     Result<void> Open(SessionPeerFactory& factory);
     Result<void> Connect(SessionPeerFactory& factory);
-    void Send(PlayerId from, PlayerId to, const Message& message);
-    void SendToOthers(PlayerId from, const Message& message);
+    void Send(PlayerId from, PlayerId to, ByteSpan message);
+    void SendToOthers(PlayerId from, ByteSpan message);
 
     // What the feed tells
     void Apply(const AircraftAppeared& told);
@@ -84,8 +85,8 @@ private:
     void Apply(const SourceNotice& told);
     [[nodiscard]] bool HasPlace() const noexcept;
     void Enter(TrafficKey key, Aircraft& aircraft);
-    [[nodiscard]] static Message Announcement(const Aircraft& aircraft);
-    [[nodiscard]] static Message Information(const Aircraft& aircraft);
+    void Introduce(const Aircraft& aircraft);
+    [[nodiscard]] MemberManners HostManners() const;
     void Notice(const std::string& text);
 
     // What the others say

@@ -18,30 +18,39 @@ void TrafficSession::Enter(TrafficKey key, Aircraft& aircraft)
 {
     if (!HasPlace())
         return;
-    const auto id = m_peer->CreatePlayer(aircraft.Told.Name, "Player");
+    const auto id = m_peer->CreatePlayer(aircraft.Told.Name, MemberManners::FormalName);
     if (!id)
         return;
     aircraft.Id = *id;
     m_keys.emplace(*id, key);
     TrafficDetails& details = m_details.Of(*id);
     details = {.ShortType = aircraft.Told.ShortType, .Title = aircraft.Told.Title, .Report = {}};
-    SendToOthers(*id, Announcement(aircraft));
-    if (aircraft.Told.IsPilot)
-        SendToOthers(*id, Information(aircraft));
-}
-
-Message TrafficSession::Announcement(const Aircraft& aircraft)
-{
-    return AnnounceMessage{aircraft.Told.IsPilot ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce,
-                           aircraft.Id};
+    Introduce(aircraft);
 }
 
 /// Where the source does not tell the kind of engine: most of those who fly for fun have pistons.
-Message TrafficSession::Information(const Aircraft& aircraft)
+static MemberManners MannersOf(PlayerId id, const AircraftAppeared& told)
 {
-    const std::string& engine = aircraft.Told.EngineType;
-    return AircraftInfoMessage{engine.empty() ? "Piston Plane" : engine,
-                               aircraft.Told.Title.empty() ? aircraft.Told.ShortType : aircraft.Told.Title};
+    MemberManners manners(id, told.IsPilot ? MessageType::PilotAnnounce : MessageType::ObserverAnnounce);
+    if (told.IsPilot)
+        manners.SetAircraft(
+            EncodeMessage(AircraftInfoMessage{told.EngineType.empty() ? "Piston Plane" : told.EngineType,
+                                              told.Title.empty() ? told.ShortType : told.Title}));
+    return manners;
+}
+
+MemberManners TrafficSession::HostManners() const
+{
+    return MemberManners(m_hostId,
+                         m_options.HostIsMember ? std::optional(MessageType::ObserverAnnounce) : std::nullopt);
+}
+
+/// Tells the others who it is and what it flies.
+void TrafficSession::Introduce(const Aircraft& aircraft)
+{
+    const MemberManners manners = MannersOf(aircraft.Id, aircraft.Told);
+    SendToOthers(aircraft.Id, manners.Introduction());
+    SendToOthers(aircraft.Id, manners.AnswerTo(MessageType::AircraftInfoRequest));
 }
 
 void TrafficSession::Apply(const AircraftAppeared& told)
@@ -64,12 +73,13 @@ void TrafficSession::Apply(const AircraftMoved& told)
     m_details.Of(aircraft.Id).Report = told.Report;
     if (!aircraft.Told.IsPilot)
         return;
-    SendToOthers(aircraft.Id, PositionMessage{.Type = MessageType::PositionFull,
-                                              .Latitude = told.Report.Position.Lat,
-                                              .Longitude = told.Report.Position.Lon,
-                                              .AltitudeFt = RoundTo<std::int32_t>(told.Report.AltitudeFt),
-                                              .TrueHeading = RoundTo<std::int16_t>(told.Report.TrueHeading),
-                                              .GroundSpeedKt = RoundTo<std::int16_t>(told.Report.GroundSpeedKt)});
+    const PositionMessage position{.Type = MessageType::PositionFull,
+                                   .Latitude = told.Report.Position.Lat,
+                                   .Longitude = told.Report.Position.Lon,
+                                   .AltitudeFt = RoundTo<std::int32_t>(told.Report.AltitudeFt),
+                                   .TrueHeading = RoundTo<std::int16_t>(told.Report.TrueHeading),
+                                   .GroundSpeedKt = RoundTo<std::int16_t>(told.Report.GroundSpeedKt)};
+    SendToOthers(aircraft.Id, EncodeMessage(position));
 }
 
 void TrafficSession::Apply(const AircraftRenamed& told)
@@ -82,9 +92,7 @@ void TrafficSession::Apply(const AircraftRenamed& told)
     if (aircraft.Id == 0)
         return;
     static_cast<void>(m_peer->SetPlayerName(aircraft.Id, told.Name)); // keeps its old name then
-    SendToOthers(aircraft.Id, Announcement(aircraft));
-    if (aircraft.Told.IsPilot)
-        SendToOthers(aircraft.Id, Information(aircraft));
+    Introduce(aircraft);
 }
 
 /// Who has no player speaks through the host.
@@ -94,9 +102,9 @@ void TrafficSession::Apply(const AircraftSaid& told)
     if (found == m_aircraft.end())
         return;
     if (found->second.Id != 0)
-        SendToOthers(found->second.Id, ChatTextMessage{told.Text});
+        SendToOthers(found->second.Id, EncodeMessage(ChatTextMessage{told.Text}));
     else
-        SendToOthers(m_hostId, ChatTextMessage{found->second.Told.Name + ": " + told.Text});
+        SendToOthers(m_hostId, EncodeMessage(ChatTextMessage{found->second.Told.Name + ": " + told.Text}));
 }
 
 void TrafficSession::Apply(const AircraftVanished& told)
@@ -122,7 +130,7 @@ void TrafficSession::Notice(const std::string& text)
     if (m_options.OnNotice)
         m_options.OnNotice(text);
     else
-        SendToOthers(m_hostId, ChatTextMessage{text});
+        SendToOthers(m_hostId, EncodeMessage(ChatTextMessage{text}));
 }
 
 /// What waits when it begins, at most: a flood cannot keep the call going.
@@ -158,20 +166,10 @@ void TrafficSession::Handle(const ReceivedMessage& message)
 
 void TrafficSession::AnswerRequest(MessageType request, const ReceivedMessage& message)
 {
-    const bool identify = request == MessageType::IdentifyRequest;
-    if (message.To == m_hostId) {
-        if (identify && m_options.HostIsMember)
-            Send(m_hostId, message.From, AnnounceMessage{MessageType::ObserverAnnounce, m_hostId});
-        return;
-    }
-    const auto key = m_keys.find(message.To);
-    if (key == m_keys.end())
-        return;
-    const Aircraft& aircraft = m_aircraft.at(key->second);
-    if (identify)
-        Send(aircraft.Id, message.From, Announcement(aircraft));
-    else if (aircraft.Told.IsPilot)
-        Send(aircraft.Id, message.From, Information(aircraft));
+    if (message.To == m_hostId)
+        return Send(m_hostId, message.From, HostManners().AnswerTo(request));
+    if (const auto key = m_keys.find(message.To); key != m_keys.end())
+        Send(message.To, message.From, MannersOf(message.To, m_aircraft.at(key->second).Told).AnswerTo(request));
 }
 
 void TrafficSession::HandleAtHost(const MessageHeader& header, const ReceivedMessage& message)
@@ -179,14 +177,8 @@ void TrafficSession::HandleAtHost(const MessageHeader& header, const ReceivedMes
     switch (header.Type) {
     case MessageType::JoinRequest:
     case MessageType::ObserverJoinRequest: {
-        const bool observer = header.Type == MessageType::ObserverJoinRequest;
         const bool room = static_cast<std::int64_t>(m_keys.size() + m_others.size()) + 1 <= m_options.MaxPlayers;
-        if (room)
-            Send(m_hostId, message.From,
-                 AnnounceMessage{observer ? MessageType::ObserverAnnounce : MessageType::PilotAnnounce, message.From});
-        else
-            Send(m_hostId, message.From,
-                 PlainMessage{observer ? MessageType::ObserverJoinRefused : MessageType::JoinRefused});
+        Send(m_hostId, message.From, MemberManners::Admission(header.Type, message.From, room));
         break;
     }
     case MessageType::ChatText: HandleChat(header, message); break;
