@@ -41,6 +41,25 @@ function(corvane_library name)
   endif()
 endfunction()
 
+# corvane_module(NAME SOURCES file... [DEPENDS target...]): a library that programs load when they want it. What it has
+# of the libraries it depends on is its own.
+function(corvane_module name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} MODULE ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES PREFIX "" SUFFIX .so CXX_VISIBILITY_PRESET hidden)
+  target_link_libraries(${name} PRIVATE corvane_options ${ARG_DEPENDS})
+  if(NOT WIN32)
+    target_link_options(${name} PRIVATE LINKER:--exclude-libs,ALL)
+  endif()
+endfunction()
+
+# corvane_loads(NAME MODULE): puts a module that is built beside a program that loads it.
+function(corvane_loads name module)
+  add_dependencies(${name} ${module})
+  add_custom_command(TARGET ${name} POST_BUILD COMMAND "${CMAKE_COMMAND}" -E create_symlink
+    "$<TARGET_FILE:${module}>" "$<TARGET_FILE_DIR:${name}>/$<TARGET_FILE_NAME:${module}>" VERBATIM)
+endfunction()
+
 # corvane_executable(NAME SOURCES file... [DEPENDS target...])
 function(corvane_executable name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})

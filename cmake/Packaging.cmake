@@ -6,6 +6,9 @@ if(CORVANE_WINDOWS)
 endif()
 
 install(TARGETS ${CORVANE_PROGRAMS} RUNTIME DESTINATION bin)
+if(CORVANE_HAVE_GDAL)
+  install(TARGETS corvane_gdal LIBRARY DESTINATION lib/corvane)
+endif()
 install(DIRECTORY data/ DESTINATION share/corvane)
 install(FILES README.md packaging/copyright DESTINATION share/doc/corvane)
 install(DIRECTORY docs/ DESTINATION share/doc/corvane/docs)
@@ -57,6 +60,13 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-dejavu-core)
+if(CORVANE_HAVE_GDAL)
+  # Only corvane-gdal.so needs it, and the programs do without that.
+  string(APPEND CPACK_DEBIAN_PACKAGE_RECOMMENDS ", ${CORVANE_GDAL_PACKAGE}")
+  set(CPACK_CORVANE_RECOMMENDED_LIBRARY ${CORVANE_GDAL_PACKAGE})
+  set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_SOURCE_DIR}/packaging/CPackProject.cmake")
+  set(CPACK_CORVANE_SHLIBDEPS "${CMAKE_CURRENT_SOURCE_DIR}/packaging/shlibdeps")
+endif()
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "A radar scope for multiplayer sessions of Microsoft Flight Simulator 2002.
  Join a running session as its controller, see the pilots as targets over a

@@ -10,7 +10,8 @@
 
 namespace corvane {
 /// Makes the map files of the radar from what map makers have: outlines and elevations in the formats that GDAL reads.
-/// A program built without GDAL fails with an Error that says so.
+/// GDAL is loaded by these functions and by nothing else, with the module corvane-gdal. Without the module or without
+/// GDAL they fail with an Error that says what to install.
 
 /// Where an import is: the file at hand, and how many of the files are done, the part of the one at hand included.
 struct ImportProgress {

@@ -1,8 +1,8 @@
-#include "import/GshhgFile.h"
+#include "import/gdal/GshhgFile.h"
 
 #include "core/File.h"
-#include "import/GdalSession.h"
 #include "import/MapImport.h"
+#include "import/gdal/GdalSession.h"
 #include "tests/core/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

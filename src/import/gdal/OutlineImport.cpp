@@ -2,12 +2,12 @@
 #include "core/File.h"
 #include "core/MapFiles.h"
 #include "core/NumberText.h"
-#include "import/GdalSession.h"
-#include "import/GshhgFile.h"
-#include "import/ImportFiles.h"
 #include "import/MapFolders.h"
-#include "import/MapImport.h"
 #include "import/OutlineEnds.h"
+#include "import/gdal/GdalImport.h"
+#include "import/gdal/GdalSession.h"
+#include "import/gdal/GshhgFile.h"
+#include "import/gdal/ImportFiles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -203,7 +203,7 @@ void OutlineReader::AddLine(std::span<const LatLon> line)
         m_counts.Bounds.Include(vertex.Lat, vertex.Lon);
 }
 
-Result<OutlineCounts> ImportOutlines(const OutlineImport& import, const ImportProgressCallback& progress)
+Result<OutlineCounts> ImportOutlinesThroughGdal(const OutlineImport& import, const ImportProgressCallback& progress)
 {
     const GdalSession gdal;
     AtomicFile out(import.Out);

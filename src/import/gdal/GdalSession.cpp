@@ -1,4 +1,4 @@
-#include "import/GdalSession.h"
+#include "import/gdal/GdalSession.h"
 
 #include "core/File.h"
 #include "core/Geodesy.h"

@@ -1,4 +1,4 @@
-#include "import/ImportFiles.h"
+#include "import/gdal/ImportFiles.h"
 
 #include "core/File.h"
 

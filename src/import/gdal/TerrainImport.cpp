@@ -3,11 +3,11 @@
 #include "core/MapFiles.h"
 #include "core/NumberText.h"
 #include "core/Rounding.h"
-#include "import/GdalSession.h"
-#include "import/ImportFiles.h"
 #include "import/MapFolders.h"
-#include "import/MapImport.h"
 #include "import/TerrainGrid.h"
+#include "import/gdal/GdalImport.h"
+#include "import/gdal/GdalSession.h"
+#include "import/gdal/ImportFiles.h"
 
 #include <algorithm>
 #include <array>
@@ -235,7 +235,7 @@ static Result<void> WritePeaks(const TerrainGrid& grid, AtomicFile& out, Terrain
     return out.Commit();
 }
 
-Result<TerrainCounts> ImportTerrain(const TerrainImport& import, const ImportProgressCallback& progress)
+Result<TerrainCounts> ImportTerrainThroughGdal(const TerrainImport& import, const ImportProgressCallback& progress)
 {
     const GdalSession gdal;
     AtomicFile out(import.Out);

@@ -1,9 +1,9 @@
-#include "import/GshhgFile.h"
+#include "import/gdal/GshhgFile.h"
 
 #include "core/File.h"
 #include "core/OpenFile.h"
-#include "import/GdalSession.h"
 #include "import/LineJoiner.h"
+#include "import/gdal/GdalSession.h"
 
 #include <array>
 #include <cmath>
