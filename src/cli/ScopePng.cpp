@@ -3,6 +3,7 @@
 #include "core/AtomicFile.h"
 #include "core/File.h"
 #include "radar/ScopePainter.h"
+#include "radar/paint/QtMessages.h"
 #include "radar/paint/ScopePaint.h"
 
 #include <QBuffer>
@@ -15,6 +16,7 @@ namespace corvane {
 Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& scene, ColourScheme colours,
                            const std::function<void(Surface&)>& drawOver)
 {
+    qInstallMessageHandler(ShowQtMessage);
     qputenv("QT_QPA_PLATFORM", "offscreen"); // fonts need a running application, not a display
     std::string name = "corvane-cli";
     int argc = 1;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <optional>
@@ -65,6 +66,25 @@ protected:
 std::optional<TemporaryFolder> WorldCommands::s_world;
 CommandRun WorldCommands::s_written;
 CommandRun WorldCommands::s_built;
+
+#ifdef CORVANE_WINDOWS
+/// Qt complains of a session without a folder for its sockets, of which a picture needs none.
+TEST_F(WorldCommands, PicturesAreMadeWithoutAWordAboutTheSystem)
+{
+    const char* const runtimeFolder = std::getenv("XDG_RUNTIME_DIR");
+    const std::string before = runtimeFolder == nullptr ? "" : runtimeFolder;
+    unsetenv("XDG_RUNTIME_DIR");
+    const std::string png = (s_world->Path() / "scope.png").string();
+    testing::internal::CaptureStderr();
+    const CommandRun run = RunCli({"scope", "--app-folder", Folder(), "--airport", ListEntry("KSEA"), "--png", png});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_EQ(run.Notices, "");
+    EXPECT_THAT(ContentOf(png), testing::StartsWith("\x89PNG"));
+    if (runtimeFolder != nullptr)
+        setenv("XDG_RUNTIME_DIR", before.c_str(), 1);
+}
+#endif
 
 TEST_F(WorldCommands, BuildFindsEverythingThatWasWritten)
 {

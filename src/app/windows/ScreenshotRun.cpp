@@ -1,5 +1,7 @@
 #include "app/windows/ScreenshotRun.h"
 
+#include "core/Text.h"
+
 #include <QCoreApplication>
 #include <QPixmap>
 #include <QWidget>
@@ -38,7 +40,7 @@ void ScreenshotRun::Look()
         m_timer.stop();
         const bool saved = m_window.grab().save(m_fileName);
         if (!saved)
-            std::cerr << "corvane: " << m_fileName.toStdString() << ": the picture cannot be written\n";
+            std::cerr << "corvane: " << TerminalText(m_fileName.toStdString()) << ": the picture cannot be written\n";
         QCoreApplication::exit(saved ? 0 : 1);
     } else if (m_waiting.elapsed() > TimeLimitMs) {
         m_timer.stop();

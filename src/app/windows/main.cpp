@@ -12,6 +12,7 @@
 #include "app/windows/TrafficPrompts.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtMessageBoxes.h"
+#include "radar/paint/QtMessages.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordedSessionProvider.h"
 #include "recording/RecordingPeer.h"
@@ -52,6 +53,7 @@ static TrafficConnection FlightGearConnection(AppState& state)
 
 int main(int argc, char** argv)
 {
+    qInstallMessageHandler(ShowQtMessage);
     QApplication::setApplicationName("Corvane");
     QApplication::setApplicationVersion(CORVANE_VERSION);
     QApplication::setDesktopFileName("org.corvane.Corvane"); // of the menu entry, by which desktops know its windows
