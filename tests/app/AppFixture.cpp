@@ -21,17 +21,7 @@ bool ScriptedBoxes::Confirm(std::string_view title, std::string_view text)
 
 AppTest::AppTest()
 {
-    const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-    State.AppFolder =
-        std::filesystem::path(testing::TempDir()) / (std::string(test->test_suite_name()) + "-" + test->name());
-    std::filesystem::remove_all(State.AppFolder);
-    std::filesystem::create_directories(State.AppFolder);
-}
-
-AppTest::~AppTest()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(State.AppFolder, ignored);
+    State.AppFolder = m_folder.Path();
 }
 
 void AppTest::Write(const std::filesystem::path& name, std::string_view content) const

@@ -2,6 +2,7 @@
 
 #include "app/AppState.h"
 #include "core/MessageBoxes.h"
+#include "tests/core/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,6 @@ public:
 class AppTest : public testing::Test {
 protected:
     AppTest();
-    ~AppTest() override;
 
     void Write(const std::filesystem::path& name, std::string_view content = {}) const;
     /// The five data files, with settings of this version and an empty database.
@@ -37,5 +37,8 @@ protected:
 
     AppState State;
     ScriptedBoxes Boxes;
+
+private:
+    TemporaryFolder m_folder;
 };
 } // namespace corvane

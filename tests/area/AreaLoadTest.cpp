@@ -3,6 +3,7 @@
 #include "core/AtomicFile.h"
 #include "core/DatabaseFiles.h"
 #include "tests/area/SmallWorld.h"
+#include "tests/core/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -289,17 +290,12 @@ namespace {
 class AreaFolder : public testing::Test {
 protected:
     AreaFolder()
-        : Folder(std::filesystem::path(testing::TempDir()) /
-                 testing::UnitTest::GetInstance()->current_test_info()->name())
     {
-        std::filesystem::remove_all(Folder);
-        std::filesystem::create_directories(Folder);
         World = Northwest();
         Write(AirportsFileName, World.Airports);
         Write(VorsFileName, World.Vors);
         Write(NdbsFileName, World.Ndbs);
     }
-    ~AreaFolder() override { std::filesystem::remove_all(Folder); }
 
     void Write(std::string_view name, const Bytes& content) const
     {
@@ -311,7 +307,8 @@ protected:
         return LoadAirportArea(Folder, World.Counts, "KSEA - Field", World.AllAirspaces, area, progress);
     }
 
-    std::filesystem::path Folder;
+    TemporaryFolder Temporary;
+    const std::filesystem::path Folder = Temporary.Path();
     SmallWorld World;
 };
 } // namespace
