@@ -3,8 +3,8 @@
 #include "app/AppState.h"
 #include "core/File.h"
 #include "core/NumberText.h"
-#include "core/PathLookup.h"
 #include "core/Settings.h"
+#include "core/SimulatorFolder.h"
 #include "core/Text.h"
 #include "demo/WorldData.h"
 #include "world/Credits.h"
@@ -98,7 +98,8 @@ Result<void> UseNewDatabase(AppState& state)
 std::string WorldDataCredits(const AppState& state)
 {
     std::error_code ignored;
-    if (!std::filesystem::equivalent(PathFromText(state.Settings.FsPath), state.AppFolder, ignored))
+    if (!std::filesystem::equivalent(FolderOfSettings(state.Settings.FsPath, state.AppFolder).Path,
+                                     FolderOfWorldData(state.AppFolder).Path, ignored))
         return {};
     const Result<FileBytes> file = ReadWholeFile(state.AppFolder / CreditsFileName);
     if (!file)

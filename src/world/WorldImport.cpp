@@ -65,9 +65,9 @@ private:
     const WorldImport& m_import;
     std::span<const std::int16_t> m_magVar;
     const WorldImportCallbacks& m_callbacks;
-    fs::path m_folder; ///< absolute
-    std::string m_folderText;
-    MadeFolders m_made; ///< goes after the writer, whose files may lie in it
+    fs::path m_folder;      ///< absolute
+    SimulatorFolder m_home; ///< that the settings name
+    MadeFolders m_made;     ///< goes after the writer, whose files may lie in it
     bool m_keepsMagdec = false;
     MagVarGrid m_grid;
     DatabaseWriter m_writer;
@@ -86,6 +86,14 @@ static fs::path AbsoluteFolder(const fs::path& folder)
     std::error_code ignored;
     const fs::path absolute = fs::absolute(folder, ignored).lexically_normal();
     return absolute.has_filename() ? absolute : absolute.parent_path();
+}
+
+SimulatorFolder FolderOfWorldData(const fs::path& appFolder)
+{
+    fs::path folder = AbsoluteFolder(appFolder);
+    if (std::optional<std::string> text = Utf8ToWindows1252Exactly(folder.string()))
+        return {*std::move(text), std::move(folder)};
+    return FolderBeside(folder, "corvane-world");
 }
 
 static std::uint64_t SizeOf(const fs::path& path)
@@ -142,7 +150,7 @@ WorldImporter::WorldImporter(const WorldImport& import, std::span<const std::int
       m_magVar(magVar),
       m_callbacks(callbacks),
       m_folder(AbsoluteFolder(import.AppFolder)),
-      m_folderText(Utf8ToWindows1252Exactly(m_folder.string()).value_or("")),
+      m_home(FolderOfWorldData(m_folder)),
       m_writer(m_folder),
       m_maps(import.Maps, m_folder, [this](const std::string& file) { return Tell(file, 0, 0); })
 {
@@ -153,9 +161,8 @@ Result<void> WorldImporter::Prepare()
 {
     if (Result<void> made = m_made.Make(m_folder); !made)
         return made;
-    if (m_folderText.empty())
-        return Fail(FullName(m_folder), "has a name that the settings cannot hold");
-    m_keepsMagdec = FindPath(m_folder, "fs2002.exe") && FindPath(m_folder, "scenery/magdec.bgl");
+    m_keepsMagdec =
+        m_home.Path == m_folder && FindPath(m_folder, "fs2002.exe") && FindPath(m_folder, "scenery/magdec.bgl");
     if (m_keepsMagdec) {
         ReadMagVarGrid(m_grid, m_folder);
     } else {
@@ -274,7 +281,7 @@ SettingsRecord WorldImporter::Settings() const
 {
     SettingsRecord settings;
     settings.FsVersion = Fs2002Version;
-    settings.FsPath = m_folderText;
+    settings.FsPath = m_home.Text;
     settings.AirportCount = m_counts.Records.Airports;
     settings.AirspaceCount = m_counts.Records.Airspaces;
     settings.VorCount = m_counts.Records.Vors;
@@ -311,10 +318,10 @@ Result<void> WorldImporter::Commit()
     if (!credits.Status())
         return credits.Status();
     if (!m_keepsMagdec) {
-        if (Result<void> made = m_made.Make(m_folder / "scenery"); !made)
+        const fs::path scenery = m_home.Path / "scenery";
+        if (Result<void> made = m_made.Make(scenery); !made)
             return made;
-        if (Result<void> written = WriteFileAtomically(m_folder / "scenery" / "magdec.bgl", MagdecFile(m_magVar));
-            !written)
+        if (Result<void> written = WriteFileAtomically(scenery / "magdec.bgl", MagdecFile(m_magVar)); !written)
             return written;
     }
     return Replace(settings, credits);

@@ -2,6 +2,7 @@
 
 #include "builder/EncodedRecords.h"
 #include "core/Result.h"
+#include "core/SimulatorFolder.h"
 #include "world/AptFile.h"
 #include "world/ImportLog.h"
 #include "world/OpenAirFile.h"
@@ -57,6 +58,10 @@ struct FlightGearFiles {
 FlightGearFiles FilesOfFlightGear(const std::filesystem::path& folder);
 /// The folder where FlightGear's data lie: that of the environment's FG_ROOT, or where distributions put it.
 std::optional<std::filesystem::path> FindFlightGear();
+
+/// What the settings name as the simulator's folder where the database is made of open data: the database's own folder,
+/// or one in it where the settings cannot hold that one's name.
+SimulatorFolder FolderOfWorldData(const std::filesystem::path& appFolder);
 
 /// Writes the four database files, the settings, scenery/magdec.bgl (to which the settings point) and the credits;
 /// where they are not there, world.map and world_terrain.db.

@@ -27,13 +27,15 @@ const Result<WorldImportCounts>& OutcomeOf(const WorldDataJob& job)
     return *job.Outcome();
 }
 
-TEST(WorldDataJob, MakesADatabaseThatTheProgramGoesOnWith)
+class WorldDataIn : public testing::TestWithParam<const char*> {};
+
+TEST_P(WorldDataIn, IsADatabaseThatTheProgramGoesOnWith)
 {
     const TemporaryFolder folder;
     const auto state = std::make_unique<AppState>();
-    state->AppFolder = folder.Path();
+    state->AppFolder = folder.Path() / GetParam();
     state->DatabaseMissing = true;
-    const WorldDataJob job(Samples(folder.Path()), DefaultDataFolder());
+    const WorldDataJob job(Samples(state->AppFolder), DefaultDataFolder());
     const Result<WorldImportCounts>& counts = OutcomeOf(job);
     ASSERT_TRUE(counts) << counts.error().Text();
     EXPECT_EQ(WorldDataText(*counts), "The database holds 7 airports, 0 VORs, 0 NDBs and 0 airspaces.");
@@ -45,6 +47,9 @@ TEST(WorldDataJob, MakesADatabaseThatTheProgramGoesOnWith)
     state->Settings.FsPath = (folder.Path() / "fs2002").string(); // built of a simulator afterwards
     EXPECT_EQ(WorldDataCredits(*state), "");
 }
+
+INSTANTIATE_TEST_SUITE_P(App, WorldDataIn, testing::Values("world", "S\u00e3o", "\u017c\u00f3\u0142w"),
+                         [](const auto& row) { return "Folder" + std::to_string(row.index); });
 
 TEST(WorldDataJob, TellsWhyThereIsNone)
 {

@@ -5,6 +5,7 @@
 #include "core/MagVarGrid.h"
 #include "core/RecordCodec.h"
 #include "core/Settings.h"
+#include "core/SimulatorFolder.h"
 #include "tests/core/TemporaryFolder.h"
 #include "tests/world/WorldText.h"
 #include "world/Credits.h"
@@ -115,6 +116,18 @@ TEST(WorldImport, PointsTheSettingsToItsOwnGridAndTellsTheSources)
     EXPECT_EQ(grid->VariationAt(10, -30), 10);
     EXPECT_THAT(ContentOf(folder.Path())[std::string(CreditsFileName)],
                 testing::AllOf(testing::HasSubstr("apt.dat\n  1130 Version"), testing::HasSubstr("CC0")));
+}
+
+TEST(WorldImport, WritesToAFolderThatTheSettingsCannotName)
+{
+    const TemporaryFolder folder;
+    const std::filesystem::path turtle = folder.Path() / "\u017c\u00f3\u0142w";
+    ASSERT_TRUE(ImportWorld(SampleImport(turtle), TenDegrees()));
+    const Result<SettingsRecord> settings = ReadSettings(turtle / SettingsFileName);
+    ASSERT_TRUE(settings);
+    const auto grid = std::make_unique<MagVarGrid>();
+    ReadMagVarGrid(*grid, FolderOfSettings(settings->FsPath, turtle).Path);
+    EXPECT_EQ(grid->VariationAt(10, -30), 10);
 }
 
 TEST(WorldImport, LeavesASimulatorsOwnGridAlone)
