@@ -36,36 +36,37 @@ public:
     void Add(const PassedLine& passed);
     Result<void> Commit() { return m_file ? m_file->Commit() : Result<void>(); }
     /// The airspaces, then each file's count.
-    void Print(const std::vector<PassedLines>& files, std::ostream& notices) const;
+    void Print(const std::vector<PassedLines>& files, const Console& console) const;
 
 private:
     std::optional<AtomicFile> m_file;
-    std::string m_airspaces; ///< a line each
+    std::vector<std::string> m_airspaces; ///< a line each
 };
 } // namespace
 
 static std::string PassedText(const PassedLine& passed)
 {
-    return "line " + std::to_string(passed.Line) + ": " + passed.Why + "\n";
+    return "line " + std::to_string(passed.Line) + ": " + passed.Why;
 }
 
 void PassedOverReport::Add(const PassedLine& passed)
 {
     if (passed.OfAirspace)
-        m_airspaces += "corvane-cli: import: " + passed.File + ": " + PassedText(passed);
+        m_airspaces.push_back("import: " + passed.File + ": " + PassedText(passed));
     if (!m_file)
         return;
     const Json json = {{"File", passed.File}, {"Line", passed.Line}, {"Why", passed.Why}};
-    const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    const std::string line = ToLine(json) + "\n";
     m_file->Write({reinterpret_cast<const std::uint8_t*>(line.data()), line.size()});
 }
 
-void PassedOverReport::Print(const std::vector<PassedLines>& files, std::ostream& notices) const
+void PassedOverReport::Print(const std::vector<PassedLines>& files, const Console& console) const
 {
-    notices << m_airspaces;
+    for (const std::string& airspace : m_airspaces)
+        PrintNotice(console, airspace);
     for (const PassedLines& file : files)
-        notices << "corvane-cli: import: " << file.First.File << ": " << file.Count
-                << " lines passed over, the first is " << PassedText(file.First);
+        PrintNotice(console, "import: " + file.First.File + ": " + std::to_string(file.Count) +
+                                 " lines passed over, the first is " + PassedText(file.First));
 }
 
 static Json CountsJson(const WorldImportCounts& counts)
@@ -140,10 +141,10 @@ static Result<void> ImportAndReport(WorldOptions& options, const Console& consol
         return counts.error();
     if (Result<void> written = report.Commit(); !written)
         return written;
-    report.Print(counts->PassedOver, console.Notices);
+    report.Print(counts->PassedOver, console);
     for (const std::string& unusable : counts->Maps.Unusable)
-        console.Notices << "corvane-cli: import: " << unusable << '\n';
-    console.Out << CountsJson(*counts).dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+        PrintNotice(console, "import: " + unusable);
+    console.Out << ToLine(CountsJson(*counts)) << '\n';
     return {};
 }
 

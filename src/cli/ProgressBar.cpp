@@ -2,6 +2,7 @@
 
 #include "core/NumberText.h"
 #include "core/Rounding.h"
+#include "core/Text.h"
 
 #include <algorithm>
 
@@ -36,6 +37,6 @@ void ProgressBar::Show(std::int64_t done, std::int64_t total, const std::string&
         line += ", " + NumberText(RoundTo<std::int32_t>(perSecond)) + " a second, ";
         line += NumberText(RoundTo<std::int32_t>(static_cast<double>(total - done) / perSecond)) + " s left";
     }
-    m_out << line << "  " << what << std::flush;
+    m_out << line << "  " << TerminalText(what) << std::flush;
 }
 } // namespace corvane
