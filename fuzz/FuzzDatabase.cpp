@@ -9,7 +9,7 @@ using namespace corvane;
 template <class Decode, class Encode> static void ReadRecords(ByteSpan file, const Decode& decode, const Encode& encode)
 {
     ByteReader reader(file);
-    while (reader.Left() > 0) {
+    while (reader.Left() > 0 && !reader.Failed()) { // a file that ends early ends with the record cut off
         const auto record = decode(reader, "file");
         if (!record)
             return;
