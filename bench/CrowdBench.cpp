@@ -114,7 +114,7 @@ class Scope {
 public:
     explicit Scope(const DisplayOptions& options, std::int16_t level, std::int32_t width = Width,
                    std::int32_t height = Height)
-        : m_options(options), m_view(StartUpView(width, height, Center.Lon, Center.Lat, level))
+        : m_options(options), m_view(StartUpView(width, height, Center, level))
     {
         if (options.TrueProportions)
             m_view = WithTrueProportions(m_view);

@@ -46,8 +46,8 @@ AirportRecord RandomAirport(RandomPlaces& places, LatLon at, int number)
     airport.Lon = at.Lon;
     const int heading = places.Whole(1, 180);
     RunwayRecord runway;
-    const LatLon end1 = DestinationFt(at.Lat, at.Lon, heading + 180, 4000);
-    const LatLon end2 = DestinationFt(at.Lat, at.Lon, heading, 4000);
+    const LatLon end1 = DestinationFt(at, heading + 180, 4000);
+    const LatLon end2 = DestinationFt(at, heading, 4000);
     runway.Designation = std::to_string(heading / 10);
     runway.ReciprocalDesignation = std::to_string(heading / 10 + 18);
     runway.CenterLat = at.Lat;
@@ -59,9 +59,9 @@ AirportRecord RandomAirport(RandomPlaces& places, LatLon at, int number)
     airport.Runways = {runway};
     airport.Ils = {{"I", end1.Lat, end1.Lon, static_cast<std::int16_t>(heading), "110.3"}};
     for (int i = 0; i < 30; ++i) {
-        const LatLon gate = DestinationFt(at.Lat, at.Lon, places.Whole(0, 359), places.Whole(500, 3000));
+        const LatLon gate = DestinationFt(at, places.Whole(0, 359), places.Whole(500, 3000));
         airport.Parkings.push_back({"GATE", gate.Lat, gate.Lon, 50});
-        const LatLon point = DestinationFt(at.Lat, at.Lon, places.Whole(0, 359), places.Whole(500, 3000));
+        const LatLon point = DestinationFt(at, places.Whole(0, 359), places.Whole(500, 3000));
         airport.TaxiPoints.push_back({1, point.Lat, point.Lon});
         airport.TaxiPaths.push_back({i % 3 == 0 ? 2 : 0, i, places.Whole(0, i), "A"});
     }
@@ -79,14 +79,14 @@ AirspaceRecord RandomAirspace(RandomPlaces& places, LatLon at, int number)
         airspace.Kind = HighSectorKind;
         airspace.Points.push_back({BoundaryKind::Start, at.Lat + 1, at.Lon, 0});
         for (int corner = 1; corner <= 40; ++corner) {
-            const LatLon to = DestinationNm(at.Lat, at.Lon, corner * 9, places.Whole(40, 70));
+            const LatLon to = DestinationNm(at, corner * 9, places.Whole(40, 70));
             airspace.Points.push_back({BoundaryKind::Line, to.Lat, to.Lon, 0});
         }
         break;
     case 1: {
         airspace.Kind = ClassBKind;
-        const LatLon north = DestinationNm(at.Lat, at.Lon, 360, 15);
-        const LatLon east = DestinationNm(at.Lat, at.Lon, 90, 15);
+        const LatLon north = DestinationNm(at, 360, 15);
+        const LatLon east = DestinationNm(at, 90, 15);
         airspace.Points = {{BoundaryKind::ArcCenter, at.Lat, at.Lon, 0},
                            {BoundaryKind::Start, north.Lat, north.Lon, 0},
                            {BoundaryKind::ClockwiseArc, east.Lat, east.Lon, 0},
@@ -163,8 +163,7 @@ struct Bench {
     ScopeFont Font;
 
     Bench(const AreaSize& size, std::int64_t level)
-        : Area(MakeArea(size)),
-          View(StartUpView(Width, Height, Center.Lon, Center.Lat, static_cast<std::int16_t>(level)))
+        : Area(MakeArea(size)), View(StartUpView(Width, Height, Center, static_cast<std::int16_t>(level)))
     {
         setenv("QT_QPA_PLATFORM", "offscreen", 0); // fonts without a display
         Application = std::make_unique<QGuiApplication>(ArgumentCount, Arguments.data());

@@ -26,7 +26,7 @@ LatLon RandomNear(std::mt19937& random, double miles)
 {
     std::uniform_real_distribution<double> distance(0, miles * 1852);
     std::uniform_int_distribution<int> course(0, 359);
-    return DestinationM(Center.Lat, Center.Lon, course(random), distance(random));
+    return DestinationM(Center, course(random), distance(random));
 }
 
 std::string Numbered(std::string name, std::size_t number)
@@ -90,7 +90,7 @@ void RefreshTargets(benchmark::State& state, std::uint8_t flightRules, bool movi
     const AreaModel area = TerrainArea();
     const MagVarGrid grid;
     const DisplayFlags flags;
-    const ScopeView view = StartUpView(1920, 1080, Center.Lon, Center.Lat, 17);
+    const ScopeView view = StartUpView(1920, 1080, Center, 17);
     std::vector<PlayerRecord> players = Pilots300(flightRules);
     TargetMemory memory;
     RecordingSurface surface;
@@ -124,7 +124,7 @@ void OneDistanceATerrainPoint(benchmark::State& state)
     for (auto _ : state) {
         std::int32_t highest = 0;
         for (const TerrainPoint& point : area.TerrainPoints)
-            if (DistanceNm(Center.Lat, Center.Lon, point.Lat, point.Lon) <= MaxDestinationNm)
+            if (DistanceNm(Center, {point.Lat, point.Lon}) <= MaxDestinationNm)
                 highest = std::max(highest, point.ElevationFt);
         benchmark::DoNotOptimize(highest);
     }
@@ -135,7 +135,7 @@ void PrepareOneDestination(benchmark::State& state)
 {
     const AreaModel area = TerrainArea();
     for (auto _ : state)
-        benchmark::DoNotOptimize(FindHighestTerrain(area.TerrainPoints, Center.Lat, Center.Lon));
+        benchmark::DoNotOptimize(FindHighestTerrain(area.TerrainPoints, Center));
 }
 BENCHMARK(PrepareOneDestination)->Unit(benchmark::kMillisecond);
 
@@ -161,7 +161,7 @@ AreaModel SectorArea()
 
 ScopeView GateView()
 {
-    return StartUpView(1920, 1080, Center.Lon, Center.Lat, 36);
+    return StartUpView(1920, 1080, Center, 36);
 }
 
 void ProjectCandidatesOnce(benchmark::State& state)
@@ -171,13 +171,13 @@ void ProjectCandidatesOnce(benchmark::State& state)
     for (auto _ : state) {
         for (const AirportRecord& airport : area.AreaAirports) {
             for (const ParkingRecord& parking : airport.Parkings)
-                benchmark::DoNotOptimize(ProjectToScope(view, parking.Lat, parking.Lon));
+                benchmark::DoNotOptimize(ProjectToScope(view, {parking.Lat, parking.Lon}));
             for (const RunwayRecord& runway : airport.Runways) {
-                benchmark::DoNotOptimize(ProjectToScope(view, runway.End1Lat, runway.End1Lon));
-                benchmark::DoNotOptimize(ProjectToScope(view, runway.End2Lat, runway.End2Lon));
+                benchmark::DoNotOptimize(ProjectToScope(view, {runway.End1Lat, runway.End1Lon}));
+                benchmark::DoNotOptimize(ProjectToScope(view, {runway.End2Lat, runway.End2Lon}));
             }
             for (const IlsRecord& ils : airport.Ils)
-                benchmark::DoNotOptimize(ProjectToScope(view, ils.Lat, ils.Lon));
+                benchmark::DoNotOptimize(ProjectToScope(view, {ils.Lat, ils.Lon}));
         }
     }
 }

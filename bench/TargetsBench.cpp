@@ -82,7 +82,7 @@ public:
 private:
     void DrawTarget(QPainter& painter, const PlayerRecord& pilot) const
     {
-        const ScopePoint at = ProjectToScope(m_traffic.Display.View(), pilot.Latitude, pilot.Longitude);
+        const ScopePoint at = ProjectToScope(m_traffic.Display.View(), {pilot.Latitude, pilot.Longitude});
         const double heading = pilot.MagHeading * RadiansPerDegree;
         painter.drawEllipse(at.X - 5, at.Y - 5, 10, 10);
         painter.drawLine(at.X, at.Y, at.X + qRound(15 * std::sin(heading)), at.Y - qRound(15 * std::cos(heading)));

@@ -12,14 +12,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const double lat = head.ReadF64();
     const double lon = head.ReadF64();
     MemorySource terrain("world_terrain.db", ByteSpan(data, size).subspan(head.Position()));
-    const AreaCircle circle(lat, lon);
+    const AreaCircle circle({lat, lon});
     std::vector<TerrainPoint> quick;
     std::vector<TerrainPoint> plain;
-    const auto within = [&](double pointLat, double pointLon) {
-        return std::isfinite(pointLat) && std::isfinite(pointLon) &&
-               DistanceNm(lat, lon, pointLat, pointLon) <= AreaRadiusNm;
+    const auto within = [&](LatLon at) {
+        return std::isfinite(at.Lat) && std::isfinite(at.Lon) && DistanceNm({lat, lon}, at) <= AreaRadiusNm;
     };
-    const auto contains = [&](double pointLat, double pointLon) { return circle.Contains(pointLat, pointLon); };
+    const auto contains = [&](LatLon at) { return circle.Contains(at); };
     if (!ReadTerrain(terrain, contains, quick) || !ReadTerrain(terrain, within, plain) || quick != plain)
         std::abort();
     return 0;

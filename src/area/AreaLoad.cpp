@@ -96,7 +96,7 @@ static Result<void> ReadAirports(ByteSource& airports, std::span<const AirportSp
                                  std::vector<AirportRecord>& records)
 {
     for (const AirportSpot& spot : spots) {
-        if (!region.Contains(spot.Position.Lat, spot.Position.Lon))
+        if (!region.Contains(spot.Position))
             continue;
         Result<AirportRecord> airport = ReadAirportAt(airports, spot.Extent);
         if (!airport)
@@ -111,7 +111,7 @@ static Result<void> ReadNavaidsIn(ByteSource& file, std::int32_t count, const Re
                                   std::vector<NavaidRecord>& records, EarlyEnds* earlyEnds)
 {
     Result<std::vector<NavaidRecord>> navaids = ReadNavaids(
-        file, count, [&](double lat, double lon) { return region.Contains(lat, lon); }, earlyEnds);
+        file, count, [&](LatLon at) { return region.Contains(at); }, earlyEnds);
     if (!navaids)
         return navaids.error();
     records = *std::move(navaids);
@@ -122,7 +122,7 @@ template <class Region>
 static Result<void> ReadTerrainIn(ByteSource& file, const Region& region, std::vector<TerrainPoint>& points)
 {
     return ReadTerrain(
-        file, [&](double lat, double lon) { return region.Contains(lat, lon); }, points);
+        file, [&](LatLon at) { return region.Contains(at); }, points);
 }
 
 static Result<void> AddTracons(AreaModel& area)
@@ -170,8 +170,9 @@ static Result<void> AddNeighbours(std::span<const AirspaceRecord> allAirspaces, 
     for (const AirspaceRecord& airspace : allAirspaces) {
         if (airspace.Kind != HighSectorKind || ToUpper(airspace.ComName) == ownName)
             continue;
-        if (std::any_of(airspace.Points.begin(), airspace.Points.end(),
-                        [&](const BoundaryPoint& point) { return box.Touches(point.Lat, point.Lon); }))
+        if (std::any_of(airspace.Points.begin(), airspace.Points.end(), [&](const BoundaryPoint& point) {
+                return box.Touches({point.Lat, point.Lon});
+            }))
             area.AreaAirspaces.push_back(airspace);
     }
     return {};
@@ -199,12 +200,12 @@ Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std
     AreaModel fresh = EmptyCopy(area);
     EarlyEnds early;
     std::vector<AirportSpot> spots;
-    AreaCircle circle(0, 0);
+    AreaCircle circle({});
     const std::array<LoadStep, AreaLoadSteps> steps{{
         {"Getting selected airport's information...",
          [&] {
              Result<void> selected = SelectAirport(*files.Airports, airportEntry, fresh, spots, &early);
-             circle = AreaCircle(fresh.AreaCenterLat, fresh.AreaCenterLon);
+             circle = AreaCircle({fresh.AreaCenterLat, fresh.AreaCenterLon});
              return selected;
          }},
         {"Getting area's airports...",

@@ -88,16 +88,14 @@ std::vector<std::string> SectorNames(std::span<const AirspaceRecord> airspaces)
 }
 
 /// The records that the file lacks: they lie at 0, 0.
-static void AddBlanks(std::vector<NavaidRecord>& records, std::size_t count,
-                      const std::function<bool(double lat, double lon)>& inside)
+static void AddBlanks(std::vector<NavaidRecord>& records, std::size_t count, const std::function<bool(LatLon)>& inside)
 {
-    if (inside(0, 0))
+    if (inside({0, 0}))
         records.resize(records.size() + count);
 }
 
 Result<std::vector<NavaidRecord>> ReadNavaids(ByteSource& navaids, std::int32_t count,
-                                              const std::function<bool(double lat, double lon)>& inside,
-                                              EarlyEnds* earlyEnds)
+                                              const std::function<bool(LatLon)>& inside, EarlyEnds* earlyEnds)
 {
     const Result<ByteSpan> bytes = CountedRecords(navaids, count);
     if (!bytes)
@@ -108,7 +106,7 @@ Result<std::vector<NavaidRecord>> ReadNavaids(ByteSource& navaids, std::int32_t 
         const ByteSpan rest = bytes->subspan(reader.Position());
         const LatLon position = SkipNavaid(reader);
         const bool cutOff = reader.Failed();
-        if (!(cutOff && rest.empty()) && inside(position.Lat, position.Lon)) {
+        if (!(cutOff && rest.empty()) && inside(position)) {
             ByteReader again(rest);
             records.push_back(*DecodeNavaid(again, navaids.Name()));
         }

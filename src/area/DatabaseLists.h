@@ -34,10 +34,10 @@ Result<std::vector<AirspaceRecord>> ReadAllAirspaces(const std::filesystem::path
 /// The distinct names (case-sensitive) of the high sectors, in the order in which they first appear.
 std::vector<std::string> SectorNames(std::span<const AirspaceRecord> airspaces);
 
-/// Those of the first count records of a navaids file for whose latitude and longitude inside holds, in file order.
+/// Those of the first count records of a navaids file for whose position inside holds, in file order.
 /// Records that the file lacks are blank ones at 0, 0, and no more of them than the file is large. An Error where count
 /// is negative.
 Result<std::vector<NavaidRecord>> ReadNavaids(ByteSource& navaids, std::int32_t count,
-                                              const std::function<bool(double lat, double lon)>& inside,
+                                              const std::function<bool(LatLon)>& inside,
                                               EarlyEnds* earlyEnds = nullptr);
 } // namespace corvane

@@ -21,9 +21,9 @@ void SectorBox::FoldIn(const AirspaceRecord& piece) noexcept
 
 LatLon SectorBox::Center() const noexcept
 {
-    const std::int16_t distance = DistanceNm(North, West, South, East);
-    const std::int16_t course = TrueCourse(North, West, South, East);
-    return DestinationNm(North, West, course, RoundTo<std::int16_t>(distance / 2.0));
+    const std::int16_t distance = DistanceNm({North, West}, {South, East});
+    const std::int16_t course = TrueCourse({North, West}, {South, East});
+    return DestinationNm({North, West}, course, RoundTo<std::int16_t>(distance / 2.0));
 }
 
 bool SectorBox::IsFinite() const noexcept

@@ -19,24 +19,24 @@ struct SectorBox {
 
     /// Whether an airport, a navaid or a terrain point lies in the box: its edges belong to it only where it crosses
     /// the 180 degree meridian.
-    [[nodiscard]] bool Contains(double lat, double lon) const noexcept
+    [[nodiscard]] bool Contains(LatLon at) const noexcept
     {
         // Every comparison is made: over a million scattered terrain points a branch on each would be guessed wrong.
         if (West < East)
-            return static_cast<int>(South < lat) + static_cast<int>(lat < North) + static_cast<int>(West < lon) +
-                       static_cast<int>(lon < East) ==
+            return static_cast<int>(South < at.Lat) + static_cast<int>(at.Lat < North) +
+                       static_cast<int>(West < at.Lon) + static_cast<int>(at.Lon < East) ==
                    4;
-        return Touches(lat, lon);
+        return Touches(at);
     }
 
     /// Whether a boundary point of another airspace lies in the box or on its edge.
-    [[nodiscard]] bool Touches(double lat, double lon) const noexcept
+    [[nodiscard]] bool Touches(LatLon at) const noexcept
     {
-        if (!(South <= lat && lat <= North))
+        if (!(South <= at.Lat && at.Lat <= North))
             return false;
         if (West < East)
-            return West <= lon && lon <= East;
-        return West > East && ((West <= lon && lon <= 180) || (-180 <= lon && lon <= East));
+            return West <= at.Lon && at.Lon <= East;
+        return West > East && ((West <= at.Lon && at.Lon <= 180) || (-180 <= at.Lon && at.Lon <= East));
     }
 
     /// Half way, in whole miles, along the great circle from the north-west to the south-east corner.

@@ -21,7 +21,7 @@ inline TerrainPoint DecodeTerrainPoint(const std::uint8_t* record) noexcept
             static_cast<std::int32_t>(LittleEndian<4>(record + 16))};
 }
 
-/// Appends the points of a terrain file for whose latitude and longitude inside holds, in file order.
+/// Appends the points of a terrain file for whose position inside holds, in file order.
 template <class Predicate>
 Result<void> ReadTerrain(ByteSource& terrain, const Predicate& inside, std::vector<TerrainPoint>& points)
 {
@@ -34,7 +34,7 @@ Result<void> ReadTerrain(ByteSource& terrain, const Predicate& inside, std::vect
             return {};
         for (std::size_t i = 0; i < whole; i += TerrainRecordSize) {
             const TerrainPoint point = DecodeTerrainPoint(bytes->data() + i);
-            if (inside(point.Lat, point.Lon))
+            if (inside({point.Lat, point.Lon}))
                 points.push_back(point);
         }
         at += whole;

@@ -61,10 +61,10 @@ static void SetLimits(BglReader& reader, std::int64_t at, AirspaceRecord& airspa
 
 void SetCenterOfBox(AirspaceRecord& airspace) noexcept
 {
-    const std::int16_t diagonal = DistanceNm(airspace.North, airspace.West, airspace.South, airspace.East);
-    const std::int16_t course = TrueCourse(airspace.North, airspace.West, airspace.South, airspace.East);
+    const std::int16_t diagonal = DistanceNm({airspace.North, airspace.West}, {airspace.South, airspace.East});
+    const std::int16_t course = TrueCourse({airspace.North, airspace.West}, {airspace.South, airspace.East});
     const auto half = RoundTo<std::int16_t>(diagonal / 2.0);
-    const LatLon center = DestinationNm(airspace.North, airspace.West, course, half);
+    const LatLon center = DestinationNm({airspace.North, airspace.West}, course, half);
     airspace.CenterLat = center.Lat;
     airspace.CenterLon = center.Lon;
 }

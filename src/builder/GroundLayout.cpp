@@ -134,7 +134,7 @@ bool GroundLayoutDecoder::NameRunwayPaths()
 bool GroundLayoutDecoder::Decode(std::int64_t r)
 {
     constexpr std::int64_t ListHeadSize = 8;
-    m_offsets = MetricOffsets(m_airport.Lat, m_airport.Lon);
+    m_offsets = MetricOffsets({m_airport.Lat, m_airport.Lon});
     std::int64_t at = r + BglRecordHead::Size;
     while (m_scan.Budget.Spend(ListHeadSize)) {
         const ListHead head{m_scan.Reader.ReadI32(at), m_scan.Reader.ReadI32(at + 4)};

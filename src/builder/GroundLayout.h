@@ -51,7 +51,7 @@ private:
 
     BglScan& m_scan;
     AirportRecord& m_airport;
-    MetricOffsets m_offsets{0, 0};
+    MetricOffsets m_offsets{LatLon{}};
     std::string m_parkingText; ///< of the last spot that had one
 };
 } // namespace corvane

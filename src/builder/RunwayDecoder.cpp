@@ -65,11 +65,11 @@ void RunwayDecoder::Designate(RunwayRecord& runway, std::int64_t number, std::in
 }
 
 /// Nothing where the position lies outside the grid, which only a damaged record does.
-static std::optional<std::int16_t> Magnetic(const MagVarGrid& grid, double heading, double lat, double lon) noexcept
+static std::optional<std::int16_t> Magnetic(const MagVarGrid& grid, double heading, LatLon at) noexcept
 {
-    if (!grid.VariationAt(lat, lon))
+    if (!grid.VariationAt(at))
         return std::nullopt;
-    return MagneticFromTrue(grid, heading, lat, lon);
+    return MagneticFromTrue(grid, heading, at);
 }
 
 bool RunwayDecoder::DecodeRunway(std::int64_t r)

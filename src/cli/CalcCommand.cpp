@@ -75,22 +75,37 @@ static constexpr auto Procedures = std::to_array<Procedure>({
     {"ArcSin", 1, [](const MagVarGrid&, Arguments& a) -> Json { return ArcSin(a[0]); }},
     {"ArcCos", 1, [](const MagVarGrid&, Arguments& a) -> Json { return ArcCos(a[0]); }},
     {"FloatMod", 2, [](const MagVarGrid&, Arguments& a) -> Json { return FloatMod(a[0], a[1]); }},
-    {"DistanceNm", 4, [](const MagVarGrid&, Arguments& a) -> Json { return DistanceNm(a[0], a[1], a[2], a[3]); }},
-    {"DistanceFt", 4, [](const MagVarGrid&, Arguments& a) -> Json { return DistanceFt(a[0], a[1], a[2], a[3]); }},
-    {"TrueCourse", 4, [](const MagVarGrid&, Arguments& a) -> Json { return TrueCourse(a[0], a[1], a[2], a[3]); }},
+    {"DistanceNm", 4,
+     [](const MagVarGrid&, Arguments& a) -> Json {
+         return DistanceNm({a[0], a[1]}, {a[2], a[3]});
+     }},
+    {"DistanceFt", 4,
+     [](const MagVarGrid&, Arguments& a) -> Json {
+         return DistanceFt({a[0], a[1]}, {a[2], a[3]});
+     }},
+    {"TrueCourse", 4,
+     [](const MagVarGrid&, Arguments& a) -> Json {
+         return TrueCourse({a[0], a[1]}, {a[2], a[3]});
+     }},
     {"MagneticCourse", 4,
-     [](const MagVarGrid& grid, Arguments& a) -> Json { return MagneticCourse(grid, a[0], a[1], a[2], a[3]); }},
+     [](const MagVarGrid& grid, Arguments& a) -> Json {
+         return MagneticCourse(grid, {a[0], a[1]}, {a[2], a[3]});
+     }},
     {"MagneticFromTrue", 3,
-     [](const MagVarGrid& grid, Arguments& a) -> Json { return MagneticFromTrue(grid, a.Whole16(0), a[1], a[2]); }},
+     [](const MagVarGrid& grid, Arguments& a) -> Json {
+         return MagneticFromTrue(grid, a.Whole16(0), {a[1], a[2]});
+     }},
     {"TrueFromMagnetic", 3,
-     [](const MagVarGrid& grid, Arguments& a) -> Json { return TrueFromMagnetic(grid, a.Whole16(0), a[1], a[2]); }},
+     [](const MagVarGrid& grid, Arguments& a) -> Json {
+         return TrueFromMagnetic(grid, a.Whole16(0), {a[1], a[2]});
+     }},
     {"DestinationNm", 4,
      [](const MagVarGrid&, Arguments& a) -> Json {
-         return PositionJson(DestinationNm(a[0], a[1], a.Whole16(2), a.Whole16(3)));
+         return PositionJson(DestinationNm({a[0], a[1]}, a.Whole16(2), a.Whole16(3)));
      }},
     {"DestinationFt", 4,
      [](const MagVarGrid&, Arguments& a) -> Json {
-         return PositionJson(DestinationFt(a[0], a[1], a.Whole16(2), a.Whole16(3)));
+         return PositionJson(DestinationFt({a[0], a[1]}, a.Whole16(2), a.Whole16(3)));
      }},
     {"HeadingFromPbh", 1, [](const MagVarGrid&, Arguments& a) -> Json { return HeadingFromPbh(a.Word(0)); }},
     {"BcdFrequency", 1, [](const MagVarGrid&, Arguments& a) -> Json { return BcdFrequencyJson(a.Word(0)); }},

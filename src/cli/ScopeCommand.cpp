@@ -88,11 +88,11 @@ static Result<std::vector<PlayerRecord>> ReadPlayers(const std::string& fileName
 static ScopeView ViewOf(const ScopeOptions& options, const AreaModel& area)
 {
     const auto size = *ParseNumbers(options.Size, 'x', 2);
-    ScopeView view = StartUpView(RoundTo<std::int32_t>(size[0]), RoundTo<std::int32_t>(size[1]), area.AreaCenterLon,
-                                 area.AreaCenterLat);
+    ScopeView view = StartUpView(RoundTo<std::int32_t>(size[0]), RoundTo<std::int32_t>(size[1]),
+                                 {area.AreaCenterLat, area.AreaCenterLon});
     ZoomTo(view, static_cast<std::int16_t>(options.Zoom));
     if (const auto center = ParseNumbers(options.Center, ',', 2))
-        RecenterView(view, (*center)[1], (*center)[0]);
+        RecenterView(view, {(*center)[0], (*center)[1]});
     return view;
 }
 

@@ -19,7 +19,7 @@ PlayerRecord TrafficEventLines::Detailed(PlayerRecord player)
     player.Latitude = report.Position.Lat;
     player.Longitude = report.Position.Lon;
     player.AltitudeFt = RoundTo<std::int32_t>(report.AltitudeFt);
-    player.MagHeading = MagneticFromTrue(m_magVar, report.TrueHeading, player.Latitude, player.Longitude);
+    player.MagHeading = MagneticFromTrue(m_magVar, report.TrueHeading, {player.Latitude, player.Longitude});
     player.GroundSpeedKt = RoundTo<std::int16_t>(report.GroundSpeedKt);
     return player;
 }

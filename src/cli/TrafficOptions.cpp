@@ -31,7 +31,7 @@ CLI::Validator Place()
 {
     return {[](std::string& text) {
                 const auto place = ParseNumbers(text, ',', 2);
-                const bool valid = place && OnEarth(place->front(), place->back());
+                const bool valid = place && OnEarth({place->front(), place->back()});
                 return valid ? std::string() : std::string("must have the form LAT,LON, in degrees");
             },
             "LAT,LON"};

@@ -57,9 +57,10 @@ struct RadianPair {
 };
 } // namespace
 
-static RadianPair ToRadians(double lat1, double lon1, double lat2, double lon2) noexcept
+static RadianPair ToRadians(LatLon from, LatLon to) noexcept
 {
-    return {lat1 * RadiansPerDegree, lon1 * RadiansPerDegree, lat2 * RadiansPerDegree, lon2 * RadiansPerDegree};
+    return {from.Lat * RadiansPerDegree, from.Lon * RadiansPerDegree, to.Lat * RadiansPerDegree,
+            to.Lon * RadiansPerDegree};
 }
 
 /// Radians. Haversine while both differences are below one radian, the law of cosines beyond.
@@ -74,20 +75,20 @@ static double CentralAngle(const RadianPair& p) noexcept
                   std::cos(p.Phi1) * std::cos(p.Phi2) * std::cos(p.Lambda1 - p.Lambda2));
 }
 
-std::int16_t DistanceNm(double lat1, double lon1, double lat2, double lon2) noexcept
+std::int16_t DistanceNm(LatLon from, LatLon to) noexcept
 {
-    return RoundTo<std::int16_t>(CentralAngle(ToRadians(lat1, lon1, lat2, lon2)) * NmPerRadian);
+    return RoundTo<std::int16_t>(CentralAngle(ToRadians(from, to)) * NmPerRadian);
 }
 
-std::int16_t DistanceFt(double lat1, double lon1, double lat2, double lon2) noexcept
+std::int16_t DistanceFt(LatLon from, LatLon to) noexcept
 {
-    const double miles = RoundToFivePlaces(CentralAngle(ToRadians(lat1, lon1, lat2, lon2)) * NmPerRadian);
+    const double miles = RoundToFivePlaces(CentralAngle(ToRadians(from, to)) * NmPerRadian);
     return RoundTo<std::int16_t>(std::min(RoundToFivePlaces(miles * FeetPerNm), LargestInt16));
 }
 
-std::int16_t TrueCourse(double lat1, double lon1, double lat2, double lon2) noexcept
+std::int16_t TrueCourse(LatLon from, LatLon to) noexcept
 {
-    const RadianPair p = ToRadians(lat1, lon1, lat2, lon2);
+    const RadianPair p = ToRadians(from, to);
     const double d = CentralAngle(p);
     double westwardCourse = 0;
     if (d != 0) {
@@ -97,19 +98,19 @@ std::int16_t TrueCourse(double lat1, double lon1, double lat2, double lon2) noex
     return NormalizeCourse(360 - RoundTo<std::int32_t>(std::floor(westwardCourse * DegreesPerRadian)));
 }
 
-std::int16_t MagneticCourse(const MagVarGrid& grid, double lat1, double lon1, double lat2, double lon2) noexcept
+std::int16_t MagneticCourse(const MagVarGrid& grid, LatLon from, LatLon to) noexcept
 {
-    return MagneticFromTrue(grid, TrueCourse(lat1, lon1, lat2, lon2), lat1, lon1);
+    return MagneticFromTrue(grid, TrueCourse(from, to), from);
 }
 
-std::int16_t MagneticFromTrue(const MagVarGrid& grid, double course, double lat, double lon) noexcept
+std::int16_t MagneticFromTrue(const MagVarGrid& grid, double course, LatLon at) noexcept
 {
-    return NormalizeCourse(RoundTo<std::int16_t>(course) - grid.VariationAt(lat, lon).value_or(0));
+    return NormalizeCourse(RoundTo<std::int16_t>(course) - grid.VariationAt(at).value_or(0));
 }
 
-std::int16_t TrueFromMagnetic(const MagVarGrid& grid, double course, double lat, double lon) noexcept
+std::int16_t TrueFromMagnetic(const MagVarGrid& grid, double course, LatLon at) noexcept
 {
-    return NormalizeCourse(RoundTo<std::int16_t>(course) + grid.VariationAt(lat, lon).value_or(0));
+    return NormalizeCourse(RoundTo<std::int16_t>(course) + grid.VariationAt(at).value_or(0));
 }
 
 /// The latitude in radians reached from a latitude along a course.
@@ -132,13 +133,13 @@ static double DestinationLon(double lon1, double sinTheta, double sinDelta, doub
 }
 
 /// Degrees, not rounded; delta is the distance in radians.
-static LatLon Destination(double lat1, double lon1, int course, double delta) noexcept
+static LatLon Destination(LatLon from, int course, double delta) noexcept
 {
-    const double phi1 = lat1 * RadiansPerDegree;
+    const double phi1 = from.Lat * RadiansPerDegree;
     const double theta = course * RadiansPerDegree;
     const double sinDelta = std::sin(delta);
     const double phi = DestinationPhi(std::sin(phi1), std::cos(phi1), std::cos(theta), sinDelta, std::cos(delta));
-    return {phi * DegreesPerRadian, DestinationLon(lon1, std::sin(theta), sinDelta, phi)};
+    return {phi * DegreesPerRadian, DestinationLon(from.Lon, std::sin(theta), sinDelta, phi)};
 }
 
 static LatLon RoundedToFivePlaces(const LatLon& position) noexcept
@@ -146,14 +147,14 @@ static LatLon RoundedToFivePlaces(const LatLon& position) noexcept
     return {RoundToFivePlaces(position.Lat), RoundToFivePlaces(position.Lon)};
 }
 
-LatLon DestinationNm(double lat1, double lon1, int course, int distanceNm) noexcept
+LatLon DestinationNm(LatLon from, int course, int distanceNm) noexcept
 {
-    return RoundedToFivePlaces(Destination(lat1, lon1, course, std::max(distanceNm, 0) * RadiansPerNm));
+    return RoundedToFivePlaces(Destination(from, course, std::max(distanceNm, 0) * RadiansPerNm));
 }
 
-LatLon DestinationFt(double lat1, double lon1, int course, int distanceFt) noexcept
+LatLon DestinationFt(LatLon from, int course, int distanceFt) noexcept
 {
-    return RoundedToFivePlaces(Destination(lat1, lon1, course, std::max(distanceFt, 0) / FeetPerNm * RadiansPerNm));
+    return RoundedToFivePlaces(Destination(from, course, std::max(distanceFt, 0) / FeetPerNm * RadiansPerNm));
 }
 
 /// Radians.
@@ -163,9 +164,9 @@ static double MetresToDelta(double distanceM) noexcept
     return std::abs(distanceM) / MetresPerNm * RadiansPerNm;
 }
 
-LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept
+LatLon DestinationM(LatLon from, int course, double distanceM) noexcept
 {
-    return Destination(lat1, lon1, course, MetresToDelta(distanceM));
+    return Destination(from, course, MetresToDelta(distanceM));
 }
 
 MetricOffsets::Trig::Trig(int course) noexcept
@@ -173,26 +174,28 @@ MetricOffsets::Trig::Trig(int course) noexcept
 {
 }
 
-MetricOffsets::MetricOffsets(double lat, double lon) noexcept
-    : m_lat(lat), m_lon(lon), m_sinPhi1(std::sin(lat * RadiansPerDegree)), m_cosPhi1(std::cos(lat * RadiansPerDegree))
+MetricOffsets::MetricOffsets(LatLon reference) noexcept
+    : m_reference(reference),
+      m_sinPhi1(std::sin(reference.Lat * RadiansPerDegree)),
+      m_cosPhi1(std::cos(reference.Lat * RadiansPerDegree))
 {
 }
 
 double MetricOffsets::OffsetToLon(double eastM) const noexcept
 {
     if (eastM == 0)
-        return m_lon;
+        return m_reference.Lon;
     const Trig& theta = eastM > 0 ? m_east : m_west;
     const double delta = MetresToDelta(eastM);
     const double sinDelta = std::sin(delta);
-    return DestinationLon(m_lon, theta.Sin, sinDelta,
+    return DestinationLon(m_reference.Lon, theta.Sin, sinDelta,
                           DestinationPhi(m_sinPhi1, m_cosPhi1, theta.Cos, sinDelta, std::cos(delta)));
 }
 
 double MetricOffsets::OffsetToLat(double northM) const noexcept
 {
     if (northM == 0)
-        return m_lat;
+        return m_reference.Lat;
     const Trig& theta = northM > 0 ? m_north : m_south;
     const double delta = MetresToDelta(northM);
     return DestinationPhi(m_sinPhi1, m_cosPhi1, theta.Cos, std::sin(delta), std::cos(delta)) * DegreesPerRadian;

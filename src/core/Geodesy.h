@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/LatLon.h"
 #include "core/MagVarGrid.h"
 
 #include <cstdint>
@@ -20,17 +21,11 @@ inline constexpr double RadiansPerNm = GeoPi / 10800;
 inline constexpr double FeetPerNm = 6080;
 inline constexpr double MetresPerFoot = 0.3048;
 
-struct LatLon {
-    double Lat = 0;
-    double Lon = 0;
-    bool operator==(const LatLon&) const = default;
-};
-
 /// Whether a position lies within +-90 and +-180 degrees (so is no NaN either). Positions elsewhere come from a damaged
 /// file or a faulty peer and are passed over.
-constexpr bool OnEarth(double lat, double lon) noexcept
+constexpr bool OnEarth(LatLon at) noexcept
 {
-    return lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
+    return at.Lat >= -90 && at.Lat <= 90 && at.Lon >= -180 && at.Lon <= 180;
 }
 
 /// A named position, as the scope keeps it for the pointer and the selected airspace.
@@ -53,39 +48,38 @@ double ArcCos(double x) noexcept;
 double FloatMod(double a, double b) noexcept;
 
 /// Whole nautical miles, 0 .. 32767.
-std::int16_t DistanceNm(double lat1, double lon1, double lat2, double lon2) noexcept;
+std::int16_t DistanceNm(LatLon from, LatLon to) noexcept;
 /// Whole feet, 0 .. 32767: everything beyond 5.39 nautical miles reads 32767.
-std::int16_t DistanceFt(double lat1, double lon1, double lat2, double lon2) noexcept;
-/// The initial true course from point 1 to point 2, rounded up to the next whole degree; 360 for coincident points.
-/// Point 1 must not be a pole.
-std::int16_t TrueCourse(double lat1, double lon1, double lat2, double lon2) noexcept;
-/// TrueCourse made magnetic with the variation at point 1.
-std::int16_t MagneticCourse(const MagVarGrid& grid, double lat1, double lon1, double lat2, double lon2) noexcept;
+std::int16_t DistanceFt(LatLon from, LatLon to) noexcept;
+/// The initial true course from one position to another, rounded up to the next whole degree; 360 for coincident
+/// points. It must not start at a pole.
+std::int16_t TrueCourse(LatLon from, LatLon to) noexcept;
+/// TrueCourse made magnetic with the variation where it starts.
+std::int16_t MagneticCourse(const MagVarGrid& grid, LatLon from, LatLon to) noexcept;
 
 /// The course is rounded to whole degrees; a position outside the grid has no variation.
-std::int16_t MagneticFromTrue(const MagVarGrid& grid, double course, double lat, double lon) noexcept;
-std::int16_t TrueFromMagnetic(const MagVarGrid& grid, double course, double lat, double lon) noexcept;
+std::int16_t MagneticFromTrue(const MagVarGrid& grid, double course, LatLon at) noexcept;
+std::int16_t TrueFromMagnetic(const MagVarGrid& grid, double course, LatLon at) noexcept;
 
-/// The point reached from point 1 along a true course, rounded to 5 decimal places. A negative distance counts as 0.
+/// The point reached along a true course, rounded to 5 decimal places. A negative distance counts as 0.
 /// Exact only while the longitude changes by less than 90 degrees.
-LatLon DestinationNm(double lat1, double lon1, int course, int distanceNm) noexcept;
-LatLon DestinationFt(double lat1, double lon1, int course, int distanceFt) noexcept;
+LatLon DestinationNm(LatLon from, int course, int distanceNm) noexcept;
+LatLon DestinationFt(LatLon from, int course, int distanceFt) noexcept;
 /// The same for a distance in metres (1852 to the nautical mile) whose sign is ignored; not rounded.
-LatLon DestinationM(double lat1, double lon1, int course, double distanceM) noexcept;
+LatLon DestinationM(LatLon from, int course, double distanceM) noexcept;
 
 /// Turns east and north offsets in metres from one reference point into degrees, each axis on its own: the longitude
 /// of DestinationM along 90 or 270 degrees, the latitude of DestinationM along 0 or 180, digit for digit. What depends
 /// only on the point is computed once, since a large airport has thousands of offsets.
 class MetricOffsets {
 public:
-    MetricOffsets(double lat, double lon) noexcept;
+    explicit MetricOffsets(LatLon reference) noexcept;
 
     [[nodiscard]] double OffsetToLon(double eastM) const noexcept;
     [[nodiscard]] double OffsetToLat(double northM) const noexcept;
 
 private:
-    double m_lat;
-    double m_lon;
+    LatLon m_reference;
     double m_sinPhi1;
     double m_cosPhi1;
     struct Trig {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Bytes.h"
+#include "core/LatLon.h"
 
 #include <array>
 #include <cmath>
@@ -26,13 +27,13 @@ public:
     /// The whole degrees of variation (truncated toward zero) of the cell nearest to a position, or nothing where the
     /// position's index lies outside the grid. Source: the simulator's own rounding to the nearest whole degree.
     /// Inline because it is asked for every position that a member reports.
-    [[nodiscard]] std::optional<int> VariationAt(double lat, double lon) const noexcept
+    [[nodiscard]] std::optional<int> VariationAt(LatLon at) const noexcept
     {
         constexpr double FarOutside = 1000;
-        if (!(std::abs(lat) < FarOutside && std::abs(lon) < FarOutside))
+        if (!(std::abs(at.Lat) < FarOutside && std::abs(at.Lon) < FarOutside))
             return std::nullopt;
-        const long long wholeLat = std::llrint(lat); // the program's rounding, halves to even
-        const long long wholeLon = std::llrint(lon);
+        const long long wholeLat = std::llrint(at.Lat); // the program's rounding, halves to even
+        const long long wholeLon = std::llrint(at.Lon);
         const long long east = wholeLon < 0 ? wholeLon + 360 : wholeLon;
         const long long index = east * static_cast<long long>(Latitudes) + wholeLat + 90;
         if (index < 0 || index > static_cast<long long>(CellCount))

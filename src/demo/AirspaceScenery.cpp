@@ -51,8 +51,8 @@ static SceneryBoundary AroundAirport(const AirportSource& airport, const std::st
     boundary.Name = ToUpper(airport.City) + " " + name;
     boundary.North = std::min(at.Lat + radiusNm / 60.0, 90.0);
     boundary.South = std::max(at.Lat - radiusNm / 60.0, -90.0);
-    boundary.West = DestinationNm(at.Lat, at.Lon, 270, radiusNm).Lon;
-    boundary.East = DestinationNm(at.Lat, at.Lon, 90, radiusNm).Lon;
+    boundary.West = DestinationNm(at, 270, radiusNm).Lon;
+    boundary.East = DestinationNm(at, 90, radiusNm).Lon;
     boundary.Floor = floor;
     boundary.Ceiling = ceiling;
     boundary.Points.push_back({BoundaryKind::ArcCenter, at.Lat, at.Lon, 0});
@@ -61,7 +61,7 @@ static SceneryBoundary AroundAirport(const AirportSource& airport, const std::st
 
 static BoundaryPoint PointOnCircle(BoundaryKind kind, LatLon center, int course, int radiusNm)
 {
-    const LatLon at = DestinationNm(center.Lat, center.Lon, course, radiusNm);
+    const LatLon at = DestinationNm(center, course, radiusNm);
     return {kind, at.Lat, at.Lon, 0};
 }
 

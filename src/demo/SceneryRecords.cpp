@@ -47,12 +47,12 @@ void AppendPaddedText(Bytes& out, const std::string& text)
 }
 
 /// Two 64-bit coordinates and a 64-bit height in metres, of which readers take the whole parts: the upper halves.
-static void AppendPosition(ByteWriter& writer, double lat, double lon)
+static void AppendPosition(ByteWriter& writer, LatLon at)
 {
     writer.WriteI32(0);
-    writer.WriteI32(LatitudeWord(lat));
+    writer.WriteI32(LatitudeWord(at.Lat));
     writer.WriteI32(0);
-    writer.WriteI32(LongitudeWord(lon));
+    writer.WriteI32(LongitudeWord(at.Lon));
 }
 
 static void AppendHeight(ByteWriter& writer, int feet)

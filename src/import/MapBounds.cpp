@@ -3,11 +3,11 @@
 #include <algorithm>
 
 namespace corvane {
-void MapBounds::Include(double lat, double lon) noexcept
+void MapBounds::Include(LatLon at) noexcept
 {
-    South = std::min(South, lat);
-    North = std::max(North, lat);
-    West = std::min(West, lon);
-    East = std::max(East, lon);
+    South = std::min(South, at.Lat);
+    North = std::max(North, at.Lat);
+    West = std::min(West, at.Lon);
+    East = std::max(East, at.Lon);
 }
 } // namespace corvane

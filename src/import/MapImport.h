@@ -29,7 +29,7 @@ struct MapBounds {
     double North = -90;
     double East = -180;
 
-    void Include(double lat, double lon) noexcept;
+    void Include(LatLon at) noexcept;
     bool operator==(const MapBounds&) const = default;
 };
 

@@ -15,7 +15,7 @@ double AirNavigation::TrueHeadingFor(const FlightState& state, int magnetic) con
     // The receiver takes the variation at the position that it reads off the message, so the pilot does the same.
     const double lat = LatitudeFromWire(LatitudeToWire(state.Position.Lat));
     const double lon = LongitudeFromWire(LongitudeToWire(state.Position.Lon));
-    return TrueFromMagnetic(*m_grid, magnetic, lat, lon);
+    return TrueFromMagnetic(*m_grid, magnetic, {lat, lon});
 }
 
 double AirNavigation::OwnSpeedKt(const FlightState& state, double altitudeFt, double leftNm) const noexcept

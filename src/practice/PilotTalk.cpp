@@ -37,7 +37,7 @@ std::string SayOf(SayWhat what, const ReportedPosition& report, const PracticeSc
     case SayWhat::Altitude: return "altitude " + NumberText(RoundTo<std::int32_t>(report.AltitudeFt));
     case SayWhat::Heading:
         return "heading " +
-               HeadingText(MagneticFromTrue(grid, report.TrueHeading, report.Position.Lat, report.Position.Lon));
+               HeadingText(MagneticFromTrue(grid, report.TrueHeading, report.Position));
     case SayWhat::Speed: return "speed " + NumberText(RoundTo<std::int32_t>(report.SpeedKt));
     case SayWhat::Position: break;
     }

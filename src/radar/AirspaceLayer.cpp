@@ -47,13 +47,13 @@ private:
         m_current = at;
     }
 
-    [[nodiscard]] ScopePoint Project(const LatLon& at) const noexcept { return ProjectToScope(m_view, at.Lat, at.Lon); }
-    static bool Drawable(const LatLon& at) noexcept { return OnEarth(at.Lat, at.Lon); }
+    [[nodiscard]] ScopePoint Project(const LatLon& at) const noexcept { return ProjectToScope(m_view, at); }
+    static bool Drawable(const LatLon& at) noexcept { return OnEarth(at); }
 
     /// The corner of a bounding rectangle, some miles from the arc centre.
     [[nodiscard]] ScopePoint Corner(int course, int distanceNm) const noexcept
     {
-        return Project(DestinationNm(m_center.Lat, m_center.Lon, course, distanceNm));
+        return Project(DestinationNm(m_center, course, distanceNm));
     }
 
     void DrawCircle(std::int32_t radiusNm)
@@ -65,7 +65,7 @@ private:
     /// How far a corner lies from the centre so that the ellipse passes at the distance of a position.
     [[nodiscard]] int DiagonalNm(const LatLon& at) const noexcept
     {
-        const double d = DistanceNm(m_center.Lat, m_center.Lon, at.Lat, at.Lon);
+        const double d = DistanceNm(m_center, at);
         return RoundTo<std::int32_t>(std::sqrt(d * d + d * d));
     }
 
@@ -131,7 +131,7 @@ void DrawAirspaces(Surface& surface, const MapScene& scene)
 {
     BoundaryWalker walker(surface, scene.View);
     for (const AirspaceRecord& airspace : scene.Area.AreaAirspaces) {
-        const auto center = VisiblePixel(scene.View, airspace.CenterLat, airspace.CenterLon);
+        const auto center = VisiblePixel(scene.View, {airspace.CenterLat, airspace.CenterLon});
         if (!center)
             continue;
         if (airspace.Kind == LowSectorKind || (airspace.Kind == TraconKind && !scene.Flags.ShowTracon))
@@ -158,9 +158,9 @@ static const AirspaceRecord* SelectedAmong(const std::vector<AirspaceRecord>& ai
 void DrawAirspaceHighlight(Surface& surface, const MapScene& scene, const PositionRecord& selectedAirspace)
 {
     const AirspaceRecord* airspace = SelectedAmong(scene.Area.AreaAirspaces, selectedAirspace);
-    if (airspace == nullptr || !OnEarth(airspace->CenterLat, airspace->CenterLon))
+    if (airspace == nullptr || !OnEarth({airspace->CenterLat, airspace->CenterLon}))
         return;
-    DrawCenterDot(surface, ProjectToScope(scene.View, airspace->CenterLat, airspace->CenterLon), SelectedYellow);
+    DrawCenterDot(surface, ProjectToScope(scene.View, {airspace->CenterLat, airspace->CenterLon}), SelectedYellow);
     SetPenForKind(surface.State, airspace->Kind, SelectedYellow, SelectedYellow);
     BoundaryWalker(surface, scene.View).Draw(*airspace);
     surface.RestoreDefaults();

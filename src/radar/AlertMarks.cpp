@@ -116,12 +116,12 @@ private:
 
     void AddPair(const Alert& alert, const PlayerRecord& first, const PlayerRecord& second)
     {
-        if (!OnEarth(first.Latitude, first.Longitude) || !OnEarth(second.Latitude, second.Longitude))
+        if (!OnEarth({first.Latitude, first.Longitude}) || !OnEarth({second.Latitude, second.Longitude}))
             return;
         constexpr std::int32_t BesidePx = 14;
         const ScopeView& view = m_sources.Scene.View;
-        const ScopePoint from = ProjectToScope(view, first.Latitude, first.Longitude);
-        const ScopePoint to = ProjectToScope(view, second.Latitude, second.Longitude);
+        const ScopePoint from = ProjectToScope(view, {first.Latitude, first.Longitude});
+        const ScopePoint to = ProjectToScope(view, {second.Latitude, second.Longitude});
         const ScopePoint middle{from.X / 2 + to.X / 2, from.Y / 2 + to.Y / 2};
         const std::string text = ConflictText(alert);
         const ScopePoint at = Offset(middle, BesidePx, BesidePx);

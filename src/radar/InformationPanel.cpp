@@ -22,25 +22,25 @@ namespace {
 class Probe {
 public:
     Probe(const ScopeView& view, const PositionRecord& pointer) noexcept
-        : m_view(view), m_pointer(ProjectToScope(view, pointer.Lat, pointer.Lon))
+        : m_view(view), m_pointer(ProjectToScope(view, {pointer.Lat, pointer.Lon}))
     {
     }
 
     /// Whether a position's pixel is on the scope and at most limit pixels from the pointer's, their distance rounded.
-    [[nodiscard]] bool Hits(double lat, double lon, std::int32_t limit) const noexcept
+    [[nodiscard]] bool Hits(LatLon position, std::int32_t limit) const noexcept
     {
-        const ScopePoint at = ProjectToScope(m_view, lat, lon);
+        const ScopePoint at = ProjectToScope(m_view, position);
         const std::int64_t dx = std::abs(std::int64_t{at.X} - m_pointer.X);
         const std::int64_t dy = std::abs(std::int64_t{at.Y} - m_pointer.Y);
         if (dx > limit || dy > limit)
             return false;
         // A root rounds to at most limit when it is below limit + 1/2, thus its square below limit^2 + limit + 1/4.
-        return dx * dx + dy * dy <= limit * limit + limit && InsideScope(m_view, at) && OnEarth(lat, lon);
+        return dx * dx + dy * dy <= limit * limit + limit && InsideScope(m_view, at) && OnEarth(position);
     }
     /// The same for a record with a position of its own.
     template <class Record> [[nodiscard]] bool Hits(const Record& record, std::int32_t limit) const noexcept
     {
-        return Hits(record.Lat, record.Lon, limit);
+        return Hits(LatLon{record.Lat, record.Lon}, limit);
     }
 
 private:
@@ -63,8 +63,8 @@ static const AirspaceRecord* AirspaceAt(const MapScene& scene, const Probe& prob
     if (zoom < LowestAirspaceZoom || zoom > HighestAirspaceZoom || !scene.Flags.ShowAirspaces)
         return nullptr;
     return FindLast(scene.Area.AreaAirspaces, [&](const AirspaceRecord& airspace) {
-        return probe.Hits(airspace.CenterLat, airspace.CenterLon, ObjectLimitPx) && airspace.Kind != LowSectorKind &&
-               (scene.Flags.ShowTracon || airspace.Kind != TraconKind);
+        return probe.Hits(LatLon{airspace.CenterLat, airspace.CenterLon}, ObjectLimitPx) &&
+               airspace.Kind != LowSectorKind && (scene.Flags.ShowTracon || airspace.Kind != TraconKind);
     });
 }
 
@@ -79,7 +79,7 @@ static const NavaidRecord* NavaidAt(const MapScene& scene, const Probe& probe, c
 static const PlayerRecord* PilotAt(const Pilots& pilots, const Probe& probe)
 {
     return FindLast(pilots.Players, [&](const PlayerRecord& player) {
-        return probe.Hits(player.Latitude, player.Longitude, ObjectLimitPx) &&
+        return probe.Hits(LatLon{player.Latitude, player.Longitude}, ObjectLimitPx) &&
                EligiblePilot(player, pilots.OwnPlayerId, pilots.OwnName);
     });
 }
@@ -87,9 +87,9 @@ static const PlayerRecord* PilotAt(const Pilots& pilots, const Probe& probe)
 static std::optional<std::string> RunwayEndText(const AirportRecord& airport, const Probe& probe)
 {
     for (auto runway = airport.Runways.rbegin(); runway != airport.Runways.rend(); ++runway) {
-        if (probe.Hits(runway->End2Lat, runway->End2Lon, ObjectLimitPx))
+        if (probe.Hits(LatLon{runway->End2Lat, runway->End2Lon}, ObjectLimitPx))
             return RunwayText(*runway, runway->ReciprocalDesignation, runway->ReciprocalMagHeading);
-        if (probe.Hits(runway->End1Lat, runway->End1Lon, ObjectLimitPx))
+        if (probe.Hits(LatLon{runway->End1Lat, runway->End1Lon}, ObjectLimitPx))
             return RunwayText(*runway, runway->Designation, runway->MagHeading);
     }
     return std::nullopt;

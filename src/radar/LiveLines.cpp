@@ -26,7 +26,7 @@ std::string LiveLineText(const TrackState& from, const TrackState& to, const Mag
     const LatLon& here = from.Last.Position;
     const LatLon& there = to.Last.Position;
     std::string line = TenthsText(RangeNm(here, there)) + " nm  ";
-    line += CourseText(MagneticFromTrue(grid, CourseTo(here, there), here.Lat, here.Lon)) + '*';
+    line += CourseText(MagneticFromTrue(grid, CourseTo(here, there), here)) + '*';
     const ClosestPoint closest = FindClosestPoint(MoverOf(from), MoverOf(to), LongestSeconds);
     const auto seconds = RoundTo<std::int32_t>(closest.Seconds);
     if (seconds > 0 && closest.Seconds < LongestSeconds) {
@@ -45,8 +45,8 @@ void DrawLiveLines(Surface& surface, const ScopeView& view, const MagVarGrid& gr
         const auto to = monitor.Find(line.To, now);
         if (!from || !to)
             continue;
-        const ScopePoint here = ProjectToScope(view, from->Last.Position.Lat, from->Last.Position.Lon);
-        const ScopePoint there = ProjectToScope(view, to->Last.Position.Lat, to->Last.Position.Lon);
+        const ScopePoint here = ProjectToScope(view, from->Last.Position);
+        const ScopePoint there = ProjectToScope(view, to->Last.Position);
         surface.State.PenColor = White;
         surface.State.Style = PenStyle::Dot;
         surface.Line(here, there);

@@ -21,7 +21,7 @@ inline constexpr std::int16_t MaxDestinationNm = 90;
 using HighestTerrain = std::array<std::int32_t, MaxDestinationNm + 1>;
 
 /// One pass over the terrain points. Points without a finite position count for nothing.
-HighestTerrain FindHighestTerrain(const std::vector<TerrainPoint>& points, double lat, double lon) noexcept;
+HighestTerrain FindHighestTerrain(const std::vector<TerrainPoint>& points, LatLon center) noexcept;
 
 /// Answers minimum altitudes of targets, once a second for each, without searching the terrain each time.
 ///
@@ -44,8 +44,7 @@ public:
 private:
     struct Destination {
         std::string Icao; // trimmed, upper case
-        double Lat = 0;
-        double Lon = 0;
+        LatLon Position;
         std::int32_t ElevationFt = 0;
         std::unique_ptr<const HighestTerrain> Highest; // empty until a target needs it
     };
@@ -61,14 +60,13 @@ private:
         bool Known = false;
         std::string DestinationIcao;
         std::span<Destination> Matching; // of m_destinations
-        double Latitude = 0;
-        double Longitude = 0;
+        LatLon Position;
         std::int32_t MinimumFt = 0;
     };
 
     void IndexDestinations(const AreaModel& area);
     std::span<Destination> FindDestinations(std::string_view icao);
-    static std::int32_t Compute(const AreaModel& area, std::span<Destination> matching, double lat, double lon);
+    static std::int32_t Compute(const AreaModel& area, std::span<Destination> matching, LatLon target);
 
     AreaIdentity m_area;
     std::vector<Destination> m_destinations; // by Icao, then in table order

@@ -4,7 +4,7 @@ namespace corvane {
 static void DrawStation(Surface& surface, const ScopeView& view, const NavaidRecord& station, Color color)
 {
     constexpr std::int16_t LastDotLevel = 24;
-    const auto at = VisiblePixel(view, station.Lat, station.Lon);
+    const auto at = VisiblePixel(view, {station.Lat, station.Lon});
     if (!at)
         return;
     if (view.ZoomLevel <= LastDotLevel) {

@@ -48,9 +48,9 @@ const TargetLines& TargetTexts::LinesFor(const PlayerRecord& target, std::size_t
 
 std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots, const PlayerRecord& target) noexcept
 {
-    if (!EligiblePilot(target, pilots.OwnPlayerId, pilots.OwnName) || !OnEarth(target.Latitude, target.Longitude))
+    if (!EligiblePilot(target, pilots.OwnPlayerId, pilots.OwnName) || !OnEarth({target.Latitude, target.Longitude}))
         return std::nullopt;
-    const ScopePoint at = ProjectToScope(view, target.Latitude, target.Longitude);
+    const ScopePoint at = ProjectToScope(view, {target.Latitude, target.Longitude});
     return InsideScope(view, at) ? std::optional(at) : std::nullopt;
 }
 
@@ -67,7 +67,7 @@ ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, 
 {
     constexpr double VectorPx = 15;
     const double heading =
-        TrueFromMagnetic(grid, target.MagHeading, target.Latitude, target.Longitude) * RadiansPerDegree;
+        TrueFromMagnetic(grid, target.MagHeading, {target.Latitude, target.Longitude}) * RadiansPerDegree;
     return Offset(at, RoundTo<std::int32_t>(VectorPx * std::sin(heading)),
                   -RoundTo<std::int32_t>(VectorPx * std::cos(heading)));
 }

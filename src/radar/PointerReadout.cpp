@@ -4,9 +4,9 @@
 #include "core/Rounding.h"
 
 namespace corvane {
-static PositionRecord PointerRecord(double lat, double lon)
+static PositionRecord PointerRecord(LatLon at)
 {
-    return {"Mouse Position in Radar Screen", "Fix point", lat, lon};
+    return {"Mouse Position in Radar Screen", "Fix point", at.Lat, at.Lon};
 }
 
 void PressLeftButton(PointerState& state, ScopeDegrees at) noexcept
@@ -30,8 +30,8 @@ LatLon RecenterPosition(ScopeDegrees at) noexcept
 
 void MovePointer(PointerState& state, ScopeDegrees at)
 {
-    state.PointerPositionRaw = PointerRecord(at.Y, at.X);
-    state.PointerPosition = PointerRecord(at.Y, NormalizeLongitude(at.X));
+    state.PointerPositionRaw = PointerRecord({at.Y, at.X});
+    state.PointerPosition = PointerRecord({at.Y, NormalizeLongitude(at.X)});
     state.PanelText.clear();
     if (!state.SelectedAirspace.Name.empty() && !state.SelectedAirspace.Kind.empty())
         state.SelectedAirspace = {};
@@ -40,27 +40,27 @@ void MovePointer(PointerState& state, ScopeDegrees at)
 /// The point half-way along the course, its distance rounded to whole miles.
 static LatLon ReadoutPosition(const MagVarGrid& grid, LatLon fix, int magneticCourse, int distanceNm) noexcept
 {
-    const std::int16_t trueCourse = TrueFromMagnetic(grid, magneticCourse, fix.Lat, fix.Lon);
-    return DestinationNm(fix.Lat, fix.Lon, trueCourse, RoundTo<std::int16_t>(distanceNm / 2.0));
+    const std::int16_t trueCourse = TrueFromMagnetic(grid, magneticCourse, fix);
+    return DestinationNm(fix, trueCourse, RoundTo<std::int16_t>(distanceNm / 2.0));
 }
 
 void DrawMeasurement(Surface& surface, const ScopeView& view, const MagVarGrid& grid, LatLon fix, LatLon pointer)
 {
     constexpr Color White{255, 255, 255};
-    const std::int16_t distance = DistanceNm(fix.Lat, fix.Lon, pointer.Lat, pointer.Lon);
-    const std::int16_t course = MagneticCourse(grid, fix.Lat, fix.Lon, pointer.Lat, pointer.Lon);
+    const std::int16_t distance = DistanceNm(fix, pointer);
+    const std::int16_t course = MagneticCourse(grid, fix, pointer);
     const LatLon middle = ReadoutPosition(grid, fix, course, distance);
 
     surface.State.PenColor = ScopeGreen;
     surface.State.Style = PenStyle::Dot;
-    surface.Line(ProjectToScope(view, fix.Lat, fix.Lon), ProjectToScope(view, pointer.Lat, pointer.Lon));
+    surface.Line(ProjectToScope(view, fix), ProjectToScope(view, pointer));
     surface.State.PenColor = White;
     std::string readout = "Dist: ";
     AppendNumber(readout, distance);
     readout += " nm  Course: ";
     AppendNumber(readout, course);
     readout += " *"; // stands for the degree sign
-    surface.TextOut(ProjectToScope(view, middle.Lat, middle.Lon), readout);
+    surface.TextOut(ProjectToScope(view, middle), readout);
     surface.RestoreDefaults();
 }
 

@@ -24,7 +24,7 @@ void RadarDisplay::MapIsStale() noexcept
 void RadarDisplay::Load(std::int32_t widthPx, std::int32_t heightPx)
 {
     m_pointer = {};
-    m_view = StartUpView(widthPx, heightPx, m_sources.Area.AreaCenterLon, m_sources.Area.AreaCenterLat);
+    m_view = StartUpView(widthPx, heightPx, {m_sources.Area.AreaCenterLat, m_sources.Area.AreaCenterLon});
     MapIsStale();
 }
 
@@ -53,21 +53,21 @@ void RadarDisplay::ZoomOut()
     MapIsStale();
 }
 
-void RadarDisplay::Recenter(double lon, double lat)
+void RadarDisplay::Recenter(LatLon center)
 {
     m_followed.reset();
-    MoveViewTo(lon, lat);
+    MoveViewTo(center);
 }
 
-void RadarDisplay::MoveViewTo(double lon, double lat)
+void RadarDisplay::MoveViewTo(LatLon center)
 {
-    RecenterView(m_view, lon, lat);
+    RecenterView(m_view, center);
     MapIsStale();
 }
 
 void RadarDisplay::CenterOnArea()
 {
-    Recenter(m_sources.Area.AreaCenterLon, m_sources.Area.AreaCenterLat);
+    Recenter({m_sources.Area.AreaCenterLat, m_sources.Area.AreaCenterLon});
 }
 
 void RadarDisplay::Show(LatLon center, double zoomLevel)
@@ -92,7 +92,7 @@ void RadarDisplay::Pan(int eastTenths, int northTenths)
 
 void RadarDisplay::RedrawAll()
 {
-    MoveViewTo(m_view.ViewCenterLon, m_view.ViewCenterLat);
+    MoveViewTo({m_view.ViewCenterLat, m_view.ViewCenterLon});
 }
 
 void RadarDisplay::AreaChanged()
@@ -195,7 +195,7 @@ void RadarDisplay::CancelLeft()
 void RadarDisplay::PressRight(ScopePoint at)
 {
     const LatLon center = RecenterPosition(DegreesAtPixel(m_shown, at));
-    Recenter(center.Lon, center.Lat);
+    Recenter(center);
 }
 
 void RadarDisplay::MovePointerTo(ScopePoint at)
@@ -273,12 +273,12 @@ void RadarDisplay::KeepUpWithFollowed()
         return;
     }
     const PlayerRecord& player = m_sources.Players.Players()[*slot];
-    if (!OnEarth(player.Latitude, player.Longitude))
+    if (!OnEarth({player.Latitude, player.Longitude}))
         return;
-    const ScopePoint at = ProjectToScope(m_shown, player.Latitude, player.Longitude);
+    const ScopePoint at = ProjectToScope(m_shown, {player.Latitude, player.Longitude});
     if (std::abs(at.X - m_shown.ScopeWidthPx / 2) >= NoticedPx ||
         std::abs(at.Y - m_shown.ScopeHeightPx / 2) >= NoticedPx)
-        MoveViewTo(player.Longitude, player.Latitude);
+        MoveViewTo({player.Latitude, player.Longitude});
 }
 
 std::string RadarDisplay::OwnName() const

@@ -39,7 +39,7 @@ public:
     void SetScale(double scale);
     void ZoomIn();
     void ZoomOut();
-    void Recenter(double lon, double lat);
+    void Recenter(LatLon center);
     void CenterOnArea();
     /// Centres on a place at a zoom level; what lies outside of the earth or of the levels becomes the nearest.
     void Show(LatLon center, double zoomLevel);
@@ -118,7 +118,7 @@ private:
     void BeginWatching();
     void KeepUpWithFollowed();
     void RefreshPanel();
-    void MoveViewTo(double lon, double lat);
+    void MoveViewTo(LatLon center);
     template <class Call> void WithFrame(const Call& call);
     void DrawOverMap(Surface& scope, bool highlight);
     void DrawAllTargets(Surface& scope);

@@ -36,11 +36,10 @@ ScopeView InitialView(std::int32_t widthPx, std::int32_t heightPx) noexcept
     return view;
 }
 
-ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, double centerLon, double centerLat,
-                      std::int16_t zoomLevel) noexcept
+ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, LatLon center, std::int16_t zoomLevel) noexcept
 {
     ScopeView view = InitialView(widthPx, heightPx);
-    RecenterView(view, centerLon, centerLat);
+    RecenterView(view, center);
     ZoomTo(view, zoomLevel);
     return view;
 }
@@ -50,22 +49,22 @@ static std::int32_t ProjectLatitude(const ScopeView& view, double lat) noexcept
     return RoundTo<std::int32_t>((view.ViewNorth - lat) / (view.ViewNorth - view.ViewSouth) * view.ScopeHeightPx);
 }
 
-ScopePoint ProjectToScope(const ScopeView& view, double lat, double lon) noexcept
+ScopePoint ProjectToScope(const ScopeView& view, LatLon at) noexcept
 {
     if (view.ViewWest < view.ViewEast)
-        return {RoundTo<std::int32_t>((lon - view.ViewWest) / (view.ViewEast - view.ViewWest) * view.ScopeWidthPx),
-                ProjectLatitude(view, lat)};
+        return {RoundTo<std::int32_t>((at.Lon - view.ViewWest) / (view.ViewEast - view.ViewWest) * view.ScopeWidthPx),
+                ProjectLatitude(view, at.Lat)};
     if (!CrossesDateLine(view))
         return {};
     const double opposite = NormalizeLongitude(view.ViewCenterLon - 180);
-    if (opposite <= lon && lon <= 180) // asked first: the opposite meridian itself counts as west of 180 degrees
-        return {
-            RoundTo<std::int32_t>((lon - view.ViewWest) / ((view.ViewEast + 360) - view.ViewWest) * view.ScopeWidthPx),
-            ProjectLatitude(view, lat)};
-    if (-180 <= lon && lon <= opposite) {
+    if (opposite <= at.Lon && at.Lon <= 180) // asked first: the opposite meridian itself counts as west of 180 degrees
+        return {RoundTo<std::int32_t>((at.Lon - view.ViewWest) / ((view.ViewEast + 360) - view.ViewWest) *
+                                      view.ScopeWidthPx),
+                ProjectLatitude(view, at.Lat)};
+    if (-180 <= at.Lon && at.Lon <= opposite) {
         const double west = view.ViewWest - 360;
-        return {RoundTo<std::int32_t>((lon - west) / (view.ViewEast - west) * view.ScopeWidthPx),
-                ProjectLatitude(view, lat)};
+        return {RoundTo<std::int32_t>((at.Lon - west) / (view.ViewEast - west) * view.ScopeWidthPx),
+                ProjectLatitude(view, at.Lat)};
     }
     return {};
 }
@@ -123,22 +122,22 @@ void ZoomTo(ScopeView& view, std::int16_t level) noexcept
         ZoomOut(view);
 }
 
-static void RecenterRectangle(double& west, double& north, double& east, double& south, double lon, double lat) noexcept
+static void RecenterRectangle(double& west, double& north, double& east, double& south, LatLon center) noexcept
 {
     const double halfWidth = LongitudeSpan(west, east) / 2;
     const double halfHeight = std::abs((south - north) / 2);
-    west = NormalizeLongitude(lon - halfWidth);
-    east = NormalizeLongitude(lon + halfWidth);
-    north = lat + halfHeight;
-    south = lat - halfHeight;
+    west = NormalizeLongitude(center.Lon - halfWidth);
+    east = NormalizeLongitude(center.Lon + halfWidth);
+    north = center.Lat + halfHeight;
+    south = center.Lat - halfHeight;
 }
 
-void RecenterView(ScopeView& view, double lon, double lat) noexcept
+void RecenterView(ScopeView& view, LatLon center) noexcept
 {
-    view.ViewCenterLon = lon;
-    view.ViewCenterLat = lat;
-    RecenterRectangle(view.ViewWest, view.ViewNorth, view.ViewEast, view.ViewSouth, lon, lat);
-    RecenterRectangle(view.SavedWest, view.SavedNorth, view.SavedEast, view.SavedSouth, lon, lat);
+    view.ViewCenterLon = center.Lon;
+    view.ViewCenterLat = center.Lat;
+    RecenterRectangle(view.ViewWest, view.ViewNorth, view.ViewEast, view.ViewSouth, center);
+    RecenterRectangle(view.SavedWest, view.SavedNorth, view.SavedEast, view.SavedSouth, center);
 }
 
 /// Degrees from the centre to either edge that are as long a way as half the span from west to east.

@@ -40,13 +40,13 @@ inline constexpr std::int16_t StartUpZoomLevel = 14;
 /// The view of the whole world at level 1, centred on 0, 0.
 ScopeView InitialView(std::int32_t widthPx, std::int32_t heightPx) noexcept;
 /// The view after start-up: the initial one, centred, then zoomed in step by step to a level (held to 1 .. 55).
-ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, double centerLon, double centerLat,
+ScopeView StartUpView(std::int32_t widthPx, std::int32_t heightPx, LatLon center,
                       std::int16_t zoomLevel = StartUpZoomLevel) noexcept;
 
 /// The pixel of a position, rounded to the nearest (halves to even) and held to 32 bits; it may lie far outside the
 /// scope. (0, 0) where the view has no width, or the position is off the map in a view across 180 degrees. A coordinate
 /// that is not a number gives 0, which is never inside the scope.
-ScopePoint ProjectToScope(const ScopeView& view, double lat, double lon) noexcept;
+ScopePoint ProjectToScope(const ScopeView& view, LatLon at) noexcept;
 /// Whether a pixel lies on the scope; its first row and column do not count.
 constexpr bool InsideScope(const ScopeView& view, ScopePoint at) noexcept
 {
@@ -54,20 +54,21 @@ constexpr bool InsideScope(const ScopeView& view, ScopePoint at) noexcept
 }
 /// Whether a position lies between the view's edges. One that does not is never inside the scope: its quotient in the
 /// projection is 0 or less, or 1 or more. So this spares most objects of a large area the divisions.
-constexpr bool BetweenEdges(const ScopeView& view, double lat, double lon) noexcept
+constexpr bool BetweenEdges(const ScopeView& view, LatLon at) noexcept
 {
     // without branches: over a large area's points they would be mispredicted more often than not
     const unsigned edgesNeeded = view.ViewWest > view.ViewEast ? 1 : 2;
     const auto asNumber = [](bool met) { return static_cast<unsigned>(met); };
-    const unsigned edgesMet = asNumber(lon > view.ViewWest) + asNumber(lon < view.ViewEast);
-    return (asNumber(lat < view.ViewNorth) & asNumber(lat > view.ViewSouth) & asNumber(edgesMet >= edgesNeeded)) != 0;
+    const unsigned edgesMet = asNumber(at.Lon > view.ViewWest) + asNumber(at.Lon < view.ViewEast);
+    return (asNumber(at.Lat < view.ViewNorth) & asNumber(at.Lat > view.ViewSouth) &
+            asNumber(edgesMet >= edgesNeeded)) != 0;
 }
 /// The pixel of a position that lies on earth and inside the scope; nothing for all others.
-inline std::optional<ScopePoint> VisiblePixel(const ScopeView& view, double lat, double lon) noexcept
+inline std::optional<ScopePoint> VisiblePixel(const ScopeView& view, LatLon position) noexcept
 {
-    if (!BetweenEdges(view, lat, lon) || !OnEarth(lat, lon))
+    if (!BetweenEdges(view, position) || !OnEarth(position))
         return std::nullopt;
-    const ScopePoint at = ProjectToScope(view, lat, lon);
+    const ScopePoint at = ProjectToScope(view, position);
     return InsideScope(view, at) ? std::optional(at) : std::nullopt;
 }
 
@@ -78,8 +79,8 @@ void ZoomOut(ScopeView& view) noexcept;
 /// Presses "+" or "-" until the level (held to 1 .. 55) is reached.
 void ZoomTo(ScopeView& view, std::int16_t level) noexcept;
 
-/// Moves view and saved rectangle to a new centre, keeping their spans and the level. Longitude comes first.
-void RecenterView(ScopeView& view, double lon, double lat) noexcept;
+/// Moves view and saved rectangle to a new centre, keeping their spans and the level.
+void RecenterView(ScopeView& view, LatLon center) noexcept;
 
 /// The same centre and the same span from west to east with as many degrees from south to north as make a mile as many
 /// pixels up as across, at the latitude of the centre (89 degrees beyond that, where there is no such span). Both

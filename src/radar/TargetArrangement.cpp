@@ -90,7 +90,7 @@ private:
     {
         mark.Trail.First = m_marks.Points.size();
         for (const LatLon& dot : m_sources.Monitor.HistoryDots(target))
-            if (const auto pixel = VisiblePixel(m_sources.Scene.View, dot.Lat, dot.Lon))
+            if (const auto pixel = VisiblePixel(m_sources.Scene.View, dot))
                 m_marks.Points.push_back(*pixel);
         mark.Trail.Count = m_marks.Points.size() - mark.Trail.First;
     }
@@ -101,9 +101,9 @@ private:
         mark.Minutes.First = m_marks.Points.size();
         for (std::int32_t minute = 1; minute <= m_sources.Options.PredictionMinutes; ++minute) {
             const LatLon there = PositionAhead(track, minute * SecondsPerMinute);
-            if (!OnEarth(there.Lat, there.Lon))
+            if (!OnEarth(there))
                 break;
-            m_marks.Points.push_back(ProjectToScope(m_sources.Scene.View, there.Lat, there.Lon));
+            m_marks.Points.push_back(ProjectToScope(m_sources.Scene.View, there));
         }
         mark.Minutes.Count = m_marks.Points.size() - mark.Minutes.First;
     }
@@ -150,7 +150,7 @@ std::vector<PixelBox> AirportNameBoxes(const MapScene& scene, const Surface& met
     if (scene.View.ZoomLevel < FirstNameLevel || !scene.Flags.ShowAirportNames)
         return boxes;
     for (const AirportRecord& airport : scene.Area.AreaAirports)
-        if (const auto at = VisiblePixel(scene.View, airport.Lat, airport.Lon)) {
+        if (const auto at = VisiblePixel(scene.View, {airport.Lat, airport.Lon})) {
             const std::int32_t width =
                 metrics.TextWidth(airport.Name) + metrics.TextWidth(" - ") + metrics.TextWidth(airport.Icao);
             boxes.push_back({at->X, at->Y, at->X + width, at->Y + metrics.TextHeight()});

@@ -13,7 +13,7 @@ public:
     void Lift() noexcept { m_down = false; }
     void MoveOn(const OutlinePoint& point)
     {
-        const auto at = VisiblePixel(m_view, point.Lat, point.Lon);
+        const auto at = VisiblePixel(m_view, {point.Lat, point.Lon});
         if (!at)
             return;
         const bool onAxis = point.Lat == 0 || point.Lon == 0;
@@ -34,7 +34,7 @@ private:
 static std::size_t NextBetweenEdges(std::span<const OutlinePoint> points, const ScopeView& view, std::size_t i,
                                     std::size_t stride) noexcept
 {
-    while (i < points.size() && !BetweenEdges(view, points[i].Lat, points[i].Lon))
+    while (i < points.size() && !BetweenEdges(view, {points[i].Lat, points[i].Lon}))
         i += stride;
     return i;
 }

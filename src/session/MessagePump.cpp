@@ -169,7 +169,7 @@ void MessagePump::UpdatePosition(PlayerRecord& player, const PositionMessage& po
     player.Latitude = position.Latitude;
     player.Longitude = position.Longitude;
     player.AltitudeFt = position.AltitudeFt;
-    player.MagHeading = MagneticFromTrue(m_magVar, position.TrueHeading, position.Latitude, position.Longitude);
+    player.MagHeading = MagneticFromTrue(m_magVar, position.TrueHeading, {position.Latitude, position.Longitude});
     player.GroundSpeedKt = position.GroundSpeedKt;
 }
 

@@ -17,7 +17,7 @@ static bool IsWithin(const LatLon& one, const LatLon& other, double nm) noexcept
 AirportIndex::AirportIndex(const AreaModel& area)
 {
     for (const AirportRecord& airport : area.AreaAirports)
-        if (OnEarth(airport.Lat, airport.Lon))
+        if (OnEarth({airport.Lat, airport.Lon}))
             m_byLat.push_back({{airport.Lat, airport.Lon},
                                static_cast<double>(airport.ElevationFt),
                                ToUpper(TrimSpaces(airport.Icao))});

@@ -29,7 +29,7 @@ void ConflictSearch::MakeBoxes(std::span<const Mover> movers, const AlertOptions
         farthest = std::max(farthest, std::abs(NorthReachDegrees(mover, options)));
     m_boxes.clear();
     for (const Mover& mover : movers) {
-        assert(OnEarth(mover.Position.Lat, mover.Position.Lon));
+        assert(OnEarth(mover.Position));
         Box box;
         const double north = NorthReachDegrees(mover, options);
         box.South = mover.Position.Lat + std::min(north, 0.0) - halfDegrees;

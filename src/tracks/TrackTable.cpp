@@ -41,7 +41,7 @@ void TrackTable::AddDot(Track& track) const
 
 void TrackTable::Report(const MemberKey& member, const TrackReport& report)
 {
-    if (!OnEarth(report.Position.Lat, report.Position.Lon) || !std::isfinite(report.Time))
+    if (!OnEarth(report.Position) || !std::isfinite(report.Time))
         return;
     const auto [entry, isNew] = m_tracks.try_emplace(member);
     Track& track = entry->second;

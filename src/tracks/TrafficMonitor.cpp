@@ -18,7 +18,7 @@ void TrafficMonitor::SetOptions(const TrackOptions& tracks, const AlertOptions& 
 
 void TrafficMonitor::Report(const PlayerRecord& member, double now)
 {
-    const double trueHeading = TrueFromMagnetic(m_variation, member.MagHeading, member.Latitude, member.Longitude);
+    const double trueHeading = TrueFromMagnetic(m_variation, member.MagHeading, {member.Latitude, member.Longitude});
     m_tracks.Report(KeyOf(member), {.Time = now,
                                     .Position = {member.Latitude, member.Longitude},
                                     .AltitudeFt = member.AltitudeFt,

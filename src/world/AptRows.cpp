@@ -36,8 +36,8 @@ static void PlaceRunway(RowReader& row, RunwayRecord& runway, const LatLon& end1
     runway.CenterLon = center.Lon;
     runway.LengthFt = RoundTo<std::int32_t>(line.LengthM / MetresPerFoot);
     runway.WidthFt = RoundTo<std::int32_t>(widthM / MetresPerFoot);
-    runway.MagHeading = MagneticFromTrue(grid, line.Bearing, end1.Lat, end1.Lon);
-    runway.ReciprocalMagHeading = MagneticFromTrue(grid, line.ReciprocalBearing, end2.Lat, end2.Lon);
+    runway.MagHeading = MagneticFromTrue(grid, line.Bearing, end1);
+    runway.ReciprocalMagHeading = MagneticFromTrue(grid, line.ReciprocalBearing, end2);
     if (widthM < 0 || widthM >= WidestM)
         row.Refuse("the runway's width makes no sense");
     if (runway.LengthFt == 0)

@@ -52,7 +52,7 @@ std::vector<IlsRecord> LocalizerTable::Take(const AirportRecord& airport, const 
         Localizer& localizer = m_localizers[index];
         const LatLon place = PlaceOf(localizer, airport);
         ils.push_back({std::move(localizer.Ident), place.Lat, place.Lon,
-                       MagneticFromTrue(grid, localizer.Course, place.Lat, place.Lon), std::move(localizer.Frequency)});
+                       MagneticFromTrue(grid, localizer.Course, place), std::move(localizer.Frequency)});
     }
     return ils;
 }

@@ -103,12 +103,12 @@ struct Reach {
     double West = 0;
     double Winding = 0; ///< longitudes gone through from the start to the end: a full turn where a pole lies inside
 
-    void Include(double lat, double lon) noexcept
+    void Include(LatLon at) noexcept
     {
-        North = std::max(North, lat);
-        South = std::min(South, lat);
-        East = std::max(East, lon);
-        West = std::min(West, lon);
+        North = std::max(North, at.Lat);
+        South = std::min(South, at.Lat);
+        East = std::max(East, at.Lon);
+        West = std::min(West, at.Lon);
     }
 };
 } // namespace
@@ -120,14 +120,14 @@ static Reach ReachOf(const std::vector<BoundaryPoint>& points) noexcept
     double lon = points.front().Lon;
     for (const BoundaryPoint& point : points) {
         lon += NormalizeLongitude(NormalizeLongitude(point.Lon) - NormalizeLongitude(lon));
-        reach.Include(point.Lat, lon);
+        reach.Include({point.Lat, lon});
     }
     reach.Winding = lon - points.front().Lon;
     return reach;
 }
 
 /// A longitude counted beyond the half turn, brought back; those on it stay.
-static double OnEarth(double lon) noexcept
+static double WithinHalfTurn(double lon) noexcept
 {
     return lon > 180 ? lon - 360 : lon < -180 ? lon + 360 : lon;
 }
@@ -147,8 +147,8 @@ void SetBoxAround(AirspaceRecord& airspace)
     }
     airspace.North = RoundToFourPlaces(reach.North);
     airspace.South = RoundToFourPlaces(reach.South);
-    airspace.West = RoundToFourPlaces(OnEarth(reach.West));
-    airspace.East = RoundToFourPlaces(OnEarth(reach.East));
+    airspace.West = RoundToFourPlaces(WithinHalfTurn(reach.West));
+    airspace.East = RoundToFourPlaces(WithinHalfTurn(reach.East));
     SetCenterOfBox(airspace);
 }
 } // namespace corvane

@@ -73,14 +73,14 @@ TEST(DatabaseLists, KeepsTheNavaidsInside)
     world.AddVor("AAA", 10, 1);
     world.AddVor("BBB", -10, 2);
     world.AddVor("CCC", 20, 3);
-    const auto north = [](double lat, double) { return lat > 0; };
+    const auto north = [](LatLon at) { return at.Lat > 0; };
     MemorySource source("vors", world.Vors);
     EXPECT_THAT(Idents(*ReadNavaids(source, 3, north)), ElementsAre("AAA", "CCC"));
     EXPECT_THAT(Idents(*ReadNavaids(source, 2, north)), ElementsAre("AAA"));
     EXPECT_FALSE(ReadNavaids(source, -3, north));
 
     const std::size_t record = world.Vors.size() / 3;
-    const auto anywhere = [](double, double) { return true; };
+    const auto anywhere = [](LatLon) { return true; };
     for (std::size_t size = 0; size < world.Vors.size(); ++size) {
         MemorySource cut("vors", ByteSpan(world.Vors).first(size));
         EarlyEnds earlyEnds;

@@ -55,8 +55,8 @@ constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST_P(Inside, DependsOnTheEdge)
 {
-    EXPECT_EQ(GetParam().Box.Contains(GetParam().Lat, GetParam().Lon), GetParam().Contains);
-    EXPECT_EQ(GetParam().Box.Touches(GetParam().Lat, GetParam().Lon), GetParam().Touches);
+    EXPECT_EQ(GetParam().Box.Contains({GetParam().Lat, GetParam().Lon}), GetParam().Contains);
+    EXPECT_EQ(GetParam().Box.Touches({GetParam().Lat, GetParam().Lon}), GetParam().Touches);
 }
 
 INSTANTIATE_TEST_SUITE_P(SectorBox, Inside,

@@ -14,7 +14,7 @@ TEST(Terrain, KeepsThePointsInsideInFileOrder)
     std::vector<TerrainPoint> points = {{7, 7, 7}};
     MemorySource source("terrain", world.Terrain);
     ASSERT_TRUE(ReadTerrain(
-        source, [](double lat, double) { return lat > 0; }, points));
+        source, [](LatLon at) { return at.Lat > 0; }, points));
     EXPECT_EQ(points, (std::vector<TerrainPoint>{{7, 7, 7}, {10, 1, 100}, {20.5, -3.25, -300}}));
 }
 
@@ -27,7 +27,7 @@ TEST(Terrain, IgnoresARecordThatIsCutOff)
         std::vector<TerrainPoint> points;
         MemorySource source("terrain", ByteSpan(world.Terrain).first(size));
         ASSERT_TRUE(ReadTerrain(
-            source, [](double, double) { return true; }, points));
+            source, [](LatLon) { return true; }, points));
         EXPECT_EQ(points.size(), size / TerrainRecordSize);
     }
 }

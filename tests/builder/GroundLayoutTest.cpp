@@ -103,9 +103,9 @@ TEST(GroundLayout, OffsetsAreThoseOfTheDestinationDigitForDigit)
         const double lat = latitude(random);
         const double lon = longitude(random);
         const double m = offset(random);
-        const MetricOffsets offsets(lat, lon);
-        ASSERT_EQ(offsets.OffsetToLon(m), DestinationM(lat, lon, m > 0 ? 90 : 270, m).Lon) << lat << ' ' << m;
-        ASSERT_EQ(offsets.OffsetToLat(m), DestinationM(lat, lon, m > 0 ? 0 : 180, m).Lat) << lat << ' ' << m;
+        const MetricOffsets offsets({lat, lon});
+        ASSERT_EQ(offsets.OffsetToLon(m), DestinationM({lat, lon}, m > 0 ? 90 : 270, m).Lon) << lat << ' ' << m;
+        ASSERT_EQ(offsets.OffsetToLat(m), DestinationM({lat, lon}, m > 0 ? 0 : 180, m).Lat) << lat << ' ' << m;
     }
 }
 

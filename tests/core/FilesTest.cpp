@@ -127,20 +127,20 @@ TEST(MagVarGrid, IsFilledFromTheGridOffset)
     ASSERT_TRUE(FillMagVarGrid(*grid, bytes));
     EXPECT_EQ(grid->Values[0], -1);
     EXPECT_EQ(grid->Values[238 * 181 + 122], 1820);
-    EXPECT_EQ(grid->VariationAt(32, -122), 9);     // 9.9975 degrees, truncated
-    EXPECT_EQ(grid->VariationAt(31.5, -121.5), 9); // halves go to the even degree
-    EXPECT_EQ(grid->VariationAt(32.5, -122.5), 9);
-    EXPECT_EQ(grid->VariationAt(33, -122), 0);
+    EXPECT_EQ(grid->VariationAt({32, -122}), 9);     // 9.9975 degrees, truncated
+    EXPECT_EQ(grid->VariationAt({31.5, -121.5}), 9); // halves go to the even degree
+    EXPECT_EQ(grid->VariationAt({32.5, -122.5}), 9);
+    EXPECT_EQ(grid->VariationAt({33, -122}), 0);
 }
 
 TEST(MagVarGrid, TruncatesTowardZeroAndKnowsItsEdges)
 {
     const auto grid = std::make_unique<MagVarGrid>();
     grid->Values.fill(-1000);
-    EXPECT_EQ(grid->VariationAt(90, 179), -5); // -5.49
-    EXPECT_EQ(grid->VariationAt(90, -0.6), -5);
-    EXPECT_EQ(grid->VariationAt(-91, 0), std::nullopt);
-    EXPECT_EQ(grid->VariationAt(0, 1e12), std::nullopt);
+    EXPECT_EQ(grid->VariationAt({90, 179}), -5); // -5.49
+    EXPECT_EQ(grid->VariationAt({90, -0.6}), -5);
+    EXPECT_EQ(grid->VariationAt({-91, 0}), std::nullopt);
+    EXPECT_EQ(grid->VariationAt({0, 1e12}), std::nullopt);
     EXPECT_EQ(grid->VariationAt(std::nan(""), 0), std::nullopt);
 }
 

@@ -19,9 +19,9 @@ class Distances : public testing::TestWithParam<DistanceCase> {};
 TEST_P(Distances, AreWholeMilesAndFeet)
 {
     const DistanceCase& c = GetParam();
-    EXPECT_EQ(DistanceNm(c.Lat1, c.Lon1, c.Lat2, c.Lon2), c.Nm);
-    EXPECT_EQ(DistanceFt(c.Lat1, c.Lon1, c.Lat2, c.Lon2), c.Ft);
-    EXPECT_EQ(DistanceNm(c.Lat2, c.Lon2, c.Lat1, c.Lon1), c.Nm);
+    EXPECT_EQ(DistanceNm({c.Lat1, c.Lon1}, {c.Lat2, c.Lon2}), c.Nm);
+    EXPECT_EQ(DistanceFt({c.Lat1, c.Lon1}, {c.Lat2, c.Lon2}), c.Ft);
+    EXPECT_EQ(DistanceNm({c.Lat2, c.Lon2}, {c.Lat1, c.Lon1}), c.Nm);
 }
 INSTANTIATE_TEST_SUITE_P(Geodesy, Distances,
                          testing::Values(DistanceCase{"SamePoint", 47, -122, 47, -122, 0, 0},
@@ -44,7 +44,7 @@ class TrueCourses : public testing::TestWithParam<CourseCase> {};
 TEST_P(TrueCourses, RoundUpToTheNextWholeDegree)
 {
     const CourseCase& c = GetParam();
-    EXPECT_EQ(TrueCourse(c.Lat1, c.Lon1, c.Lat2, c.Lon2), c.Course);
+    EXPECT_EQ(TrueCourse({c.Lat1, c.Lon1}, {c.Lat2, c.Lon2}), c.Course);
 }
 INSTANTIATE_TEST_SUITE_P(Geodesy, TrueCourses,
                          testing::Values(CourseCase{"SamePoint", 47, -122, 47, -122, 360},
@@ -84,35 +84,35 @@ TEST(ArcFunctions, ReadZeroBeyondOne)
 
 TEST(Destination, RoundsToFivePlacesAndCrossesTheDateLine)
 {
-    EXPECT_EQ(DestinationNm(47.123456, -122.654321, 90, 0), (LatLon{47.12346, -122.65432}));
-    EXPECT_EQ(DestinationNm(47.123456, -122.654321, 90, -5), (LatLon{47.12346, -122.65432}));
-    EXPECT_EQ(DestinationNm(10, 20, 360, 60).Lat, 11);
-    EXPECT_EQ(DestinationNm(0, 179.5, 90, 60).Lon, -179.5);
-    EXPECT_EQ(DestinationNm(0, -179.5, 270, 60).Lon, 179.5);
-    EXPECT_EQ(DestinationFt(10, 20, 360, 6080).Lat, 10.01667); // one mile, a sixtieth of a degree
-    EXPECT_NEAR(DestinationM(10, 20, 180, -1852).Lat, 10 - 1.0 / 60, 1e-9);
+    EXPECT_EQ(DestinationNm({47.123456, -122.654321}, 90, 0), (LatLon{47.12346, -122.65432}));
+    EXPECT_EQ(DestinationNm({47.123456, -122.654321}, 90, -5), (LatLon{47.12346, -122.65432}));
+    EXPECT_EQ(DestinationNm({10, 20}, 360, 60).Lat, 11);
+    EXPECT_EQ(DestinationNm({0, 179.5}, 90, 60).Lon, -179.5);
+    EXPECT_EQ(DestinationNm({0, -179.5}, 270, 60).Lon, 179.5);
+    EXPECT_EQ(DestinationFt({10, 20}, 360, 6080).Lat, 10.01667); // one mile, a sixtieth of a degree
+    EXPECT_NEAR(DestinationM({10, 20}, 180, -1852).Lat, 10 - 1.0 / 60, 1e-9);
 }
 
 TEST(Variation, TurnsTrueIntoMagneticAndBack)
 {
     const auto grid = std::make_unique<MagVarGrid>();
     grid->Values.fill(1821); // 10.003 degrees east
-    EXPECT_EQ(MagneticFromTrue(*grid, 5, 47, -122), 355);
-    EXPECT_EQ(TrueFromMagnetic(*grid, 355, 47, -122), 5);
-    EXPECT_EQ(MagneticFromTrue(*grid, 10, 47, -122), 0);
-    EXPECT_EQ(TrueFromMagnetic(*grid, 350, 47, -122), 360);
-    EXPECT_EQ(MagneticFromTrue(*grid, 5, 95, -400), 5) << "no variation outside the grid";
-    EXPECT_EQ(MagneticCourse(*grid, 47, -122, 47, -121), 80); // true 90
+    EXPECT_EQ(MagneticFromTrue(*grid, 5, {47, -122}), 355);
+    EXPECT_EQ(TrueFromMagnetic(*grid, 355, {47, -122}), 5);
+    EXPECT_EQ(MagneticFromTrue(*grid, 10, {47, -122}), 0);
+    EXPECT_EQ(TrueFromMagnetic(*grid, 350, {47, -122}), 360);
+    EXPECT_EQ(MagneticFromTrue(*grid, 5, {95, -400}), 5) << "no variation outside the grid";
+    EXPECT_EQ(MagneticCourse(*grid, {47, -122}, {47, -121}), 80); // true 90
 }
 
 TEST(Geodesy, SurvivesHostilePositions)
 {
     const double nan = std::nan("");
     for (const double bad : {nan, 1e308, -1e308, std::numeric_limits<double>::infinity()}) {
-        EXPECT_GE(DistanceNm(bad, 1, 2, bad), 0);
-        EXPECT_GE(DistanceFt(1, bad, 2, 3), 0);
-        EXPECT_GE(TrueCourse(bad, bad, 1, 1), 0);
-        DestinationNm(bad, bad, 32767, 32767);
+        EXPECT_GE(DistanceNm({bad, 1}, {2, bad}), 0);
+        EXPECT_GE(DistanceFt({1, bad}, {2, 3}), 0);
+        EXPECT_GE(TrueCourse({bad, bad}, {1, 1}), 0);
+        DestinationNm({bad, bad}, 32767, 32767);
     }
 }
 } // namespace

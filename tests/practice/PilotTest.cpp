@@ -37,7 +37,7 @@ protected:
         const ReportedPosition report = pilot.Report();
         const double lat = LatitudeFromWire(LatitudeToWire(report.Position.Lat));
         const double lon = LongitudeFromWire(LongitudeToWire(report.Position.Lon));
-        return MagneticFromTrue(*Grid, HeadingFromPbh(PbhFromHeading(report.TrueHeading)), lat, lon);
+        return MagneticFromTrue(*Grid, HeadingFromPbh(PbhFromHeading(report.TrueHeading)), {lat, lon});
     }
 
     PracticeScene Scene = test::MakeScene();

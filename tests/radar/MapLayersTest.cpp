@@ -200,7 +200,7 @@ TEST_F(MapLayers, GatesLeaveTheFillSolidEvenUnseen)
 
 TEST_F(MapLayers, PenCarriesOverFromTheLastAirspaceToAnIls)
 {
-    View = StartUpView(1000, 1000, 5, 5, 30);
+    View = StartUpView(1000, 1000, {5, 5}, 30);
     AirportRecord airport = Airfield();
     airport.Lat = airport.Lon = airport.Ils[0].Lat = airport.Ils[0].Lon = 5;
     airport.Runways.clear();
@@ -300,7 +300,7 @@ struct EverythingHere : MapLayers {
     }
     std::set<std::string> LayersAt(std::int16_t level)
     {
-        View = StartUpView(1000, 1000, 5, 5, level);
+        View = StartUpView(1000, 1000, {5, 5}, level);
         return LayersIn(Map());
     }
 };
@@ -362,9 +362,9 @@ TEST_F(EverythingHere, DamagedPositionsDrawNothing)
 
 TEST_F(EverythingHere, EmptyAreasScopesAndUnplacedViewsAreQuiet)
 {
-    View = StartUpView(0, 0, 5, 5, 36);
+    View = StartUpView(0, 0, {5, 5}, 36);
     EXPECT_THAT(Map(), IsEmpty());
-    View = StartUpView(1000, 1000, Nan, Nan, 14);
+    View = StartUpView(1000, 1000, {Nan, Nan}, 14);
     EXPECT_THAT(Map(), IsEmpty());
     Area = {};
     EXPECT_EQ(LayersAt(14), std::set<std::string>{"rings"});

@@ -21,12 +21,12 @@ std::int32_t PlainMinimumAltitude(const AreaModel& area, const PlayerRecord& tar
     for (const AirportRecord& airport : area.AreaAirports) {
         if (ToUpper(TrimSpaces(airport.Icao)) != icao)
             continue;
-        const int reach = DistanceNm(airport.Lat, airport.Lon, target.Latitude, target.Longitude);
+        const int reach = DistanceNm({airport.Lat, airport.Lon}, {target.Latitude, target.Longitude});
         if (reach > 90)
             continue;
         std::int32_t highest = 0;
         for (const TerrainPoint& point : area.TerrainPoints)
-            if (DistanceNm(airport.Lat, airport.Lon, point.Lat, point.Lon) <= reach && point.ElevationFt > highest)
+            if (DistanceNm({airport.Lat, airport.Lon}, {point.Lat, point.Lon}) <= reach && point.ElevationFt > highest)
                 highest = point.ElevationFt;
         minimum = (highest == 0 ? airport.ElevationFt : highest) + 2000;
     }
@@ -163,7 +163,7 @@ LatLon RandomNear(std::mt19937& random, LatLon center, double miles)
 {
     std::uniform_real_distribution<double> distance(0, miles * 1852);
     std::uniform_int_distribution<int> course(0, 359);
-    return DestinationM(center.Lat, center.Lon, course(random), distance(random));
+    return DestinationM(center, course(random), distance(random));
 }
 
 struct RandomArea {
@@ -203,11 +203,11 @@ INSTANTIATE_TEST_SUITE_P(Radar, MinimumAltitudeInRandomAreas,
 TEST(HighestTerrain, CountsPositionsATurnAwayAsDistancesDo)
 {
     const std::vector<TerrainPoint> points = {{0, 360, 100}, {0.5, 359.5, 200}, {1, -181, 300}, {180, 180, 400}};
-    const HighestTerrain highest = FindHighestTerrain(points, 0, 0);
+    const HighestTerrain highest = FindHighestTerrain(points, {0, 0});
     for (std::size_t d = 0; d < highest.size(); ++d) {
         std::int32_t expected = 0;
         for (const TerrainPoint& point : points)
-            if (static_cast<std::size_t>(DistanceNm(0, 0, point.Lat, point.Lon)) <= d)
+            if (static_cast<std::size_t>(DistanceNm({0, 0}, {point.Lat, point.Lon})) <= d)
                 expected = std::max(expected, point.ElevationFt);
         EXPECT_EQ(highest[d], expected) << d;
     }

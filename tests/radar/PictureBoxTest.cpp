@@ -48,7 +48,7 @@ struct PaintedScope : testing::Test {
     AreaModel Area;
     MagVarGrid Grid;
     DisplayFlags Flags;
-    ScopeView View = StartUpView(300, 200, 5, 5);
+    ScopeView View = StartUpView(300, 200, {5, 5});
     ScopeFont Font; // without characters: nothing here depends on texts
 
     PaintedScope()
@@ -71,7 +71,7 @@ TEST_F(PaintedScope, TargetsComeAndGoOverTheMap)
     painter.RestoreMap();
     EXPECT_EQ(painter.Picture(), map);
     painter.Scope().Circle({100, 100}, 5);
-    View = StartUpView(120, 90, 5, 5); // the window was resized
+    View = StartUpView(120, 90, {5, 5}); // the window was resized
     Area = {};
     Flags.ShowRangeRings = false;
     painter.DrawMap(Scene());

@@ -33,7 +33,7 @@ protected:
 
     [[nodiscard]] std::uint32_t PixelAt(double lat, double lon) const
     {
-        const ScopePoint at = ProjectToScope(m_display.View(), lat, lon);
+        const ScopePoint at = ProjectToScope(m_display.View(), {lat, lon});
         return m_display.Picture().At(at.X, at.Y);
     }
 

@@ -36,7 +36,7 @@ ScopeView CrossingView()
     view.ViewSouth = 0;
     view.ScopeWidthPx = 800;
     view.ScopeHeightPx = 400;
-    RecenterView(view, 175, 5);
+    RecenterView(view, {5, 175});
     return view;
 }
 
@@ -53,7 +53,7 @@ std::string CaseName(const testing::TestParamInfo<ProjectCase>& row)
 class NormalView : public testing::TestWithParam<ProjectCase> {};
 TEST_P(NormalView, MapsDegreesToPixels)
 {
-    const ScopePoint at = ProjectToScope(PixelADegreeView(), GetParam().Lat, GetParam().Lon);
+    const ScopePoint at = ProjectToScope(PixelADegreeView(), {GetParam().Lat, GetParam().Lon});
     EXPECT_EQ(at, (ScopePoint{GetParam().X, GetParam().Y}));
 }
 INSTANTIATE_TEST_SUITE_P(Projection, NormalView,
@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(Projection, NormalView,
 class ViewAcross180 : public testing::TestWithParam<ProjectCase> {};
 TEST_P(ViewAcross180, SplitsOppositeItsCenter)
 {
-    const ScopePoint at = ProjectToScope(CrossingView(), GetParam().Lat, GetParam().Lon);
+    const ScopePoint at = ProjectToScope(CrossingView(), {GetParam().Lat, GetParam().Lon});
     EXPECT_EQ(at, (ScopePoint{GetParam().X, GetParam().Y}));
 }
 INSTANTIATE_TEST_SUITE_P(
@@ -86,11 +86,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Projection, OfAnEmptyViewIsTheCorner)
 {
-    EXPECT_EQ(ProjectToScope(ScopeView{}, 10, 10), ScopePoint{});
+    EXPECT_EQ(ProjectToScope(ScopeView{}, {10, 10}), ScopePoint{});
     ScopeView noSize = PixelADegreeView();
     noSize.ScopeWidthPx = 0;
     noSize.ScopeHeightPx = 0;
-    EXPECT_FALSE(InsideScope(noSize, ProjectToScope(noSize, 4, 4)));
+    EXPECT_FALSE(InsideScope(noSize, ProjectToScope(noSize, {4, 4})));
     EXPECT_EQ(DegreesAtPixel(noSize, {5, 5}), (ScopeDegrees{0, 8}));
 }
 
@@ -105,10 +105,10 @@ TEST(InsideScope, LeavesOutTheFirstRowAndColumn)
 
 TEST(OnEarth, EndsAtPolesAndDateLine)
 {
-    EXPECT_TRUE(OnEarth(90, -180));
-    EXPECT_TRUE(OnEarth(-90, 180));
+    EXPECT_TRUE(OnEarth({90, -180}));
+    EXPECT_TRUE(OnEarth({-90, 180}));
     for (const auto& [lat, lon] : {std::pair{90.001, 0.0}, {0.0, 180.001}, {Nan, 0.0}, {0.0, Nan}, {Infinity, 0.0}})
-        EXPECT_FALSE(OnEarth(lat, lon)) << lat << "," << lon;
+        EXPECT_FALSE(OnEarth({lat, lon})) << lat << "," << lon;
 }
 
 TEST(VisiblePixel, AgreesWithProjectionAndInsideTest)
@@ -119,19 +119,20 @@ TEST(VisiblePixel, AgreesWithProjectionAndInsideTest)
     std::uniform_int_distribution<int> edge(-1, 801);
     for (int i = 0; i < 20000; ++i) {
         ScopeView view = CrossingView();
-        RecenterView(view, i % 3 == 0 ? 175 : lon(random), i % 2 == 0 ? 85 : lat(random));
+        RecenterView(view, {i % 2 == 0 ? 85 : lat(random), i % 3 == 0 ? 175 : lon(random)});
         const double x = i % 2 == 0 ? lon(random) : NormalizeLongitude(view.ViewWest + edge(random) * 0.025);
         const double y = i % 2 == 0 ? lat(random) : view.ViewNorth - edge(random) * 0.025;
-        const ScopePoint at = ProjectToScope(view, y, x);
-        const auto expected = InsideScope(view, at) && OnEarth(y, x) ? std::optional(at) : std::nullopt;
-        ASSERT_EQ(VisiblePixel(view, y, x).has_value(), expected.has_value()) << y << "," << x << " " << view.ViewWest;
-        ASSERT_EQ(VisiblePixel(view, y, x).value_or(at), at);
+        const ScopePoint at = ProjectToScope(view, {y, x});
+        const auto expected = InsideScope(view, at) && OnEarth({y, x}) ? std::optional(at) : std::nullopt;
+        ASSERT_EQ(VisiblePixel(view, {y, x}).has_value(), expected.has_value())
+            << y << "," << x << " " << view.ViewWest;
+        ASSERT_EQ(VisiblePixel(view, {y, x}).value_or(at), at);
     }
 }
 
 TEST(StartUp, EndsSixteenDegreesWideAtLevel14)
 {
-    const ScopeView view = StartUpView(1024, 768, -122.3, 47.4);
+    const ScopeView view = StartUpView(1024, 768, {47.4, -122.3});
     EXPECT_EQ(view.ZoomLevel, 14);
     EXPECT_EQ(view.OutlineStep, 5);
     EXPECT_NEAR(view.ViewEast - view.ViewWest, 291.9998 * std::pow(0.8, 13), 1e-9);
@@ -143,7 +144,7 @@ TEST(StartUp, EndsSixteenDegreesWideAtLevel14)
 
 TEST(Zoom, StopsAtBothEnds)
 {
-    ScopeView view = StartUpView(800, 600, 0, 0);
+    ScopeView view = StartUpView(800, 600, {0, 0});
     for (int press = 0; press < 41; ++press)
         ZoomIn(view);
     EXPECT_EQ(view.ZoomLevel, 55);
@@ -178,13 +179,13 @@ INSTANTIATE_TEST_SUITE_P(Zoom, OutlineStride,
 
 TEST(Zoom, SavesTheRectangleBelowLevel36)
 {
-    ScopeView view = StartUpView(800, 600, 10, 20, 35);
+    ScopeView view = StartUpView(800, 600, {20, 10}, 35);
     const ScopeView at35 = view;
     EXPECT_EQ(view.SavedEast, view.ViewEast);
     ZoomIn(view);
     EXPECT_EQ(view.SavedEast, at35.ViewEast);
     EXPECT_LT(view.ViewEast, at35.ViewEast);
-    RecenterView(view, 20, 20);
+    RecenterView(view, {20, 20});
     EXPECT_NEAR(view.SavedEast, at35.ViewEast + 10, 1e-9); // moved along, as wide as it was
 }
 
@@ -196,7 +197,7 @@ TEST(Zoom, InThenOutRestoresAnyView)
     std::uniform_int_distribution<int> level(1, 54);
     for (int i = 0; i < 500; ++i) {
         const auto zoom = static_cast<std::int16_t>(level(random));
-        const ScopeView before = StartUpView(1000, 700, lon(random), lat(random), zoom);
+        const ScopeView before = StartUpView(1000, 700, {lat(random), lon(random)}, zoom);
         ScopeView view = before;
         ZoomIn(view);
         ZoomOut(view);
@@ -214,7 +215,7 @@ TEST(Recenter, CrossesTheDateLine)
     EXPECT_EQ(view.ViewWest, 165);
     EXPECT_EQ(view.ViewEast, -175);
     ScopeView back = view;
-    RecenterView(back, -20, 80);
+    RecenterView(back, {80, -20});
     EXPECT_EQ(back.ViewWest, -30);
     EXPECT_EQ(back.ViewEast, -10);
     EXPECT_EQ(back.ViewNorth, 85);
@@ -239,10 +240,10 @@ TEST(PointerDegrees, ProjectBackToTheirPixel)
     std::uniform_int_distribution<std::int32_t> x(0, 1000);
     std::uniform_int_distribution<std::int32_t> y(0, 700);
     for (int i = 0; i < 2000; ++i) {
-        const auto view = StartUpView(1000, 700, lon(random), lat(random), static_cast<std::int16_t>(level(random)));
+        const auto view = StartUpView(1000, 700, {lat(random), lon(random)}, static_cast<std::int16_t>(level(random)));
         const ScopePoint pixel{x(random), y(random)};
         const ScopeDegrees at = DegreesAtPixel(view, pixel);
-        const ScopePoint back = ProjectToScope(view, at.Y, NormalizeLongitude(at.X));
+        const ScopePoint back = ProjectToScope(view, {at.Y, NormalizeLongitude(at.X)});
         EXPECT_NEAR(back.X, pixel.X, 1) << view.ViewWest << " " << view.ViewEast << " " << at.X;
         EXPECT_NEAR(back.Y, pixel.Y, 1);
     }

@@ -48,7 +48,7 @@ protected:
     [[nodiscard]] ScopePoint DotOf(std::size_t slot) const
     {
         const PlayerRecord& player = m_players.Players()[slot];
-        return ProjectToScope(m_display.View(), player.Latitude, player.Longitude);
+        return ProjectToScope(m_display.View(), {player.Latitude, player.Longitude});
     }
     [[nodiscard]] const TargetMark& MarkOf(std::size_t slot) { return m_display.Targets().Marks().Targets.at(slot); }
     [[nodiscard]] ScopePoint BlockOf(std::size_t slot)

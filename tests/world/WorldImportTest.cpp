@@ -113,7 +113,7 @@ TEST(WorldImport, PointsTheSettingsToItsOwnGridAndTellsTheSources)
     EXPECT_EQ(settings->AirportCount, 7);
     const auto grid = std::make_unique<MagVarGrid>();
     ReadMagVarGrid(*grid, settings->FsPath);
-    EXPECT_EQ(grid->VariationAt(10, -30), 10);
+    EXPECT_EQ(grid->VariationAt({10, -30}), 10);
     EXPECT_THAT(ContentOf(folder.Path())[std::string(CreditsFileName)],
                 testing::AllOf(testing::HasSubstr("apt.dat\n  1130 Version"), testing::HasSubstr("CC0")));
 }

@@ -266,9 +266,9 @@ void MainWindow::GiveBack()
     activateWindow();
 }
 
-void MainWindow::RecenterView(double lon, double lat)
+void MainWindow::RecenterView(LatLon center)
 {
-    m_display.Recenter(lon, lat);
+    m_display.Recenter(center);
     UpdateScope();
 }
 

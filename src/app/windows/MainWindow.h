@@ -42,7 +42,7 @@ public:
     void TakeOver();
     void GiveBack();
 
-    void RecenterView(double lon, double lat);
+    void RecenterView(corvane::LatLon center);
     /// Another area has been loaded: caption and scope follow.
     void ShowNewArea();
     /// The display flags have changed.

@@ -85,7 +85,7 @@ void TargetControls::CenterOn(const MemberKey& member)
     if (!slot)
         return; // it has left meanwhile
     const PlayerRecord& player = m_players.Players()[*slot];
-    m_display.Recenter(player.Longitude, player.Latitude);
+    m_display.Recenter({player.Latitude, player.Longitude});
     emit Changed();
 }
 } // namespace corvane

@@ -50,7 +50,7 @@ void AirportListWindow::CenterOnPicked()
 {
     const auto airports = PickedAirports();
     for (const AirportRecord* airport : airports)
-        emit CenterRequested(airport->Lon, airport->Lat);
+        emit CenterRequested({airport->Lat, airport->Lon});
     if (!airports.empty())
         close();
 }

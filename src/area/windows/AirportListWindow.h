@@ -22,7 +22,7 @@ public:
     ~AirportListWindow() override;
 
 signals:
-    void CenterRequested(double lon, double lat);
+    void CenterRequested(corvane::LatLon center);
     void Closed();
 
 protected:

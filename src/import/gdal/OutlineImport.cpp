@@ -200,7 +200,7 @@ void OutlineReader::AddLine(std::span<const LatLon> line)
     ++m_counts.Lines;
     m_counts.Points += static_cast<std::int64_t>(line.size());
     for (const LatLon& vertex : line)
-        m_counts.Bounds.Include(vertex.Lat, vertex.Lon);
+        m_counts.Bounds.Include(vertex);
 }
 
 Result<OutlineCounts> ImportOutlinesThroughGdal(const OutlineImport& import, const ImportProgressCallback& progress)

@@ -230,7 +230,7 @@ static Result<void> WritePeaks(const TerrainGrid& grid, AtomicFile& out, Terrain
         AppendTerrainPoint(record, peak.Position, RoundTo<std::int32_t>(peak.ElevationM / MetresPerFoot));
         out.Write(record);
         ++counts.Points;
-        counts.Bounds.Include(peak.Position.Lat, peak.Position.Lon);
+        counts.Bounds.Include(peak.Position);
     }
     return out.Commit();
 }

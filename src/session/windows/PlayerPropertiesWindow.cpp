@@ -68,7 +68,7 @@ void PlayerPropertiesWindow::Center()
 {
     const std::optional<LatLon> position = m_editor.Center();
     if (position) {
-        emit CenterRequested(position->Lon, position->Lat);
+        emit CenterRequested(*position);
         close();
     }
 }

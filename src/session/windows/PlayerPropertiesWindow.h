@@ -23,7 +23,7 @@ public:
     void PickName(const QString& name);
 
 signals:
-    void CenterRequested(double lon, double lat);
+    void CenterRequested(corvane::LatLon center);
     void Closed();
 
 protected:

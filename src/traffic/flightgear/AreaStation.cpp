@@ -16,7 +16,7 @@ FlightGearStation StationAt(const AreaModel& area, std::string callsign)
     station.RangeNm = area.AreaMode == ControlMode::Sector ? SectorRangeNm : AirportRangeNm;
     int nearestNm = AtTheAirportNm + 1;
     for (const AirportRecord& airport : area.AreaAirports) {
-        const int nm = DistanceNm(area.AreaCenterLat, area.AreaCenterLon, airport.Lat, airport.Lon);
+        const int nm = DistanceNm({area.AreaCenterLat, area.AreaCenterLon}, {airport.Lat, airport.Lon});
         if (nm < nearestNm) {
             nearestNm = nm;
             station.ElevationFt = airport.ElevationFt;

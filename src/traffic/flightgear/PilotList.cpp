@@ -76,8 +76,7 @@ bool PilotList::IsNews(const Pilot& pilot, const PositionPacket& packet, std::in
     if (nowMs - pilot.HeardMs >= HoldsPlaceMs)
         return true;
     const LatLon was = pilot.Report.Position;
-    return packet.Model == pilot.Model &&
-           DistanceNm(was.Lat, was.Lon, packet.Position.Lat, packet.Position.Lon) <= FarthestJumpNm;
+    return packet.Model == pilot.Model && DistanceNm(was, packet.Position) <= FarthestJumpNm;
 }
 
 void PilotList::Report(Pilot& pilot, std::int64_t nowMs, TrafficEvents& events)

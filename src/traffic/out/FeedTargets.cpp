@@ -68,7 +68,7 @@ FeedReport FeedTargets::Describe(const PlayerRecord& player, FeedAddress address
     report.Position = FeedPosition(player.Latitude, player.Longitude);
     report.AltitudeFt = FeedAltitude(player.AltitudeFt);
     report.GroundSpeedKt = FeedSpeed(player.GroundSpeedKt);
-    report.TrackDeg = TrueFromMagnetic(m_magVar, player.MagHeading, player.Latitude, player.Longitude);
+    report.TrackDeg = TrueFromMagnetic(m_magVar, player.MagHeading, {player.Latitude, player.Longitude});
     const TrafficDetails* const details = m_details == nullptr ? nullptr : m_details->Find(player.PlayerId);
     if (details != nullptr && details->Report) {
         report.Squawk = details->Report->Squawk;
@@ -90,7 +90,7 @@ std::string FeedTargets::Due(std::span<const PlayerRecord> players, std::int64_t
     std::string lines;
     for (const PlayerRecord& player : players) {
         const bool placed =
-            OnEarth(player.Latitude, player.Longitude) && (player.Latitude != 0 || player.Longitude != 0);
+            OnEarth({player.Latitude, player.Longitude}) && (player.Latitude != 0 || player.Longitude != 0);
         if (player.Role != PilotRole || !placed)
             continue;
         Target& target = TargetOf(player);

@@ -161,10 +161,10 @@ TEST_F(RadarWindowTest, TheAirspaceUnderThePointerIsHighlighted)
 {
     const auto& airspaces = m_state.Area.AreaAirspaces;
     const auto tracon = std::find_if(airspaces.rbegin(), airspaces.rend(), [&](const AirspaceRecord& airspace) {
-        return airspace.Kind == TraconKind && VisiblePixel(m_view, airspace.CenterLat, airspace.CenterLon);
+        return airspace.Kind == TraconKind && VisiblePixel(m_view, {airspace.CenterLat, airspace.CenterLon});
     });
     ASSERT_NE(tracon, airspaces.rend());
-    const ScopePoint center = ProjectToScope(m_view, tracon->CenterLat, tracon->CenterLon);
+    const ScopePoint center = ProjectToScope(m_view, {tracon->CenterLat, tracon->CenterLon});
     EXPECT_NE(PixelAt(center), Yellow);
     MovePointerTo({center.X + 3, center.Y});
     Fire(m_radar, "Timer4");
