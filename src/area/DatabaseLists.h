@@ -2,6 +2,7 @@
 
 #include "area/EarlyEnds.h"
 #include "core/ByteSource.h"
+#include "core/LatLon.h"
 #include "core/Records.h"
 #include "core/Result.h"
 

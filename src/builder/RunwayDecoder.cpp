@@ -92,8 +92,8 @@ bool RunwayDecoder::DecodeRunway(std::int64_t r)
     m_heading = RoundHalfEven(heading);
     m_reciprocalHeading = RoundHalfEven(reciprocal);
     Designate(runway, number, side);
-    const auto magnetic = Magnetic(m_scan.Grid, m_heading, runway.End1Lat, runway.End1Lon);
-    const auto reciprocalMagnetic = Magnetic(m_scan.Grid, m_reciprocalHeading, runway.End2Lat, runway.End2Lon);
+    const auto magnetic = Magnetic(m_scan.Grid, m_heading, {runway.End1Lat, runway.End1Lon});
+    const auto reciprocalMagnetic = Magnetic(m_scan.Grid, m_reciprocalHeading, {runway.End2Lat, runway.End2Lon});
     if (!magnetic || !reciprocalMagnetic)
         return false;
     runway.MagHeading = *magnetic;
@@ -115,7 +115,7 @@ bool RunwayDecoder::DecodeIls(std::int64_t q, std::int64_t size)
     const double heading = RoundHalfEven(HeadingDegrees(reader.ReadI32(q + 32)));
     std::optional<std::string> frequency = BcdFrequency(reader.ReadI32(q + 36));
     ils.Ident = m_scan.ReadText(q + 56, size - 48);
-    const auto magnetic = Magnetic(m_scan.Grid, heading, ils.Lat, ils.Lon);
+    const auto magnetic = Magnetic(m_scan.Grid, heading, {ils.Lat, ils.Lon});
     if (m_scan.Stopped() || !frequency || !magnetic)
         return false;
     ils.Frequency = *std::move(frequency);
