@@ -257,8 +257,7 @@ void Refresh300(benchmark::State& state, const DisplayOptions& options)
     const ScopeFont font = MakeScopeFont(ScopeQFont());
     AreaModel area;
     area.AreaAirports = test::PracticeAirports();
-    area.AreaCenterLat = Center.Lat;
-    area.AreaCenterLon = Center.Lon;
+    area.AreaCenter = Center;
     const auto grid = std::make_unique<MagVarGrid>();
     const DisplayFlags flags;
     const SessionState session;

@@ -129,8 +129,7 @@ AreaModel MakeArea(const AreaSize& size)
 {
     RandomPlaces places;
     AreaModel area;
-    area.AreaCenterLat = Center.Lat;
-    area.AreaCenterLon = Center.Lon;
+    area.AreaCenter = Center;
     area.AreaAirports.push_back(RandomAirport(places, Center, 0));
     for (int i = 1; i < size.Airports; ++i)
         area.AreaAirports.push_back(RandomAirport(places, places.Near(size.Degrees), i));

@@ -14,8 +14,8 @@ static Result<std::unique_ptr<TrafficFeed>> OpenTypedFeed(const AreaModel& area,
     if (!place)
         return place.error();
     NearestTrafficOptions nearest;
-    nearest.Center = {area.AreaCenterLat, area.AreaCenterLon};
-    nearest.FollowCenter = [&area] { return LatLon{area.AreaCenterLat, area.AreaCenterLon}; };
+    nearest.Center = area.AreaCenter;
+    nearest.FollowCenter = [&area] { return area.AreaCenter; };
     return OpenAircraftFeed(*place, std::move(nearest));
 }
 

@@ -21,7 +21,7 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
         options.PeerForEach = false;
         options.HostStaysS = -1;
     }
-    const LatLon center{area.AreaCenterLat, area.AreaCenterLon};
+    const LatLon center = area.AreaCenter;
     auto session = PracticeSession::Create(
         m_transport, PracticeScene(area.AreaAirports, area.AreaVors, area.AreaNdbs, center), m_variation, options);
     if (!session)

@@ -48,8 +48,7 @@ static AreaModel EmptyCopy(const AreaModel& area)
     AreaModel fresh;
     fresh.AreaName = area.AreaName;
     fresh.AreaMode = area.AreaMode;
-    fresh.AreaCenterLat = area.AreaCenterLat;
-    fresh.AreaCenterLon = area.AreaCenterLon;
+    fresh.AreaCenter = area.AreaCenter;
     return fresh;
 }
 
@@ -82,11 +81,10 @@ static Result<void> SelectAirport(ByteSource& airports, std::string_view airport
                 return;
             area.AreaName = airportEntry;
             area.AreaMode = ControlMode::Airport;
-            area.AreaCenterLat = head.Lat;
-            area.AreaCenterLon = head.Lon;
+            area.AreaCenter = {head.Lat, head.Lon};
         },
         earlyEnds);
-    if (walked && !(std::isfinite(area.AreaCenterLat) && std::isfinite(area.AreaCenterLon)))
+    if (walked && !(std::isfinite(area.AreaCenter.Lat) && std::isfinite(area.AreaCenter.Lon)))
         return Fail(airports.Name(), "gives no position for " + area.AreaName);
     return walked;
 }
@@ -138,8 +136,8 @@ static Result<void> AddTracons(AreaModel& area)
 static Result<void> AddAirspacesOverCenter(std::span<const AirspaceRecord> allAirspaces, AreaModel& area)
 {
     for (const AirspaceRecord& airspace : allAirspaces) {
-        if (airspace.North > area.AreaCenterLat && airspace.South < area.AreaCenterLat &&
-            airspace.East > area.AreaCenterLon && airspace.West < area.AreaCenterLon)
+        if (airspace.North > area.AreaCenter.Lat && airspace.South < area.AreaCenter.Lat &&
+            airspace.East > area.AreaCenter.Lon && airspace.West < area.AreaCenter.Lon)
             area.AreaAirspaces.push_back(airspace);
     }
     return {};
@@ -159,8 +157,7 @@ static Result<void> SelectSector(std::span<const AirspaceRecord> allAirspaces, s
     const LatLon center = box.Center();
     area.AreaName = sectorName;
     area.AreaMode = ControlMode::Sector;
-    area.AreaCenterLat = center.Lat;
-    area.AreaCenterLon = center.Lon;
+    area.AreaCenter = center;
     return {};
 }
 
@@ -205,7 +202,7 @@ Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std
         {"Getting selected airport's information...",
          [&] {
              Result<void> selected = SelectAirport(*files.Airports, airportEntry, fresh, spots, &early);
-             circle = AreaCircle({fresh.AreaCenterLat, fresh.AreaCenterLon});
+             circle = AreaCircle(fresh.AreaCenter);
              return selected;
          }},
         {"Getting area's airports...",
@@ -219,8 +216,8 @@ Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std
         {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, circle, fresh.TerrainPoints); }},
         {"Getting world's outlines...",
          [&] {
-             const OutlineWindow window = OutlineWindowAround(fresh.AreaCenterLat, fresh.AreaCenterLat,
-                                                              fresh.AreaCenterLon, fresh.AreaCenterLon);
+             const OutlineWindow window = OutlineWindowAround(fresh.AreaCenter.Lat, fresh.AreaCenter.Lat,
+                                                              fresh.AreaCenter.Lon, fresh.AreaCenter.Lon);
              return CutOutlines(*files.WorldMap, window, fresh.OutlinePoints);
          }},
     }};

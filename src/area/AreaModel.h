@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/LatLon.h"
 #include "core/Records.h"
 
 #include <cstdint>
@@ -42,8 +43,7 @@ struct OutlinePoint {
 struct AreaModel {
     std::string AreaName;
     ControlMode AreaMode = ControlMode::None;
-    double AreaCenterLat = 0;
-    double AreaCenterLon = 0;
+    LatLon AreaCenter;
     std::vector<AirportRecord> AreaAirports;
     std::vector<NavaidRecord> AreaVors;
     std::vector<NavaidRecord> AreaNdbs;

@@ -24,8 +24,8 @@ static void WriteArea(std::ostream& out, const AreaModel& area)
 {
     const Json head = {{"AreaName", TextJson(area.AreaName)},
                        {"AreaMode", TextJson(AreaModeText(area.AreaMode))},
-                       {"AreaCenterLat", area.AreaCenterLat},
-                       {"AreaCenterLon", area.AreaCenterLon}};
+                       {"AreaCenterLat", area.AreaCenter.Lat},
+                       {"AreaCenterLon", area.AreaCenter.Lon}};
     std::string open = ToLine(head);
     open.pop_back(); // the object goes on
     out << open;

@@ -47,7 +47,7 @@ Result<AreaModel> LoadArea(const AreaOptions& options, std::ostream& notices)
         return loaded.error();
     if (!earlyEnds.Files().empty())
         notices << "corvane-cli: " << TerminalText(earlyEnds.Warning()) << '\n';
-    const bool found = isAirport ? !area.AreaName.empty() : area.AreaCenterLat != 0 || area.AreaCenterLon != 0;
+    const bool found = isAirport ? !area.AreaName.empty() : area.AreaCenter.Lat != 0 || area.AreaCenter.Lon != 0;
     if (!found)
         notices << "corvane-cli: the database has no " << (isAirport ? "airport " : "sector ") << TerminalText(chosen)
                 << '\n';

@@ -61,8 +61,7 @@ static Result<PracticeScene> LoadScene(const HostOptions& options)
     if (!settings)
         return settings.error();
     AreaModel area;
-    area.AreaCenterLat = center.Lat;
-    area.AreaCenterLon = center.Lon;
+    area.AreaCenter = center;
     std::vector<AirspaceRecord> airspaces;
     UnwatchedProgress unwatched;
     const Result<void> loaded =

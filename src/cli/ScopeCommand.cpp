@@ -88,8 +88,7 @@ static Result<std::vector<PlayerRecord>> ReadPlayers(const std::string& fileName
 static ScopeView ViewOf(const ScopeOptions& options, const AreaModel& area)
 {
     const auto size = *ParseNumbers(options.Size, 'x', 2);
-    ScopeView view = StartUpView(RoundTo<std::int32_t>(size[0]), RoundTo<std::int32_t>(size[1]),
-                                 {area.AreaCenterLat, area.AreaCenterLon});
+    ScopeView view = StartUpView(RoundTo<std::int32_t>(size[0]), RoundTo<std::int32_t>(size[1]), area.AreaCenter);
     ZoomTo(view, static_cast<std::int16_t>(options.Zoom));
     if (const auto center = ParseNumbers(options.Center, ',', 2))
         RecenterView(view, {(*center)[0], (*center)[1]});

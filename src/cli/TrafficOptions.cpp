@@ -130,14 +130,13 @@ static Result<AreaModel> LoadPlace(const TrafficOptions& options, const FolderOp
 {
     if (const auto place = ParseNumbers(options.Around, ',', 2)) {
         AreaModel area;
-        area.AreaCenterLat = place->front();
-        area.AreaCenterLon = place->back();
+        area.AreaCenter = {place->front(), place->back()};
         return area;
     }
     AreaOptions wanted = options.Area;
     wanted.Folders = folders;
     auto area = LoadArea(wanted, notices);
-    if (area && area->AreaCenterLat == 0 && area->AreaCenterLon == 0)
+    if (area && area->AreaCenter.Lat == 0 && area->AreaCenter.Lon == 0)
         return Fail("traffic", "without its area nobody knows which traffic is wanted");
     return area;
 }
@@ -160,9 +159,8 @@ static Result<OpenedTraffic> OpenFlightGear(const TrafficOptions& options, const
         return feed.error();
     OpenedTraffic opened{.Feed = {}, .Address = (*feed)->LocalAddress(), .Port = (*feed)->LocalPort()};
     opened.Feed = std::make_unique<NearestTraffic>(
-        *std::move(feed), NearestTrafficOptions{.Center = {area.AreaCenterLat, area.AreaCenterLon},
-                                                .RadiusNm = WholeEarthNm,
-                                                .Most = options.Most});
+        *std::move(feed),
+        NearestTrafficOptions{.Center = area.AreaCenter, .RadiusNm = WholeEarthNm, .Most = options.Most});
     return opened;
 }
 
@@ -176,8 +174,7 @@ Result<OpenedTraffic> OpenTraffic(const TrafficOptions& options, const FolderOpt
     const auto place = ParseFeedPlace(options.Feed);
     if (!place)
         return place.error();
-    const NearestTrafficOptions nearest{
-        .Center = {area->AreaCenterLat, area->AreaCenterLon}, .RadiusNm = options.RadiusNm, .Most = options.Most};
+    const NearestTrafficOptions nearest{.Center = area->AreaCenter, .RadiusNm = options.RadiusNm, .Most = options.Most};
     return OpenedTraffic{.Feed = OpenAircraftFeed(*place, nearest),
                          .Address = place->Kind == FeedKind::JsonFile ? place->Path : place->Host,
                          .Port = place->Port};

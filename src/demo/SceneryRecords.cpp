@@ -65,7 +65,7 @@ static void AppendReference(Bytes& out, const SceneryAirport& airport)
 {
     const ChainRecord record(out, ReferenceTag);
     ByteWriter writer(out);
-    AppendPosition(writer, airport.Lat, airport.Lon);
+    AppendPosition(writer, {airport.Lat, airport.Lon});
     AppendHeight(writer, airport.ElevationFt);
 }
 
@@ -99,7 +99,7 @@ static void AppendIls(Bytes& out, const SceneryIls& ils, std::int32_t runwayHead
     constexpr std::int32_t IlsKind = 4; // other kinds of this record are the rest of the runway's equipment
     const ChainRecord record(out, IlsTag);
     ByteWriter writer(out);
-    AppendPosition(writer, ils.Lat, ils.Lon);
+    AppendPosition(writer, {ils.Lat, ils.Lon});
     AppendHeight(writer, ils.ElevationFt);
     const std::int32_t course = ils.FarEnd ? OppositeHeadingWord(runwayHeading) : runwayHeading;
     writer.WriteI32(TurnedHeadingWord(course, ils.CourseOffset));
@@ -115,7 +115,7 @@ static void AppendRunway(Bytes& out, const SceneryRunway& runway)
     {
         const ChainRecord record(out, RunwayTag);
         ByteWriter writer(out);
-        AppendPosition(writer, runway.Lat, runway.Lon);
+        AppendPosition(writer, {runway.Lat, runway.Lon});
         AppendHeight(writer, runway.ElevationFt);
         writer.WriteI32(heading);
         writer.WriteI32(0);
@@ -200,14 +200,14 @@ static void AppendVertex(Bytes& out, std::int32_t tag, const BoundaryPoint& poin
 {
     const ChainRecord record(out, tag);
     ByteWriter writer(out);
-    AppendPosition(writer, point.Lat, point.Lon);
+    AppendPosition(writer, {point.Lat, point.Lon});
 }
 
 static void AppendStart(Bytes& out, const SceneryBoundary& boundary, const BoundaryPoint& point)
 {
     const ChainRecord record(out, 0x12002);
     ByteWriter writer(out);
-    AppendPosition(writer, point.Lat, point.Lon);
+    AppendPosition(writer, {point.Lat, point.Lon});
     writer.WriteI32(boundary.Floor);
     writer.WriteI32(boundary.Ceiling);
 }

@@ -24,7 +24,7 @@ void RadarDisplay::MapIsStale() noexcept
 void RadarDisplay::Load(std::int32_t widthPx, std::int32_t heightPx)
 {
     m_pointer = {};
-    m_view = StartUpView(widthPx, heightPx, {m_sources.Area.AreaCenterLat, m_sources.Area.AreaCenterLon});
+    m_view = StartUpView(widthPx, heightPx, m_sources.Area.AreaCenter);
     MapIsStale();
 }
 
@@ -67,14 +67,14 @@ void RadarDisplay::MoveViewTo(LatLon center)
 
 void RadarDisplay::CenterOnArea()
 {
-    Recenter({m_sources.Area.AreaCenterLat, m_sources.Area.AreaCenterLon});
+    Recenter(m_sources.Area.AreaCenter);
 }
 
 void RadarDisplay::Show(LatLon center, double zoomLevel)
 {
     constexpr double Poles = 90;
     constexpr double Around = 360;
-    Recenter(NormalizeLongitude(std::clamp(center.Lon, -Around, Around)), std::clamp(center.Lat, -Poles, Poles));
+    Recenter({std::clamp(center.Lat, -Poles, Poles), NormalizeLongitude(std::clamp(center.Lon, -Around, Around))});
     for (int level = 0; level != m_view.ZoomLevel && m_view.ZoomLevel != zoomLevel;) {
         level = m_view.ZoomLevel; // until no step changes it any more
         m_view.ZoomLevel < zoomLevel ? ZoomIn() : ZoomOut();
@@ -86,13 +86,13 @@ void RadarDisplay::Pan(int eastTenths, int northTenths)
     constexpr double Poles = 90;
     const double width = UserScaleRight(m_shown) - m_shown.ViewWest;
     const double height = m_shown.ViewNorth - m_shown.ViewSouth;
-    const double lat = m_view.ViewCenterLat + height * northTenths / 10;
-    Recenter(NormalizeLongitude(m_view.ViewCenterLon + width * eastTenths / 10), std::clamp(lat, -Poles, Poles));
+    const double lat = m_view.ViewCenter.Lat + height * northTenths / 10;
+    Recenter({std::clamp(lat, -Poles, Poles), NormalizeLongitude(m_view.ViewCenter.Lon + width * eastTenths / 10)});
 }
 
 void RadarDisplay::RedrawAll()
 {
-    MoveViewTo({m_view.ViewCenterLat, m_view.ViewCenterLon});
+    MoveViewTo(m_view.ViewCenter);
 }
 
 void RadarDisplay::AreaChanged()

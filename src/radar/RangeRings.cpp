@@ -12,8 +12,8 @@ void DrawRangeRings(Surface& surface, const ScopeView& view)
     surface.State.PenWidth = 1;
     surface.State.Style = PenStyle::Dash;
     for (int nm = RingStepNm; nm <= LargestRingNm; nm += RingStepNm) {
-        const LatLon northWest = DestinationNm({view.ViewCenterLat, view.ViewCenterLon}, 315, nm);
-        const LatLon southEast = DestinationNm({view.ViewCenterLat, view.ViewCenterLon}, 135, nm);
+        const LatLon northWest = DestinationNm(view.ViewCenter, 315, nm);
+        const LatLon southEast = DestinationNm(view.ViewCenter, 135, nm);
         if (OnEarth(northWest) && OnEarth(southEast))
             surface.Ellipse(ProjectToScope(view, northWest), ProjectToScope(view, southEast));
     }

@@ -56,7 +56,7 @@ ScopePoint ProjectToScope(const ScopeView& view, LatLon at) noexcept
                 ProjectLatitude(view, at.Lat)};
     if (!CrossesDateLine(view))
         return {};
-    const double opposite = NormalizeLongitude(view.ViewCenterLon - 180);
+    const double opposite = NormalizeLongitude(view.ViewCenter.Lon - 180);
     if (opposite <= at.Lon && at.Lon <= 180) // asked first: the opposite meridian itself counts as west of 180 degrees
         return {RoundTo<std::int32_t>((at.Lon - view.ViewWest) / ((view.ViewEast + 360) - view.ViewWest) *
                                       view.ScopeWidthPx),
@@ -134,8 +134,7 @@ static void RecenterRectangle(double& west, double& north, double& east, double&
 
 void RecenterView(ScopeView& view, LatLon center) noexcept
 {
-    view.ViewCenterLon = center.Lon;
-    view.ViewCenterLat = center.Lat;
+    view.ViewCenter = center;
     RecenterRectangle(view.ViewWest, view.ViewNorth, view.ViewEast, view.ViewSouth, center);
     RecenterRectangle(view.SavedWest, view.SavedNorth, view.SavedEast, view.SavedSouth, center);
 }

@@ -28,8 +28,8 @@ struct ScopeView {
     std::int16_t ZoomLevel = 1;    ///< 1 (the world) .. 55
     std::int16_t OutlineStep = 18; ///< stride through the world outline points, 3 .. OutlineStepMax
     std::int16_t OutlineStepMax = 18;
-    double ViewCenterLat = 0; ///< as last given to RecenterView
-    double ViewCenterLon = 0; ///< also decides where a view across 180 degrees is split
+    LatLon
+        ViewCenter; ///< as last given to RecenterView; its longitude decides where a view across 180 degrees is split
     bool operator==(const ScopeView&) const = default;
 };
 

@@ -64,8 +64,8 @@ TEST(AirportArea, HoldsWhatLiesWithin90MilesInFileOrder)
     ASSERT_TRUE(LoadAirport(world, "KSEA - Field", area));
     EXPECT_EQ(area.AreaName, "KSEA - Field");
     EXPECT_EQ(area.AreaMode, ControlMode::Airport);
-    EXPECT_EQ(area.AreaCenterLat, 47);
-    EXPECT_EQ(area.AreaCenterLon, -122);
+    EXPECT_EQ(area.AreaCenter.Lat, 47);
+    EXPECT_EQ(area.AreaCenter.Lon, -122);
     EXPECT_THAT(Idents(area.AreaAirports), ElementsAre("KNEA", "KSEA", "KEDG"));
     EXPECT_THAT(Idents(area.AreaVors), ElementsAre("SEA"));
     EXPECT_THAT(Idents(area.AreaNdbs), ElementsAre("NDB"));
@@ -97,7 +97,7 @@ TEST(AirportArea, TakesTheLastOfEqualEntriesAndComparesExactly)
     world.AddAirport(MakeAirport("aaaa", 50, 60));
     AreaModel area;
     ASSERT_TRUE(LoadAirport(world, "AAAA - Field", area));
-    EXPECT_EQ(area.AreaCenterLat, 30);
+    EXPECT_EQ(area.AreaCenter.Lat, 30);
     EXPECT_THAT(Idents(area.AreaAirports), ElementsAre("AAAA"));
 }
 
@@ -106,8 +106,7 @@ TEST(AirportArea, MeasuresFromTheOldCenterWhenNoAirportHasTheEntry)
     SmallWorld world = Northwest();
     AreaModel area;
     area.AreaName = "before";
-    area.AreaCenterLat = 50;
-    area.AreaCenterLon = -122;
+    area.AreaCenter = {50, -122};
     for (const char* entry : {"KSEA", "KSEA - Fiel", "KSEA - Field ", "ksea - Field", ""}) {
         ASSERT_TRUE(LoadAirport(world, entry, area));
         EXPECT_EQ(area.AreaName, "before");
@@ -195,8 +194,8 @@ TEST(SectorArea, HoldsWhatLiesInTheBoxAndItsNeighbours)
     EXPECT_THAT(area.TerrainPoints, ElementsAre(TerrainPoint{24.9, -65.1, 50}));
     EXPECT_THAT(world.AllAirspaces, IsEmpty());
     // Half way from 25 N 80 W to 10 N 65 W: the mean latitude and longitude, but for the great circle's bulge.
-    EXPECT_NEAR(area.AreaCenterLat, 17.5, 0.5);
-    EXPECT_NEAR(area.AreaCenterLon, -72.5, 0.5);
+    EXPECT_NEAR(area.AreaCenter.Lat, 17.5, 0.5);
+    EXPECT_NEAR(area.AreaCenter.Lon, -72.5, 0.5);
 }
 
 TEST(SectorArea, WithoutPiecesIsEmptyAtTheOrigin)
@@ -208,11 +207,11 @@ TEST(SectorArea, WithoutPiecesIsEmptyAtTheOrigin)
     world.AllAirspaces = {MakeSector("Other", 1, -1, -1, 1)};
     world.AllAirspaces[0].Points = {{BoundaryKind::Start, 0, 0, 0}};
     AreaModel area;
-    area.AreaCenterLat = 5;
+    area.AreaCenter.Lat = 5;
     ASSERT_TRUE(LoadSector(world, "OTHER", area)); // names are told apart by letter case
     EXPECT_EQ(area.AreaName, "OTHER");
-    EXPECT_EQ(area.AreaCenterLat, 0);
-    EXPECT_EQ(area.AreaCenterLon, 0);
+    EXPECT_EQ(area.AreaCenter.Lat, 0);
+    EXPECT_EQ(area.AreaCenter.Lon, 0);
     EXPECT_THAT(area.AreaAirports, IsEmpty());
     EXPECT_THAT(area.AreaAirspaces, IsEmpty());
     EXPECT_THAT(area.TerrainPoints, IsEmpty());

@@ -349,7 +349,7 @@ TEST_F(Panel, WorksAcrossTheDateLine)
 {
     view.ViewWest = 175;
     view.ViewEast = -175;
-    view.ViewCenterLon = 180;
+    view.ViewCenter.Lon = 180;
     players = {::corvane::Pilot("N1", 5, -178)};
     EXPECT_EQ(TickAt({5, 182}).Text.substr(0, 10), "PLAYER: N1");
 }

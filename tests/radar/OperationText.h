@@ -51,8 +51,7 @@ inline ScopeView TenDegreeView()
     view.ViewNorth = 10;
     view.ScopeWidthPx = 1000;
     view.ScopeHeightPx = 1000;
-    view.ViewCenterLat = 5;
-    view.ViewCenterLon = 5;
+    view.ViewCenter = {5, 5};
     return view;
 }
 } // namespace corvane

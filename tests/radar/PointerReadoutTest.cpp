@@ -105,7 +105,7 @@ TEST_F(Measurement, CrossesTheDateLine)
 {
     view.ViewWest = 175;
     view.ViewEast = -175;
-    view.ViewCenterLon = 180;
+    view.ViewCenter.Lon = 180;
     PointerState state;
     PressLeftButton(state, {179, 5});
     MovePointer(state, {181, 5});

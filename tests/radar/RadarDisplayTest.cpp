@@ -16,8 +16,7 @@ class RadarDisplayTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        m_area.AreaCenterLat = 47.5;
-        m_area.AreaCenterLon = -122.5;
+        m_area.AreaCenter = {47.5, -122.5};
         AirspaceRecord sector;
         sector.Kind = HighSectorKind;
         sector.ComName = "SEATTLE FIR";
@@ -53,7 +52,7 @@ protected:
 TEST_F(RadarDisplayTest, StartsAtLevel14OverTheArea)
 {
     EXPECT_EQ(m_display.View().ZoomLevel, 14);
-    EXPECT_EQ(m_display.View().ViewCenterLon, -122.5);
+    EXPECT_EQ(m_display.View().ViewCenter.Lon, -122.5);
     EXPECT_EQ(PixelAt(48.5, -120), Green);
 }
 
@@ -119,7 +118,7 @@ TEST_F(RadarDisplayTest, ManyRequestsCostOneDrawingOfTheNewestView)
     m_display.Draw();
     EXPECT_FALSE(m_display.IsStale());
     const double width = before.ViewEast - before.ViewWest;
-    EXPECT_NEAR(m_display.View().ViewCenterLon, -122.5 + 0.3 * width, 1e-9);
+    EXPECT_NEAR(m_display.View().ViewCenter.Lon, -122.5 + 0.3 * width, 1e-9);
     m_display.CenterOnArea();
     EXPECT_NEAR(m_display.View().ViewWest, before.ViewWest, 1e-9);
 }
@@ -128,22 +127,21 @@ TEST_F(RadarDisplayTest, PanningStopsAtThePolesAndGoesOnAcross180)
 {
     for (int i = 0; i < 400; ++i)
         m_display.Pan(-10, 10);
-    EXPECT_EQ(m_display.View().ViewCenterLat, 90);
-    EXPECT_GT(m_display.View().ViewCenterLon, -180);
-    EXPECT_LE(m_display.View().ViewCenterLon, 180);
+    EXPECT_EQ(m_display.View().ViewCenter.Lat, 90);
+    EXPECT_GT(m_display.View().ViewCenter.Lon, -180);
+    EXPECT_LE(m_display.View().ViewCenter.Lon, 180);
     m_display.Draw();
 }
 
 TEST_F(RadarDisplayTest, AnotherAreaAndAnotherSizeAreFollowed)
 {
-    m_area.AreaCenterLat = -33.9;
-    m_area.AreaCenterLon = 179.5;
+    m_area.AreaCenter = {-33.9, 179.5};
     m_display.AreaChanged();
     EXPECT_GT(m_display.View().ViewWest, m_display.View().ViewEast) << "a view across 180 degrees";
     m_display.Resize(500, 200);
     m_display.Draw();
     EXPECT_EQ(m_display.Picture().Width(), 500);
-    EXPECT_EQ(m_display.View().ViewCenterLon, 179.5);
+    EXPECT_EQ(m_display.View().ViewCenter.Lon, 179.5);
     m_display.Resize(0, 0);
     m_display.Draw(); // a minimised window
 }

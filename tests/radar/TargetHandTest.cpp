@@ -20,8 +20,7 @@ protected:
         for (ScopeFont::Glyph& glyph : m_font.Glyphs) // blocks have a size, and no ink
             glyph.Advance = 7;
         m_font.LineHeight = 13;
-        m_area.AreaCenterLat = 47.5;
-        m_area.AreaCenterLon = -122.5;
+        m_area.AreaCenter = {47.5, -122.5};
         m_display.Load(800, 600);
         m_display.SetDisplay(ModernDisplay(), 0);
         for (const double east : {0.0, 3.0, -3.0})

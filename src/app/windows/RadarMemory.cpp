@@ -15,8 +15,8 @@ void KeepRadarView(DeskSettings& desk, const AreaModel& area, const DisplayFlags
         desk.Keep(FlagKey(flag), flags.*flag.Flag);
     desk.Keep("view/area", ToQString(area.AreaName));
     desk.Keep("view/zoom", view.ZoomLevel);
-    desk.Keep("view/lat", view.ViewCenterLat);
-    desk.Keep("view/lon", view.ViewCenterLon);
+    desk.Keep("view/lat", view.ViewCenter.Lat);
+    desk.Keep("view/lon", view.ViewCenter.Lon);
 }
 
 void RestoreRadarView(const DeskSettings& desk, const AreaModel& area, DisplayFlags& flags, RadarDisplay& display)
@@ -26,7 +26,7 @@ void RestoreRadarView(const DeskSettings& desk, const AreaModel& area, DisplayFl
     for (const DisplayFlagName& flag : DisplayFlagNames)
         flags.*flag.Flag = desk.Flag(FlagKey(flag), true);
     if (desk.Text("view/area") == ToQString(area.AreaName))
-        display.Show({desk.Number("view/lat", area.AreaCenterLat), desk.Number("view/lon", area.AreaCenterLon)},
+        display.Show({desk.Number("view/lat", area.AreaCenter.Lat), desk.Number("view/lon", area.AreaCenter.Lon)},
                      desk.Number("view/zoom", display.View().ZoomLevel));
 }
 } // namespace corvane

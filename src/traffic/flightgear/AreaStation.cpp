@@ -12,11 +12,11 @@ FlightGearStation StationAt(const AreaModel& area, std::string callsign)
     constexpr int AtTheAirportNm = 2;
     FlightGearStation station;
     station.Callsign = std::move(callsign);
-    station.Position = {area.AreaCenterLat, area.AreaCenterLon};
+    station.Position = area.AreaCenter;
     station.RangeNm = area.AreaMode == ControlMode::Sector ? SectorRangeNm : AirportRangeNm;
     int nearestNm = AtTheAirportNm + 1;
     for (const AirportRecord& airport : area.AreaAirports) {
-        const int nm = DistanceNm({area.AreaCenterLat, area.AreaCenterLon}, {airport.Lat, airport.Lon});
+        const int nm = DistanceNm(area.AreaCenter, {airport.Lat, airport.Lon});
         if (nm < nearestNm) {
             nearestNm = nm;
             station.ElevationFt = airport.ElevationFt;

@@ -193,7 +193,7 @@ QImage ProgramTest::Picture(QWidget* radar)
 ScopeView ProgramTest::OpeningView(QWidget* radar) const
 {
     const ScopeWidget& scope = Scope(radar);
-    return StartUpView(scope.width(), scope.height(), {m_state.Area.AreaCenterLat, m_state.Area.AreaCenterLon});
+    return StartUpView(scope.width(), scope.height(), m_state.Area.AreaCenter);
 }
 
 bool ProgramTest::HasFile(std::string_view name) const
