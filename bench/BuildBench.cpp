@@ -4,7 +4,7 @@
 #include "builder/BuildDriver.h"
 #include "core/File.h"
 #include "demo/DemoWorld.h"
-#include "demo/WorldSized.h"
+#include "tests/demo/WorldSized.h"
 
 #include <benchmark/benchmark.h>
 

@@ -8,7 +8,7 @@
 #include "radar/PlayerTargets.h"
 #include "radar/RadarDisplay.h"
 #include "radar/RecordingSurface.h"
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 #include "tests/practice/PracticeWorld.h"
 
 #include <benchmark/benchmark.h>

@@ -1,8 +1,8 @@
 #include "core/Geodesy.h"
 #include "radar/MapLayers.h"
 #include "radar/RecordingSurface.h"
-#include "radar/ScopePainter.h"
-#include "radar/paint/ScopePaint.h"
+#include "radar/RedrawCycle.h"
+#include "radar/paint/QtRaster.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
@@ -174,7 +174,7 @@ struct Bench {
 void Redraw(benchmark::State& state, const AreaSize& size)
 {
     Bench bench(size, state.range(0));
-    ScopePainter painter(bench.Font);
+    RedrawCycle painter(bench.Font);
     while (state.KeepRunning()) {
         painter.DrawMap(bench.Scene());
         benchmark::DoNotOptimize(painter.Picture().Row(0));
@@ -189,7 +189,7 @@ void Baseline(benchmark::State& state, const AreaSize& size)
     PictureBox box;
     box.Resize(Width, Height);
     PixelImage snapshot;
-    PaintedSurface surface(box.Image(), bench.Font);
+    RasterSurface surface(box.Image(), bench.Font);
     while (state.KeepRunning()) {
         box.SetPicture(nullptr);
         recorder.Replay(surface);

@@ -4,7 +4,7 @@
 #include "bench/Desktop.h"
 #include "core/Geodesy.h"
 #include "radar/RadarDisplay.h"
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 
 #include <QFontMetrics>
 #include <QPainter>

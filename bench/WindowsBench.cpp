@@ -9,12 +9,12 @@
 #include "core/DatabaseFiles.h"
 #include "core/PathLookup.h"
 #include "core/windows/DeskSettings.h"
-#include "demo/WorldSized.h"
 #include "radar/windows/ScopeWidget.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordingDialogs.h"
 #include "recording/SessionRecorder.h"
 #include "session/CompositePeerFactory.h"
+#include "tests/demo/WorldSized.h"
 
 #include <QAction>
 #include <QEventLoop>

@@ -1,7 +1,7 @@
 #include "builder/AirportDecoder.h"
 
-#include "builder/GroundLayout.h"
 #include "builder/RunwayDecoder.h"
+#include "builder/TaxiwayDecoder.h"
 #include "core/Frequency.h"
 #include "core/Geodesy.h"
 #include "core/Rounding.h"
@@ -41,7 +41,7 @@ private:
     BglScan& m_scan;
     AirportRecord& m_airport;
     RunwayDecoder m_runways;
-    GroundLayoutDecoder m_layout;
+    TaxiwayDecoder m_layout;
     bool m_behindRunway = false;
     std::string m_comName; ///< of the last COM record that had one
 };

@@ -2,9 +2,9 @@
 
 #include "core/AtomicFile.h"
 #include "core/File.h"
-#include "radar/ScopePainter.h"
+#include "radar/RedrawCycle.h"
 #include "radar/paint/QtMessages.h"
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -24,7 +24,7 @@ Result<void> WriteScopePng(const std::filesystem::path& path, const MapScene& sc
     const QGuiApplication application(argc, argv.data());
 
     const ScopeFont font = MakeScopeFont(ScopeQFont());
-    ScopePainter painter(font);
+    RedrawCycle painter(font);
     painter.DrawMap(scene, colours);
     drawOver(painter.Scope());
 

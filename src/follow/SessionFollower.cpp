@@ -2,7 +2,7 @@
 
 #include "core/NumberText.h"
 #include "core/Text.h"
-#include "session/ChatLog.h"
+#include "session/ChatModel.h"
 
 #include <utility>
 
@@ -101,7 +101,7 @@ Result<void> SessionFollower::AwaitAdmission()
 void SessionFollower::Say(std::string_view text)
 {
     const auto name = OwnFriendlyName(m_session);
-    ChatLog unseen;
+    ChatModel unseen;
     if (SendChat(m_session, text, unseen, m_pump.Boxes()) && name)
         m_events.Chat(*name, text);
 }

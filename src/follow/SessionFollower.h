@@ -4,7 +4,7 @@
 #include "core/Result.h"
 #include "follow/FollowedPump.h"
 #include "follow/SessionEvents.h"
-#include "session/Connection.h"
+#include "session/ConnectionModel.h"
 
 #include <cstdint>
 #include <optional>
@@ -69,7 +69,7 @@ private:
     SessionState m_session;
     PlayerTable m_players;
     FollowedPump m_pump;
-    Connection m_connection;
+    ConnectionModel m_connection;
     std::string m_sessionName;
     Interval m_retry{RetryIntervalMs};
     std::int64_t m_nowMs = 0;

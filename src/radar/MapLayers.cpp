@@ -3,8 +3,8 @@
 #include "radar/AirportLayers.h"
 #include "radar/AirspaceLayer.h"
 #include "radar/NavaidLayer.h"
+#include "radar/OutlineLayer.h"
 #include "radar/RangeRings.h"
-#include "radar/WorldOutlines.h"
 
 namespace corvane {
 static void DrawAirports(Surface& surface, const MapScene& scene)

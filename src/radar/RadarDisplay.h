@@ -3,7 +3,7 @@
 #include "radar/MapScene.h"
 #include "radar/PlayerTargets.h"
 #include "radar/PointerReadout.h"
-#include "radar/ScopePainter.h"
+#include "radar/RedrawCycle.h"
 #include "radar/TargetDisplay.h"
 #include "radar/TargetHand.h"
 #include "session/SessionState.h"
@@ -138,7 +138,7 @@ private:
     double m_now = 0;
     bool m_rearrange = false;   ///< marks and places no longer fit options or focus
     bool m_viewChanged = false; ///< nor the view
-    ScopePainter m_painter;
+    RedrawCycle m_painter;
     Stale m_stale = Stale::Nothing;
 };
 } // namespace corvane

@@ -5,8 +5,8 @@
 #include "core/RecordCodec.h"
 #include "demo/AirspaceScenery.h"
 #include "demo/DemoWorld.h"
-#include "demo/WorldSized.h"
 #include "tests/core/TemporaryFolder.h"
+#include "tests/demo/WorldSized.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 
 #include "core/BglReader.h"
 #include "core/File.h"
-#include "demo/WorldSized.h"
 #include "tests/core/TemporaryFolder.h"
+#include "tests/demo/WorldSized.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/MessageBoxes.h"
-#include "session/Connection.h"
+#include "session/ConnectionModel.h"
 #include "session/InMemoryNetwork.h"
 #include "session/MessagePump.h"
 
@@ -94,7 +94,7 @@ private:
     std::unique_ptr<InMemoryProvider> m_ownFactory;
     SessionPeerFactory& m_factory = *m_ownFactory;
     std::unique_ptr<MagVarGrid> m_grid = std::make_unique<MagVarGrid>();
-    Connection m_connection{m_factory, Session, Players, *this, *this};
+    ConnectionModel m_connection{m_factory, Session, Players, *this, *this};
     MessagePump m_pump{Session, Players, *m_grid, *this, *this};
     bool m_started = false;
 };

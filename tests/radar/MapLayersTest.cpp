@@ -2,8 +2,8 @@
 
 #include "radar/AirportLayers.h"
 #include "radar/NavaidLayer.h"
+#include "radar/OutlineLayer.h"
 #include "radar/RangeRings.h"
-#include "radar/WorldOutlines.h"
 #include "tests/radar/OperationText.h"
 
 #include <gmock/gmock.h>

@@ -171,7 +171,7 @@ TEST_F(RadarDisplayTest, TheClassicDisplayIsUntouchedByTheOthers)
 
     const MapScene scene{m_area, *m_variation, m_display.View(), m_flags};
     PixelImage image(400, 300); // the classic layers alone, in their order
-    PaintedSurface onto(image, m_font);
+    RasterSurface onto(image, m_font);
     image.Fill(PixelImage::Black);
     DrawMapLayers(onto, scene);
     TargetMemory memory;

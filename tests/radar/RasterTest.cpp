@@ -1,6 +1,6 @@
 #include "radar/EllipseRaster.h"
 #include "radar/LineRaster.h"
-#include "radar/PaintedSurface.h"
+#include "radar/RasterSurface.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -73,11 +73,11 @@ TEST(RasterLine, DashesAndDotsCountPixelsFromItsStart)
     EXPECT_EQ(Rows(image)[1], "...###...###" + std::string(48, '.'));
 }
 
-TEST(PaintedSurface, IsDrawnLargerOnADenseScreen)
+TEST(RasterSurface, IsDrawnLargerOnADenseScreen)
 {
     const ScopeFont noCharacters;
     PixelImage image(24, 8);
-    PaintedSurface surface(image, noCharacters, 2);
+    RasterSurface surface(image, noCharacters, 2);
     surface.State.Style = PenStyle::Dot;
     surface.Line({0, 0}, {11, 0}); // three pixels, three pixels' gap; each two by two now
     surface.State.Style = PenStyle::Solid;

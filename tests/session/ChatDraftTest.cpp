@@ -1,6 +1,6 @@
 #include "session/ChatDraft.h"
 
-#include "session/ChatLog.h"
+#include "session/ChatModel.h"
 
 #include <gmock/gmock.h>
 
@@ -53,13 +53,13 @@ TEST(ChatDrafts, PutTheSelectedPilotIntoAReadyText)
 
 TEST(ChatDrafts, TheLogCountsItsLines)
 {
-    ChatLog log;
+    ChatModel log;
     log.AddChatLine("A", "hi\r\nB: no");
     EXPECT_EQ(log.LineCount(), 2U);
     const std::string longLine(1000, 'x');
-    for (std::size_t i = 0; i < 2 * ChatLog::HistoryLimit / longLine.size(); ++i)
+    for (std::size_t i = 0; i < 2 * ChatModel::HistoryLimit / longLine.size(); ++i)
         log.AddChatLine("A", longLine);
-    EXPECT_EQ(log.LineCount(), ChatLog::HistoryLimit / (longLine.size() + 5)) << "the rest is forgotten";
+    EXPECT_EQ(log.LineCount(), ChatModel::HistoryLimit / (longLine.size() + 5)) << "the rest is forgotten";
 }
 } // namespace
 } // namespace corvane

@@ -1,4 +1,4 @@
-#include "session/ChatLog.h"
+#include "session/ChatModel.h"
 #include "tests/session/SessionFixture.h"
 
 #include <gmock/gmock.h>
@@ -27,7 +27,7 @@ protected:
     FailingFactory Factory{Provider, [this](std::string_view operation, int) { return operation == FailingOperation; }};
     Member HostMember{Network};
     SessionState Session;
-    ChatLog Log;
+    ChatModel Log;
     ScriptedBoxes Boxes;
 };
 
@@ -96,11 +96,11 @@ TEST_F(ChatTest, TheHistoryForgetsItsOldestWholeLines)
     const std::string line(1000, 'x');
     for (int i = 0; i < 300; ++i)
         Log.AddChatLine("Ann", line);
-    EXPECT_LE(Log.History().size(), ChatLog::HistoryLimit);
+    EXPECT_LE(Log.History().size(), ChatModel::HistoryLimit);
     EXPECT_EQ(Log.History().size() % (line.size() + 7), 0U) << "whole lines of \"Ann: \", text and line end";
     EXPECT_THAT(Log.History(), EndsWith("\r\n"));
-    Log.AddChatLine("Ann", std::string(ChatLog::HistoryLimit * 2, 'y'));
-    EXPECT_EQ(Log.History().size(), ChatLog::HistoryLimit);
+    Log.AddChatLine("Ann", std::string(ChatModel::HistoryLimit * 2, 'y'));
+    EXPECT_EQ(Log.History().size(), ChatModel::HistoryLimit);
 }
 } // namespace
 } // namespace corvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/Connection.h"
+#include "session/ConnectionModel.h"
 #include "session/PlayerTable.h"
 #include "tests/session/SessionFixture.h"
 
@@ -73,6 +73,6 @@ protected:
     PlayerTable Players;
     WindowScript View;
     ScriptedBoxes Boxes;
-    Connection Subject{Factory, Session, Players, View, Boxes};
+    ConnectionModel Subject{Factory, Session, Players, View, Boxes};
 };
 } // namespace corvane

@@ -7,7 +7,7 @@
 #include "app/windows/RadarMemory.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 #include "session/windows/ChatWindow.h"
 #include "ui_MainWindow.h"
 

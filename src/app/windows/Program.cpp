@@ -6,7 +6,7 @@
 #include "app/windows/MainWindow.h"
 #include "app/windows/RadarMemory.h"
 #include "app/windows/ScreenshotRun.h"
-#include "app/windows/SetupWindow.h"
+#include "app/windows/SetUpWindow.h"
 #include "app/windows/SplashWindow.h"
 #include "app/windows/WindowPlaces.h"
 #include "app/windows/WorldDataWindow.h"
@@ -125,10 +125,10 @@ void Program::OpenSetup()
         FailScript("the database files are missing; build them first");
         return;
     }
-    m_setup = new SetupWindow(m_state, m_boxes);
-    connect(m_setup, &SetupWindow::Finished, this, &Program::OpenBuilder);
-    connect(m_setup, &SetupWindow::WorldDataRequested, this, &Program::OpenWorldData);
-    connect(m_setup, &SetupWindow::Abandoned, this, &Program::End);
+    m_setup = new SetUpWindow(m_state, m_boxes);
+    connect(m_setup, &SetUpWindow::Finished, this, &Program::OpenBuilder);
+    connect(m_setup, &SetUpWindow::WorldDataRequested, this, &Program::OpenWorldData);
+    connect(m_setup, &SetUpWindow::Abandoned, this, &Program::End);
     m_setup->show();
 }
 

@@ -22,7 +22,7 @@ class ConnectionWindow;
 class DeskSettings;
 class MainWindow;
 class ScreenshotRun;
-class SetupWindow;
+class SetUpWindow;
 class SplashWindow;
 class WorldDataWindow;
 
@@ -83,7 +83,7 @@ private:
     bool m_locateAgain = false; ///< once the connection window opens
 
     SplashWindow* m_splash = nullptr;
-    SetupWindow* m_setup = nullptr;
+    SetUpWindow* m_setup = nullptr;
     BuilderWindow* m_builder = nullptr;
     WorldDataWindow* m_worldData = nullptr;
     ChooserWindow* m_chooser = nullptr;

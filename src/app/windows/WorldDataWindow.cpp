@@ -77,7 +77,7 @@ void WorldDataWindow::Begin()
     import.Apt.Pavements = m_ui->Pavements->isChecked();
     import.AppFolder = m_state.AppFolder;
     import.Maps = FindMapSources(m_state.AppFolder, DefaultDataFolder());
-    m_job = std::make_unique<WorldDataJob>(std::move(import), DefaultDataFolder());
+    m_job = std::make_unique<WorldDataModel>(std::move(import), DefaultDataFolder());
     ShowWhetherReady();
     m_look.start();
 }
@@ -95,7 +95,7 @@ void WorldDataWindow::Look()
 
 void WorldDataWindow::End()
 {
-    const std::unique_ptr<WorldDataJob> job = std::move(m_job);
+    const std::unique_ptr<WorldDataModel> job = std::move(m_job);
     const Result<WorldImportCounts>& counts = *job->Outcome();
     const Result<void> used = counts ? UseNewDatabase(m_state) : counts.error();
     m_ui->Progress->setValue(0);

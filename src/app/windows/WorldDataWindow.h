@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/WorldDataJob.h"
+#include "app/WorldDataModel.h"
 #include "core/MessageBoxes.h"
 
 #include <QTimer>
@@ -45,7 +45,7 @@ private:
     std::unique_ptr<Ui::WorldDataForm> m_ui;
     AppState& m_state;
     MessageBoxes& m_boxes;
-    std::unique_ptr<WorldDataJob> m_job; ///< while the database is being made
+    std::unique_ptr<WorldDataModel> m_job; ///< while the database is being made
     QTimer m_look;
     bool m_over = false;
 };

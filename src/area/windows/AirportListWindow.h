@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/AirportList.h"
+#include "area/AirportListModel.h"
 #include "area/AreaModel.h"
 #include "core/MessageBoxes.h"
 

@@ -2,7 +2,7 @@
 
 #include "core/Rounding.h"
 #include "radar/RadarDisplay.h"
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 
 #include <QMouseEvent>
 #include <QPainter>

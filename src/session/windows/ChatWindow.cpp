@@ -180,7 +180,7 @@ bool ChatWindow::event(QEvent* event)
 /// be sent among what was typed.
 void ChatWindow::ClearFirstText()
 {
-    if (m_firstText && m_ui->Text1->text() == ToQString(ChatLog::TypedTextAtFirst))
+    if (m_firstText && m_ui->Text1->text() == ToQString(ChatModel::TypedTextAtFirst))
         m_ui->Text1->clear();
     m_firstText = false;
 }

@@ -2,7 +2,7 @@
 
 #include "core/MessageBoxes.h"
 #include "session/ChatDraft.h"
-#include "session/ChatLog.h"
+#include "session/ChatModel.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -62,7 +62,7 @@ private:
     const PlayerTable& m_players;
     MessageBoxes& m_boxes;
     DeskSettings& m_desk;
-    ChatLog m_log;
+    ChatModel m_log;
     ChatDraft m_draft;
     QTimer m_timer1{this};
     int m_unread = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/Connection.h"
+#include "session/ConnectionModel.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -66,7 +66,7 @@ private:
 
     std::unique_ptr<Ui::Form2> m_ui;
     DeskSettings& m_desk;
-    Connection m_connection;
+    ConnectionModel m_connection;
     QTimer m_timer1{this};
     QTimer m_timer2{this};
     QString m_hostedAt;   ///< empty while the session is not hosted

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/FlightPlanEditor.h"
+#include "session/PlayerPropertiesModel.h"
 
 #include <QWidget>
 
@@ -36,6 +36,6 @@ private:
     void Center();
 
     std::unique_ptr<Ui::Form11> m_ui;
-    FlightPlanEditor m_editor;
+    PlayerPropertiesModel m_editor;
 };
 } // namespace corvane

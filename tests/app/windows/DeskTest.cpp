@@ -134,7 +134,7 @@ TEST_F(DeskTest, ChatLinesAreAddedWithoutTouchingWhatIsRead)
     EXPECT_TRUE(Shown().endsWith("\nBob: line 0\nAnn: good evening\n[Corvane v3.0]"));
     for (int i = 0; i < 300; ++i)
         Hear("Bob", std::string(1000, 'x'));
-    EXPECT_LE(static_cast<std::size_t>(Shown().size()), ChatLog::HistoryLimit);
+    EXPECT_LE(static_cast<std::size_t>(Shown().size()), ChatModel::HistoryLimit);
     Hear("Bob", "roger atc controller");
     EXPECT_EQ(QTextCursor(history.document()).block().begin().fragment().charFormat().fontWeight(), QFont::Bold)
         << "the own callsign";

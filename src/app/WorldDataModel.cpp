@@ -1,4 +1,4 @@
-#include "app/WorldDataJob.h"
+#include "app/WorldDataModel.h"
 
 #include "app/AppState.h"
 #include "core/File.h"
@@ -15,18 +15,18 @@
 #include <vector>
 
 namespace corvane {
-WorldDataJob::WorldDataJob(WorldImport import, std::filesystem::path dataFolder)
+WorldDataModel::WorldDataModel(WorldImport import, std::filesystem::path dataFolder)
     : m_import(std::move(import)), m_dataFolder(std::move(dataFolder)), m_thread([this] { Run(); })
 {
 }
 
-WorldDataJob::~WorldDataJob()
+WorldDataModel::~WorldDataModel()
 {
     m_stop = true;
     m_thread.join();
 }
 
-void WorldDataJob::Run()
+void WorldDataModel::Run()
 {
     const Result<std::vector<std::int16_t>> magVar = LoadMagVar(m_dataFolder);
     if (!magVar) {
@@ -43,13 +43,13 @@ void WorldDataJob::Run()
     m_ended = true;
 }
 
-WorldImportProgress WorldDataJob::Progress() const
+WorldImportProgress WorldDataModel::Progress() const
 {
     const std::lock_guard lock(m_mutex);
     return m_progress;
 }
 
-const Result<WorldImportCounts>* WorldDataJob::Outcome() const noexcept
+const Result<WorldImportCounts>* WorldDataModel::Outcome() const noexcept
 {
     return m_ended ? &*m_outcome : nullptr;
 }

@@ -1,8 +1,8 @@
-#include "radar/PictureBox.h"
+#include "radar/RedrawCycle.h"
 
 #include "radar/MapLayers.h"
+#include "radar/PictureBox.h"
 #include "radar/RecordingSurface.h"
-#include "radar/ScopePainter.h"
 
 #include <gtest/gtest.h>
 
@@ -62,7 +62,7 @@ struct PaintedScope : testing::Test {
 
 TEST_F(PaintedScope, TargetsComeAndGoOverTheMap)
 {
-    ScopePainter painter(Font);
+    RedrawCycle painter(Font);
     painter.DrawMap(Scene());
     const PixelImage map = painter.Picture();
     EXPECT_EQ(map.At(150, 100), PixelImage::PixelOf({0, 0, 255}));
@@ -80,7 +80,7 @@ TEST_F(PaintedScope, TargetsComeAndGoOverTheMap)
 
 TEST_F(PaintedScope, HasTheScreensPixels)
 {
-    ScopePainter painter(Font);
+    RedrawCycle painter(Font);
     painter.SetScale(1.5);
     painter.DrawMap(Scene());
     EXPECT_EQ(painter.Picture().Width(), 450);
@@ -90,12 +90,12 @@ TEST_F(PaintedScope, HasTheScreensPixels)
 
 TEST_F(PaintedScope, ReplayPaintsTheSamePicture)
 {
-    ScopePainter painter(Font);
+    RedrawCycle painter(Font);
     painter.DrawMap(Scene());
     RecordingSurface recorder;
     DrawMapLayers(recorder, Scene());
     PixelImage image(300, 200);
-    PaintedSurface surface(image, Font);
+    RasterSurface surface(image, Font);
     recorder.Replay(surface);
     EXPECT_EQ(image, painter.Picture());
     EXPECT_NE(image, PixelImage(300, 200));

@@ -1,4 +1,4 @@
-#include "app/AirportList.h"
+#include "area/AirportListModel.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

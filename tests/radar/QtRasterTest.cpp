@@ -1,7 +1,7 @@
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 
 #include "core/Text.h"
-#include "radar/PaintedSurface.h"
+#include "radar/RasterSurface.h"
 #include "radar/RecordingSurface.h"
 
 #include <QFontMetrics>
@@ -54,7 +54,7 @@ TEST_F(ScopeText, IsWhatQtPaintsPixelForPixel)
     for (const auto& c : cases) {
         PixelImage image(240, 40);
         image.Fill(c.Background);
-        PaintedSurface surface(image, Font);
+        RasterSurface surface(image, Font);
         surface.State.PenColor = c.Ink;
         surface.TextOut(c.TopLeft, c.Text);
         EXPECT_EQ(BorrowAsQImage(image),
@@ -66,7 +66,7 @@ TEST_F(ScopeText, IsWhatQtPaintsPixelForPixel)
 TEST_F(ScopeText, IsAsWideAsItIsLaidOutWithoutAFont)
 {
     PixelImage image(10, 10);
-    const PaintedSurface painted(image, Font);
+    const RasterSurface painted(image, Font);
     const RecordingSurface recorded;
     for (int code = 32; code < 256; ++code) {
         const std::string text(1, static_cast<char>(code));
@@ -78,7 +78,7 @@ TEST_F(ScopeText, IsAsWideAsItIsLaidOutWithoutAFont)
 TEST_F(ScopeText, StandsRightOfAndBelowItsPixel)
 {
     PixelImage image(100, 60);
-    PaintedSurface surface(image, Font);
+    RasterSurface surface(image, Font);
     surface.TextOut({20, 30}, "HIH");
     std::int32_t left = 100, top = 60, right = 0, bottom = 0;
     for (std::int32_t y = 0; y < 60; ++y)
@@ -101,7 +101,7 @@ TEST_F(ScopeText, FarOffTheImageIsLeftOut)
     constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
     PixelImage image(50, 20);
-    PaintedSurface surface(image, Font);
+    RasterSurface surface(image, Font);
     const std::string text(70000, 'W');
     for (const ScopePoint at : {ScopePoint{Lowest, 5}, {Highest, 5}, {5, Lowest}, {5, Highest}, {51, 5}, {5, 20}})
         surface.TextOut(at, text);

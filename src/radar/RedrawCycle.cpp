@@ -1,11 +1,11 @@
-#include "radar/ScopePainter.h"
+#include "radar/RedrawCycle.h"
 
 #include "core/Rounding.h"
 #include "radar/ColourSchemes.h"
 #include "radar/MapLayers.h"
 
 namespace corvane {
-void ScopePainter::DrawMap(const MapScene& scene, ColourScheme colours)
+void RedrawCycle::DrawMap(const MapScene& scene, ColourScheme colours)
 {
     const PixelImage& picture = m_scope.Image();
     const auto width = RoundTo<std::int32_t>(scene.View.ScopeWidthPx * m_scale);

@@ -1,4 +1,4 @@
-#include "session/ChatLog.h"
+#include "session/ChatModel.h"
 
 #include "core/Text.h"
 #include "session/MessageCodec.h"
@@ -14,7 +14,7 @@ static std::size_t LineEnds(std::string_view text)
     return count;
 }
 
-void ChatLog::AddChatLine(std::string_view from, std::string_view text)
+void ChatModel::AddChatLine(std::string_view from, std::string_view text)
 {
     std::string line = OneLine(from); // nobody else's words may look like a line of their own
     line += ": ";
@@ -31,21 +31,21 @@ void ChatLog::AddChatLine(std::string_view from, std::string_view text)
     }
 }
 
-void ChatLog::RefreshPlayerList(const PlayerTable& players)
+void ChatModel::RefreshPlayerList(const PlayerTable& players)
 {
     m_members.clear();
     for (const PlayerRecord& player : players.Players())
         m_members.push_back(OneLine(player.Name));
 }
 
-void ChatLog::Clear()
+void ChatModel::Clear()
 {
     m_history = Banner;
     m_lineCount = 1;
     m_members.clear();
 }
 
-static Result<void> SendLine(const SessionState& session, std::string_view text, ChatLog& log)
+static Result<void> SendLine(const SessionState& session, std::string_view text, ChatModel& log)
 {
     const auto name = OwnFriendlyName(session); // first, so that a line that was sent can be shown
     if (!name)
@@ -56,7 +56,7 @@ static Result<void> SendLine(const SessionState& session, std::string_view text,
     return {};
 }
 
-bool SendChat(const SessionState& session, std::string_view text, ChatLog& log, MessageBoxes& boxes)
+bool SendChat(const SessionState& session, std::string_view text, ChatModel& log, MessageBoxes& boxes)
 {
     if (!session.HasOwnPlayer() || SendLine(session, text, log))
         return true;

@@ -14,16 +14,16 @@ namespace corvane {
 struct AppState;
 
 /// The making of a database of open world data, on a thread of its own while a window shows how far it is.
-class WorldDataJob {
+class WorldDataModel {
 public:
     /// Begins at once. dataFolder holds the program's own tables, of which the magnetic variation is used.
-    WorldDataJob(WorldImport import, std::filesystem::path dataFolder);
-    WorldDataJob(const WorldDataJob&) = delete;
-    WorldDataJob& operator=(const WorldDataJob&) = delete;
-    WorldDataJob(WorldDataJob&&) = delete;
-    WorldDataJob& operator=(WorldDataJob&&) = delete;
+    WorldDataModel(WorldImport import, std::filesystem::path dataFolder);
+    WorldDataModel(const WorldDataModel&) = delete;
+    WorldDataModel& operator=(const WorldDataModel&) = delete;
+    WorldDataModel(WorldDataModel&&) = delete;
+    WorldDataModel& operator=(WorldDataModel&&) = delete;
     /// Stops the work where it is still under way, and waits for its end.
-    ~WorldDataJob();
+    ~WorldDataModel();
 
     [[nodiscard]] WorldImportProgress Progress() const;
     /// What came of it, once it has ended; to be asked for from then on.

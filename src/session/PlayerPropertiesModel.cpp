@@ -1,4 +1,4 @@
-#include "session/FlightPlanEditor.h"
+#include "session/PlayerPropertiesModel.h"
 
 #include "core/NumberText.h"
 #include "core/Rounding.h"
@@ -15,19 +15,19 @@ static bool IsEligible(const PlayerRecord& player, const SessionState& session, 
                    : player.Role == PilotRole && player.PlayerId != session.OwnPlayerId;
 }
 
-void FlightPlanEditor::Load()
+void PlayerPropertiesModel::Load()
 {
     RebuildNames();
     ResetFields();
 }
 
-void FlightPlanEditor::ResetFields()
+void PlayerPropertiesModel::ResetFields()
 {
     m_fields = {};
     m_changed();
 }
 
-void FlightPlanEditor::RebuildNames()
+void PlayerPropertiesModel::RebuildNames()
 {
     m_selected.reset();
     m_names.clear();
@@ -39,7 +39,7 @@ void FlightPlanEditor::RebuildNames()
 }
 
 /// The last of the pilots that bear the selected name; null when there is none.
-PlayerRecord* FlightPlanEditor::PickedPilot()
+PlayerRecord* PlayerPropertiesModel::PickedPilot()
 {
     PlayerRecord* pilot = nullptr;
     const auto ownName = OwnFriendlyName(m_session);
@@ -50,14 +50,14 @@ PlayerRecord* FlightPlanEditor::PickedPilot()
     return pilot;
 }
 
-void FlightPlanEditor::PilotNotFound()
+void PlayerPropertiesModel::PilotNotFound()
 {
     RebuildNames();
     ResetFields();
     m_boxes.Inform("The player you had selected is not currently in the session, select another player.");
 }
 
-void FlightPlanEditor::Pick(std::size_t index)
+void PlayerPropertiesModel::Pick(std::size_t index)
 {
     if (index >= m_names.size() || m_players.PlayerCount() == 0)
         return;
@@ -75,7 +75,7 @@ void FlightPlanEditor::Pick(std::size_t index)
     m_changed();
 }
 
-void FlightPlanEditor::Save(const FlightPlanFields& typed)
+void PlayerPropertiesModel::Save(const FlightPlanFields& typed)
 {
     if (!SomethingIsPicked())
         return;
@@ -93,7 +93,7 @@ void FlightPlanEditor::Save(const FlightPlanFields& typed)
     ResetFields();
 }
 
-void FlightPlanEditor::Discard()
+void PlayerPropertiesModel::Discard()
 {
     if (!SomethingIsPicked())
         return;
@@ -102,7 +102,7 @@ void FlightPlanEditor::Discard()
     ResetFields();
 }
 
-std::optional<LatLon> FlightPlanEditor::Center()
+std::optional<LatLon> PlayerPropertiesModel::Center()
 {
     if (!SomethingIsPicked())
         return std::nullopt;

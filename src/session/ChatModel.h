@@ -10,7 +10,7 @@
 
 namespace corvane {
 /// The conversation as the chat window shows it. Texts are Windows-1252.
-class ChatLog {
+class ChatModel {
 public:
     static constexpr std::string_view Banner = "[Corvane v3.0]";
     static constexpr std::string_view TypedTextAtFirst = "[Write your message here]";
@@ -39,5 +39,5 @@ private:
 
 /// Sends a typed line to every member and adds it to the log. Without an own player the line is lost in silence.
 /// Returns  whether the typed text is done with; false when sending failed, which the user has been told.
-bool SendChat(const SessionState& session, std::string_view text, ChatLog& log, MessageBoxes& boxes);
+bool SendChat(const SessionState& session, std::string_view text, ChatModel& log, MessageBoxes& boxes);
 } // namespace corvane

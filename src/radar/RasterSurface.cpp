@@ -1,4 +1,4 @@
-#include "radar/PaintedSurface.h"
+#include "radar/RasterSurface.h"
 
 #include "radar/EllipseRaster.h"
 #include "radar/LineRaster.h"
@@ -7,7 +7,7 @@
 #include <span>
 
 namespace corvane {
-ScopePoint PaintedSurface::OnImage(ScopePoint at) const noexcept
+ScopePoint RasterSurface::OnImage(ScopePoint at) const noexcept
 {
     if (m_scale == 1)
         return at;
@@ -15,22 +15,22 @@ ScopePoint PaintedSurface::OnImage(ScopePoint at) const noexcept
             RoundTo<std::int32_t>(std::floor((at.Y + 0.5) * m_scale))};
 }
 
-void PaintedSurface::Line(ScopePoint from, ScopePoint to)
+void RasterSurface::Line(ScopePoint from, ScopePoint to)
 {
     RasterLine(m_image, State, OnImage(from), OnImage(to), m_scale);
 }
 
-void PaintedSurface::Ellipse(ScopePoint corner1, ScopePoint corner2)
+void RasterSurface::Ellipse(ScopePoint corner1, ScopePoint corner2)
 {
     RasterEllipse(m_image, State, OnImage(corner1), OnImage(corner2), m_scale);
 }
 
-void PaintedSurface::Arc(ScopePoint corner1, ScopePoint corner2, ScopePoint start, ScopePoint end)
+void RasterSurface::Arc(ScopePoint corner1, ScopePoint corner2, ScopePoint start, ScopePoint end)
 {
     RasterArc(m_image, State, OnImage(corner1), OnImage(corner2), OnImage(start), OnImage(end), m_scale);
 }
 
-void PaintedSurface::SetPixel(ScopePoint at, Color color)
+void RasterSurface::SetPixel(ScopePoint at, Color color)
 {
     const DrawState pen{color};
     RasterLine(m_image, pen, OnImage(at), OnImage(at), m_scale);
@@ -47,7 +47,7 @@ static std::uint32_t PartOf(std::uint32_t pixel, std::uint32_t part) noexcept
     return scaled(pixel & EvenBytes) | scaled(pixel >> 8 & EvenBytes) << 8;
 }
 
-void PaintedSurface::MixInk()
+void RasterSurface::MixInk()
 {
     const std::uint32_t pixel = PixelImage::PixelOf(State.PenColor);
     if (m_ink.Pixel == pixel)
@@ -59,7 +59,7 @@ void PaintedSurface::MixInk()
     }
 }
 
-void PaintedSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left, std::int64_t top)
+void RasterSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left, std::int64_t top)
 {
     const std::span pixels(m_font.Inked.data() + glyph.Start, glyph.Count);
     const std::int64_t width = m_image.Width();
@@ -86,7 +86,7 @@ void PaintedSurface::BlendGlyph(const ScopeFont::Glyph& glyph, std::int64_t left
     }
 }
 
-std::int32_t PaintedSurface::TextWidth(std::string_view text) const
+std::int32_t RasterSurface::TextWidth(std::string_view text) const
 {
     std::int64_t width = 0;
     for (const char character : text)
@@ -94,7 +94,7 @@ std::int32_t PaintedSurface::TextWidth(std::string_view text) const
     return RoundTo<std::int32_t>(std::ceil(static_cast<double>(width) / m_scale));
 }
 
-void PaintedSurface::TextOut(ScopePoint topLeft, std::string_view text)
+void RasterSurface::TextOut(ScopePoint topLeft, std::string_view text)
 {
     std::int64_t pen = RoundTo<std::int32_t>(topLeft.X * m_scale);
     const std::int64_t top = RoundTo<std::int32_t>(topLeft.Y * m_scale);

@@ -35,7 +35,7 @@ public:
     virtual void SetListsEnabled(bool enabled) = 0;
     /// Starts or stops both timers, HandshakeTick every HandshakeIntervalMs and RetryTick every RetryIntervalMs.
     virtual void SetTimers(bool running) = 0;
-    /// Opens the radar window, which closes this one. Must not destroy the Connection.
+    /// Opens the radar window, which closes this one. Must not destroy the ConnectionModel.
     virtual void OpenRadar() = 0;
     /// Empties the area's tables and ends the program.
     virtual void EndProgram() = 0;
@@ -45,10 +45,10 @@ public:
 ///
 /// Every failure shows its message and leads back to Idle with fresh session objects. The calls show message boxes
 /// that may stay open for minutes while timers run on; while one call is under way, every other returns at once.
-class Connection {
+class ConnectionModel {
 public:
-    Connection(SessionPeerFactory& factory, SessionState& session, PlayerTable& players, ConnectionView& view,
-               MessageBoxes& boxes);
+    ConnectionModel(SessionPeerFactory& factory, SessionState& session, PlayerTable& players, ConnectionView& view,
+                    MessageBoxes& boxes);
 
     /// The window opens: fresh session objects, and the connection types listed. Where those cannot be made the list
     /// stays empty, and locating sessions reports it.

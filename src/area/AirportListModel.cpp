@@ -1,4 +1,4 @@
-#include "app/AirportList.h"
+#include "area/AirportListModel.h"
 
 #include "core/NumberText.h"
 

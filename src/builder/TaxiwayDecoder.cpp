@@ -1,4 +1,4 @@
-#include "builder/GroundLayout.h"
+#include "builder/TaxiwayDecoder.h"
 
 #include "builder/PathNames.h"
 #include "core/NumberText.h"
@@ -39,24 +39,24 @@ ParkingWord SplitParkingWord(std::int32_t word) noexcept
     return {number, x - NamesPerNumber * number};
 }
 
-bool GroundLayoutDecoder::KeepLon(double& field, std::int64_t at)
+bool TaxiwayDecoder::KeepLon(double& field, std::int64_t at)
 {
     const double eastM = m_scan.Reader.ReadF32(at);
     return std::isfinite(eastM) && m_scan.Keep(field, m_offsets.OffsetToLon(eastM));
 }
 
-bool GroundLayoutDecoder::KeepLat(double& field, std::int64_t at)
+bool TaxiwayDecoder::KeepLat(double& field, std::int64_t at)
 {
     const double northM = m_scan.Reader.ReadF32(at);
     return std::isfinite(northM) && m_scan.Keep(field, m_offsets.OffsetToLat(northM));
 }
 
-bool GroundLayoutDecoder::DecodeTaxiPoint(TaxiPoint& point, std::int64_t e)
+bool TaxiwayDecoder::DecodeTaxiPoint(TaxiPoint& point, std::int64_t e)
 {
     return m_scan.Keep(point.Kind, m_scan.Reader.ReadI32(e)) && KeepLon(point.Lon, e + 4) && KeepLat(point.Lat, e + 8);
 }
 
-bool GroundLayoutDecoder::DecodeParking(ParkingRecord& parking, std::int64_t e)
+bool TaxiwayDecoder::DecodeParking(ParkingRecord& parking, std::int64_t e)
 {
     if (!KeepLon(parking.Lon, e) || !KeepLat(parking.Lat, e + 4))
         return false;
@@ -70,7 +70,7 @@ bool GroundLayoutDecoder::DecodeParking(ParkingRecord& parking, std::int64_t e)
     return m_scan.Keep(parking.Name, m_parkingText + " " + NumberText(word.Number));
 }
 
-bool GroundLayoutDecoder::DecodeTaxiPath(TaxiPath& path, std::int64_t e)
+bool TaxiwayDecoder::DecodeTaxiPath(TaxiPath& path, std::int64_t e)
 {
     BglReader& reader = m_scan.Reader;
     return m_scan.Keep(path.Kind, reader.ReadI32(e)) && m_scan.Keep(path.StartPoint, reader.ReadI32(e + 12)) &&
@@ -85,8 +85,8 @@ static std::int64_t ElementsLeft(const BglReader& reader, std::int64_t at, std::
 }
 
 template <class Element, class DecodeElement>
-bool GroundLayoutDecoder::DecodeList(std::vector<Element>& list, const ListHead& head, std::int64_t at,
-                                     const DecodeElement& decodeElement)
+bool TaxiwayDecoder::DecodeList(std::vector<Element>& list, const ListHead& head, std::int64_t at,
+                                const DecodeElement& decodeElement)
 {
     if (head.Count > std::numeric_limits<std::int16_t>::max())
         return false;
@@ -102,7 +102,7 @@ bool GroundLayoutDecoder::DecodeList(std::vector<Element>& list, const ListHead&
     return true;
 }
 
-bool GroundLayoutDecoder::NamePaths(const ListHead& head, std::int64_t at)
+bool TaxiwayDecoder::NamePaths(const ListHead& head, std::int64_t at)
 {
     const std::int64_t left = ElementsLeft(m_scan.Reader, at, head.Count, NameSize);
     const auto paths = static_cast<std::int64_t>(m_airport.TaxiPaths.size());
@@ -115,7 +115,7 @@ bool GroundLayoutDecoder::NamePaths(const ListHead& head, std::int64_t at)
     return left >= head.Count && NameRunwayPaths();
 }
 
-bool GroundLayoutDecoder::NameRunwayPaths()
+bool TaxiwayDecoder::NameRunwayPaths()
 {
     constexpr std::int32_t RunwayKind = 1;
     for (TaxiPath& path : m_airport.TaxiPaths) {
@@ -131,7 +131,7 @@ bool GroundLayoutDecoder::NameRunwayPaths()
     return true;
 }
 
-bool GroundLayoutDecoder::Decode(std::int64_t r)
+bool TaxiwayDecoder::Decode(std::int64_t r)
 {
     constexpr std::int64_t ListHeadSize = 8;
     m_offsets = MetricOffsets({m_airport.Lat, m_airport.Lon});

@@ -14,12 +14,12 @@ class Form3;
 
 namespace corvane {
 /// The set-up: where the simulator is.
-class SetupWindow final : public QWidget {
+class SetUpWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    SetupWindow(AppState& state, MessageBoxes& boxes);
-    ~SetupWindow() override;
+    SetUpWindow(AppState& state, MessageBoxes& boxes);
+    ~SetUpWindow() override;
 
 signals:
     /// The settings are written; the builder is next.

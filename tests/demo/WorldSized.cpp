@@ -1,4 +1,4 @@
-#include "demo/WorldSized.h"
+#include "tests/demo/WorldSized.h"
 
 #include "core/Geodesy.h"
 #include "core/MagVarGrid.h"

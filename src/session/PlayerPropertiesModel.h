@@ -30,10 +30,10 @@ struct FlightPlanFields {
 /// The window shows Names, Selected and Fields again whenever the editor says that they changed. It never updates by
 /// itself: a pilot that left is noticed when it is picked or a button is pressed; the list is rebuilt then, with
 /// nothing selected, and shown before a box reports it. While nothing is selected the buttons do nothing.
-class FlightPlanEditor {
+class PlayerPropertiesModel {
 public:
-    FlightPlanEditor(const SessionState& session, PlayerTable& players, MessageBoxes& boxes,
-                     std::function<void()> changed)
+    PlayerPropertiesModel(const SessionState& session, PlayerTable& players, MessageBoxes& boxes,
+                          std::function<void()> changed)
         : m_session(session), m_players(players), m_boxes(boxes), m_changed(std::move(changed))
     {
     }

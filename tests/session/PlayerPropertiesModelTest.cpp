@@ -1,4 +1,4 @@
-#include "session/FlightPlanEditor.h"
+#include "session/PlayerPropertiesModel.h"
 
 #include "tests/session/SessionFixture.h"
 
@@ -41,7 +41,7 @@ protected:
     PlayerTable Players;
     ScriptedBoxes Boxes;
     int Changes = 0;
-    FlightPlanEditor Editor{Session, Players, Boxes, [this] { ++Changes; }};
+    PlayerPropertiesModel Editor{Session, Players, Boxes, [this] { ++Changes; }};
 };
 
 TEST_F(EditorTest, OffersTheOtherPilots)
@@ -155,7 +155,7 @@ TEST_P(CruiseAltitudes, AreRoundedOrRefused)
     }
 }
 INSTANTIATE_TEST_SUITE_P(
-    FlightPlanEditor, CruiseAltitudes,
+    PlayerPropertiesModel, CruiseAltitudes,
     testing::Values(AltitudeCase{"FlightLevel", "FL350", 0}, AltitudeCase{"Blank", "   ", 0},
                     AltitudeCase{"HalfToEven", "100.5", 100}, AltitudeCase{"NextHalfToEven", "101.5", 102},
                     AltitudeCase{"Highest", "32767.4", 32767}, AltitudeCase{"TooHigh", "32768", std::nullopt},

@@ -2,25 +2,25 @@
 
 #include "radar/DisplayOptions.h"
 #include "radar/MapScene.h"
-#include "radar/PaintedSurface.h"
 #include "radar/PictureBox.h"
+#include "radar/RasterSurface.h"
 
 namespace corvane {
 /// The scope's pictures and the cycle in which they are drawn: the map once for a view, then again and again the map's
 /// snapshot with whatever moves on top. A full redraw is DrawMap and the targets; a refresh is RestoreMap, the
 /// highlight and the targets.
-class ScopePainter {
+class RedrawCycle {
 public:
     /// The font is borrowed.
-    explicit ScopePainter(const ScopeFont& font) noexcept : m_surface(m_scope.Image(), font) {}
+    explicit RedrawCycle(const ScopeFont& font) noexcept : m_surface(m_scope.Image(), font) {}
     /// Pixels of the picture to one of the scope, 1 or more; the next DrawMap follows it.
     void SetScale(double scale) noexcept
     {
         m_scale = scale;
         m_surface.SetScale(scale);
     }
-    ScopePainter(const ScopePainter&) = delete; // the surface draws on this object's own picture
-    ScopePainter& operator=(const ScopePainter&) = delete;
+    RedrawCycle(const RedrawCycle&) = delete; // the surface draws on this object's own picture
+    RedrawCycle& operator=(const RedrawCycle&) = delete;
 
     /// Clears the scope to the size of the scene's view times the scale, draws the map layers and takes their snapshot.
     void DrawMap(const MapScene& scene, ColourScheme colours = ColourScheme::Classic);
@@ -34,7 +34,7 @@ public:
 private:
     PictureBox m_scope;
     PixelImage m_map; ///< the snapshot: map layers without targets
-    PaintedSurface m_surface;
+    RasterSurface m_surface;
     double m_scale = 1;
 };
 } // namespace corvane

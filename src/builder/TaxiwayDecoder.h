@@ -21,9 +21,9 @@ struct ParkingWord {
 ParkingWord SplitParkingWord(std::int32_t word) noexcept;
 
 /// Decodes an airport's taxi points, parking spots, taxi paths and their names.
-class GroundLayoutDecoder {
+class TaxiwayDecoder {
 public:
-    GroundLayoutDecoder(BglScan& scan, AirportRecord& airport) noexcept : m_scan(scan), m_airport(airport) {}
+    TaxiwayDecoder(BglScan& scan, AirportRecord& airport) noexcept : m_scan(scan), m_airport(airport) {}
 
     /// Decodes the record at r around the airport's Lat and Lon, with its Runways for the names of runway paths. False
     /// on an error, with what was decoded before it in place: lists whose count does not fit 16 bits are not begun,

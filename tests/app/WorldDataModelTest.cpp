@@ -1,4 +1,4 @@
-#include "app/WorldDataJob.h"
+#include "app/WorldDataModel.h"
 
 #include "app/AppState.h"
 #include "demo/DemoWorld.h"
@@ -20,7 +20,7 @@ WorldImport Samples(const std::filesystem::path& folder)
     return import;
 }
 
-const Result<WorldImportCounts>& OutcomeOf(const WorldDataJob& job)
+const Result<WorldImportCounts>& OutcomeOf(const WorldDataModel& job)
 {
     while (job.Outcome() == nullptr)
         std::this_thread::sleep_for(std::chrono::milliseconds(1)); // as the window's timer does
@@ -35,7 +35,7 @@ TEST_P(WorldDataIn, IsADatabaseThatTheProgramGoesOnWith)
     const auto state = std::make_unique<AppState>();
     state->AppFolder = folder.Path() / GetParam();
     state->DatabaseMissing = true;
-    const WorldDataJob job(Samples(state->AppFolder), DefaultDataFolder());
+    const WorldDataModel job(Samples(state->AppFolder), DefaultDataFolder());
     const Result<WorldImportCounts>& counts = OutcomeOf(job);
     ASSERT_TRUE(counts) << counts.error().Text();
     EXPECT_EQ(WorldDataText(*counts), "The database holds 7 airports, 0 VORs, 0 NDBs and 0 airspaces.");
@@ -51,14 +51,14 @@ TEST_P(WorldDataIn, IsADatabaseThatTheProgramGoesOnWith)
 INSTANTIATE_TEST_SUITE_P(App, WorldDataIn, testing::Values("world", "S\u00e3o", "\u017c\u00f3\u0142w"),
                          [](const auto& row) { return "Folder" + std::to_string(row.index); });
 
-TEST(WorldDataJob, TellsWhyThereIsNone)
+TEST(WorldDataModel, TellsWhyThereIsNone)
 {
     const TemporaryFolder folder;
-    const WorldDataJob job(Samples(folder.Path()), folder.Path());
+    const WorldDataModel job(Samples(folder.Path()), folder.Path());
     EXPECT_THAT(OutcomeOf(job).error().Text(), testing::HasSubstr("magvar.csv"));
 }
 
-TEST(WorldDataJob, LeftInTheMiddleLeavesNothing)
+TEST(WorldDataModel, LeftInTheMiddleLeavesNothing)
 {
     const TemporaryFolder folder;
     std::string rows = "I\n1000 Version\n";
@@ -67,7 +67,7 @@ TEST(WorldDataJob, LeftInTheMiddleLeavesNothing)
     WorldImport import = Samples(folder.Path() / "app");
     import.AptDat = folder.Write("apt.dat", rows + "99\n");
     {
-        const WorldDataJob job(import, DefaultDataFolder());
+        const WorldDataModel job(import, DefaultDataFolder());
     }
     EXPECT_FALSE(std::filesystem::exists(folder.Path() / "app"));
 }

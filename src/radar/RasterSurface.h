@@ -15,9 +15,9 @@ namespace corvane {
 ///
 /// On a dense screen one pixel of the surface is several of the image, or one and a half: everything is drawn so many
 /// times as large, and as sharp as the image allows. The font must be of that size too.
-class PaintedSurface final : public Surface {
+class RasterSurface final : public Surface {
 public:
-    PaintedSurface(PixelImage& image, const ScopeFont& font, double scale = 1) noexcept
+    RasterSurface(PixelImage& image, const ScopeFont& font, double scale = 1) noexcept
         : m_image(image), m_font(font), m_scale(scale)
     {
     }

@@ -1,8 +1,8 @@
-#include "app/windows/SetupWindow.h"
+#include "app/windows/SetUpWindow.h"
 
 #include "core/windows/QtText.h"
 #include "core/windows/WindowManners.h"
-#include "ui_SetupWindow.h"
+#include "ui_SetUpWindow.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -10,7 +10,7 @@
 #include <QStorageInfo>
 
 namespace corvane {
-SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
+SetUpWindow::SetUpWindow(AppState& state, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form3>()), m_folders(new QFileSystemModel(this)), m_setUp(state, boxes)
 {
     m_ui->setupUi(this);
@@ -26,23 +26,23 @@ SetupWindow::SetupWindow(AppState& state, MessageBoxes& boxes)
         if (volume.isReady()) // read-only ones too: a simulator's disk need not be written to
             m_ui->Drive1->addItem(QDir::toNativeSeparators(volume.rootPath()));
     connect(m_ui->Option1, &QRadioButton::clicked, this, [this] { m_setUp.OptionClicked(); });
-    connect(m_ui->Drive1, &QComboBox::textActivated, this, &SetupWindow::PointAt);
-    connect(m_ui->Dir1, &QTreeView::clicked, this, &SetupWindow::ChooseFolder);
-    connect(m_ui->Dir1, &QTreeView::activated, this, &SetupWindow::ChooseFolder);
-    connect(m_ui->Command2, &QPushButton::clicked, this, &SetupWindow::Browse);
-    connect(m_ui->Text1, &QLineEdit::textChanged, this, &SetupWindow::PathChanged);
+    connect(m_ui->Drive1, &QComboBox::textActivated, this, &SetUpWindow::PointAt);
+    connect(m_ui->Dir1, &QTreeView::clicked, this, &SetUpWindow::ChooseFolder);
+    connect(m_ui->Dir1, &QTreeView::activated, this, &SetUpWindow::ChooseFolder);
+    connect(m_ui->Command2, &QPushButton::clicked, this, &SetUpWindow::Browse);
+    connect(m_ui->Text1, &QLineEdit::textChanged, this, &SetUpWindow::PathChanged);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command1, &QPushButton::click);
-    connect(m_ui->Command1, &QPushButton::clicked, this, &SetupWindow::NextStep);
-    connect(m_ui->WorldData, &QPushButton::clicked, this, &SetupWindow::WorldDataRequested);
-    connect(m_folders, &QFileSystemModel::directoryLoaded, this, &SetupWindow::KeepInSight);
+    connect(m_ui->Command1, &QPushButton::clicked, this, &SetUpWindow::NextStep);
+    connect(m_ui->WorldData, &QPushButton::clicked, this, &SetUpWindow::WorldDataRequested);
+    connect(m_folders, &QFileSystemModel::directoryLoaded, this, &SetUpWindow::KeepInSight);
     m_ui->Drive1->setCurrentText(QDir::toNativeSeparators(QStorageInfo(QDir::homePath()).rootPath()));
     PointAt(QDir::homePath());
 }
 
-SetupWindow::~SetupWindow() = default;
+SetUpWindow::~SetUpWindow() = default;
 
 /// Opens the list of folders at one of them, and takes it as the path.
-void SetupWindow::PointAt(const QString& folder)
+void SetUpWindow::PointAt(const QString& folder)
 {
     const QModelIndex index = m_folders->index(folder);
     m_ui->Dir1->setCurrentIndex(index);
@@ -52,33 +52,33 @@ void SetupWindow::PointAt(const QString& folder)
 }
 
 /// Folders are listed in the background, and those that come above the current one would push it out of sight.
-void SetupWindow::KeepInSight(const QString& loaded)
+void SetUpWindow::KeepInSight(const QString& loaded)
 {
     const QModelIndex current = m_ui->Dir1->currentIndex();
     if (m_folders->filePath(current).startsWith(loaded))
         m_ui->Dir1->scrollTo(current, QAbstractItemView::PositionAtTop);
 }
 
-void SetupWindow::ChooseFolder(const QModelIndex& index)
+void SetUpWindow::ChooseFolder(const QModelIndex& index)
 {
     m_ui->Text1->setText(QDir::toNativeSeparators(m_folders->filePath(index)));
 }
 
-void SetupWindow::Browse()
+void SetUpWindow::Browse()
 {
     const QString folder = QFileDialog::getExistingDirectory(this, windowTitle(), m_ui->Text1->text());
     if (!folder.isEmpty())
         PointAt(folder);
 }
 
-void SetupWindow::PathChanged(const QString& text)
+void SetUpWindow::PathChanged(const QString& text)
 {
     const QString path = QString::fromStdString(SetUpModel::PathAfterChange(text.toStdString()));
     if (path != text)
         m_ui->Text1->setText(path);
 }
 
-void SetupWindow::NextStep()
+void SetUpWindow::NextStep()
 {
     if (!m_setUp.NextStep(m_ui->Text1->text().toStdString(), m_ui->Option1->isChecked()))
         return;
@@ -86,7 +86,7 @@ void SetupWindow::NextStep()
     emit Finished();
 }
 
-void SetupWindow::closeEvent(QCloseEvent* event)
+void SetUpWindow::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
     if (m_setUp.Close())

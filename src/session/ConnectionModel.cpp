@@ -1,4 +1,4 @@
-#include "session/Connection.h"
+#include "session/ConnectionModel.h"
 
 #include "core/NumberText.h"
 #include "core/Text.h"
@@ -11,13 +11,13 @@
 namespace corvane {
 static constexpr std::string_view Disconnected = "Disconnected";
 
-Connection::Connection(SessionPeerFactory& factory, SessionState& session, PlayerTable& players, ConnectionView& view,
-                       MessageBoxes& boxes)
+ConnectionModel::ConnectionModel(SessionPeerFactory& factory, SessionState& session, PlayerTable& players,
+                                 ConnectionView& view, MessageBoxes& boxes)
     : m_factory(factory), m_session(session), m_players(players), m_view(view), m_boxes(boxes)
 {
 }
 
-void Connection::Load()
+void ConnectionModel::Load()
 {
     if (m_busy)
         return;
@@ -31,7 +31,7 @@ void Connection::Load()
     m_view.SetConnections(m_session.ConnectionList);
 }
 
-void Connection::ConnectionTypeChosen(std::size_t index)
+void ConnectionModel::ConnectionTypeChosen(std::size_t index)
 {
     if (m_busy)
         return;
@@ -41,7 +41,7 @@ void Connection::ConnectionTypeChosen(std::size_t index)
 }
 
 /// Leaves whatever session there is and clears what was found.
-void Connection::StopTalking()
+void ConnectionModel::StopTalking()
 {
     ReleaseSessionObjects(m_session);
     m_view.SetSessions({});
@@ -50,14 +50,14 @@ void Connection::StopTalking()
     m_state = ConnectionState::Idle;
 }
 
-void Connection::Reset()
+void ConnectionModel::Reset()
 {
     m_view.SetListsEnabled(true);
     StopTalking();
     static_cast<void>(CreateSessionObjects(m_factory, m_session)); // locating sessions tries again and reports it
 }
 
-void Connection::FailWith(Failure failure, const Error& error)
+void ConnectionModel::FailWith(Failure failure, const Error& error)
 {
     m_lastError = error;
     if (m_exitWanted)
@@ -77,7 +77,7 @@ void Connection::FailWith(Failure failure, const Error& error)
     Reset();
 }
 
-void Connection::LocateSession()
+void ConnectionModel::LocateSession()
 {
     if (m_busy)
         return;
@@ -90,7 +90,7 @@ void Connection::LocateSession()
         End();
 }
 
-void Connection::FindSessions()
+void ConnectionModel::FindSessions()
 {
     StopTalking();
     const Result<void> created = CreateSessionObjects(m_factory, m_session);
@@ -115,7 +115,7 @@ static Result<std::string> SessionLine(const SessionEntry& entry)
     return OneLine(entry.Name) + " (" + NumberText(entry.CurrentPlayers) + "/" + NumberText(entry.MaxPlayers) + ")";
 }
 
-void Connection::Locate()
+void ConnectionModel::Locate()
 {
     if (*m_chosenType >= m_session.ConnectionList.size())
         return FailWith(Failure::Enumeration, Fail("connection type", "is no longer available"));
@@ -144,7 +144,7 @@ void Connection::Locate()
     m_state = ConnectionState::Listed;
 }
 
-void Connection::JoinSession(std::optional<std::size_t> selected, std::string_view nickname)
+void ConnectionModel::JoinSession(std::optional<std::size_t> selected, std::string_view nickname)
 {
     if (m_busy)
         return;
@@ -157,7 +157,7 @@ void Connection::JoinSession(std::optional<std::size_t> selected, std::string_vi
         End();
 }
 
-void Connection::OpenSession(std::optional<std::size_t> selected, std::string_view nickname)
+void ConnectionModel::OpenSession(std::optional<std::size_t> selected, std::string_view nickname)
 {
     const bool listed = selected && *selected < m_session.SessionList.size();
     if (!listed || nickname.empty())
@@ -168,7 +168,7 @@ void Connection::OpenSession(std::optional<std::size_t> selected, std::string_vi
     Join(m_session.SessionList[*selected], nickname);
 }
 
-void Connection::RefuseSelection(bool selected, bool named)
+void ConnectionModel::RefuseSelection(bool selected, bool named)
 {
     if (!selected)
         m_boxes.Warn("Please select a FS multiplayer session.");
@@ -181,7 +181,7 @@ void Connection::RefuseSelection(bool selected, bool named)
     m_state = ConnectionState::Idle;
 }
 
-void Connection::Join(SessionEntry entry, std::string_view nickname)
+void ConnectionModel::Join(SessionEntry entry, std::string_view nickname)
 {
     // Compared whole: hosts that set any other flag beside these are joined without a question.
     constexpr std::uint32_t Protected = SessionKeepAlive + SessionPasswordRequired;
@@ -206,7 +206,7 @@ void Connection::Join(SessionEntry entry, std::string_view nickname)
     m_state = ConnectionState::Waiting;
 }
 
-Result<void> Connection::CreateOwnPlayer(std::string_view nickname)
+Result<void> ConnectionModel::CreateOwnPlayer(std::string_view nickname)
 {
     const auto id = m_session.SessionPeer->CreatePlayer("**" + std::string(nickname), MemberManners::FormalName);
     if (!id)
@@ -217,12 +217,12 @@ Result<void> Connection::CreateOwnPlayer(std::string_view nickname)
     return RequestJoin();
 }
 
-Result<void> Connection::RequestJoin() const
+Result<void> ConnectionModel::RequestJoin() const
 {
     return SendFromOwnPlayer(m_session, AllPlayers, EncodeMessage(PlainMessage{MessageType::JoinRequest}));
 }
 
-void Connection::HandshakeTick()
+void ConnectionModel::HandshakeTick()
 {
     if (m_busy || m_state != ConnectionState::Waiting || !m_session.HasOwnPlayer())
         return;
@@ -230,7 +230,7 @@ void Connection::HandshakeTick()
     static_cast<void>(ReadAnswers()); // a failure ends the tick quietly; the retry notices when the session is gone
 }
 
-Result<void> Connection::ReadAnswers()
+Result<void> ConnectionModel::ReadAnswers()
 {
     SessionPeer& peer = *m_session.SessionPeer;
     const auto count = peer.GetMessageCount(m_session.OwnPlayerId);
@@ -260,7 +260,7 @@ Result<void> Connection::ReadAnswers()
     return {};
 }
 
-Result<void> Connection::Accepted()
+Result<void> ConnectionModel::Accepted()
 {
     const auto name = OwnFriendlyName(m_session);
     if (!name)
@@ -282,7 +282,7 @@ Result<void> Connection::Accepted()
     return {};
 }
 
-void Connection::Open()
+void ConnectionModel::Open()
 {
     m_session.SessionJoined = true;
     m_session.RadarOpen = true;
@@ -293,7 +293,7 @@ void Connection::Open()
     m_view.OpenRadar();
 }
 
-void Connection::Refused()
+void ConnectionModel::Refused()
 {
     m_lastError = Fail("JoinRequest", "the session's host refused it");
     m_boxes.Warn("Connection refused.");
@@ -303,7 +303,7 @@ void Connection::Refused()
     Reset();
 }
 
-void Connection::RetryTick()
+void ConnectionModel::RetryTick()
 {
     if (m_busy || m_state != ConnectionState::Waiting || !m_session.HasOwnPlayer())
         return;
@@ -315,7 +315,7 @@ void Connection::RetryTick()
         FailWith(Failure::Joining, sent.error());
 }
 
-void Connection::Exit()
+void ConnectionModel::Exit()
 {
     if (m_joinAccepted)
         return;
@@ -325,7 +325,7 @@ void Connection::Exit()
     LeaveOperation();
 }
 
-void Connection::End()
+void ConnectionModel::End()
 {
     StopTalking();
     m_view.SetStatus("Please Wait...");

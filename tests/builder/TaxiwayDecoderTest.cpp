@@ -1,4 +1,4 @@
-#include "builder/GroundLayout.h"
+#include "builder/TaxiwayDecoder.h"
 
 #include "builder/BglScanner.h"
 #include "builder/PathNames.h"

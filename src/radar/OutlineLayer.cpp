@@ -1,4 +1,4 @@
-#include "radar/WorldOutlines.h"
+#include "radar/OutlineLayer.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 
 #include "core/Rounding.h"
 #include "core/Text.h"
