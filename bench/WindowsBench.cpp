@@ -133,7 +133,7 @@ void StartToTheChooser(benchmark::State& state)
             break;
         }
         DeskSettings desk{QString()};
-        ChooserWindow chooser(*app, boxes, desk);
+        ChooserWindow chooser(ChooserPart(*app), boxes, desk);
         QEventLoop waiting;
         QObject::connect(&chooser, &ChooserWindow::Ready, &waiting, &QEventLoop::quit);
         chooser.show();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "area/AreaModel.h"
+#include "area/ChooserModel.h"
 #include "core/MagVarGrid.h"
 #include "core/Settings.h"
 #include "radar/DisplayFlags.h"
@@ -20,7 +21,6 @@ namespace corvane {
 /// A window gives a library the smallest part that serves it. View and pointer belong to the main window.
 struct AppState {
     std::filesystem::path AppFolder;    ///< where the settings and the database live
-    bool DatabaseMissing = false;       ///< from a start without a usable database until a build has completed
     SettingsRecord Settings;            ///< its FsPath is the simulator's main folder
     TrafficDetailsTable TrafficDetails; ///< of the players, where they are traffic from outside
     std::string TrafficHealth;          ///< of the link to that traffic; empty: there is none
@@ -33,4 +33,10 @@ struct AppState {
     DisplayFlags Flags;
     DisplayOptions Display; ///< how targets are shown
 };
+
+/// What of it the area chooser works on.
+inline ChooserState ChooserPart(AppState& state) noexcept
+{
+    return {state.AppFolder, state.Settings, state.Session.RadarOpen, state.MagVar, state.AllAirspaces, state.Area};
+}
 } // namespace corvane

@@ -32,7 +32,6 @@ static Result<bool> AllDataFilesExist(const std::filesystem::path& appFolder)
 static StartupDecision StartOver(AppState& state, StartupDecision decision)
 {
     DeleteDataFiles(state.AppFolder);
-    state.DatabaseMissing = true;
     return decision;
 }
 
@@ -59,7 +58,6 @@ Result<StartupDecision> RunStartupChecks(AppState& state)
     if (!settings)
         return settings.error();
     state.Settings = *std::move(settings);
-    state.DatabaseMissing = false;
     return StartupDecision::Chooser;
 }
 } // namespace corvane

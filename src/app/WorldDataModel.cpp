@@ -91,7 +91,6 @@ Result<void> UseNewDatabase(AppState& state)
     if (!settings)
         return settings.error();
     state.Settings = *std::move(settings);
-    state.DatabaseMissing = false;
     return {};
 }
 

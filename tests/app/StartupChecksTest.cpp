@@ -10,9 +10,7 @@ class StartupChecks : public AppTest {};
 TEST_F(StartupChecks, GoOnWithACompleteDatabase)
 {
     WriteDataFiles();
-    State.DatabaseMissing = true;
     EXPECT_EQ(*RunStartupChecks(State), StartupDecision::Chooser);
-    EXPECT_FALSE(State.DatabaseMissing);
     EXPECT_EQ(State.Settings.VorCount, 7);
     EXPECT_EQ(FileCount(), 5U);
 }
@@ -23,9 +21,7 @@ TEST_F(StartupChecks, StartOverInSilenceWhicheverFileIsMissing)
         WriteDataFiles();
         Write("world.map");
         std::filesystem::remove(State.AppFolder / missing);
-        State.DatabaseMissing = false;
         EXPECT_EQ(*RunStartupChecks(State), StartupDecision::SetUp) << missing;
-        EXPECT_TRUE(State.DatabaseMissing);
         EXPECT_EQ(FileCount(), 1U) << "only the map is left";
     }
 }
@@ -43,7 +39,6 @@ TEST_F(StartupChecks, StartOverWithAMessageAfterSettingsOfAnotherKind)
         WriteDataFiles();
         Write(SettingsFileName, content);
         EXPECT_EQ(*RunStartupChecks(State), StartupDecision::SetUpAfterUpdateMessage) << content;
-        EXPECT_TRUE(State.DatabaseMissing);
         EXPECT_EQ(FileCount(), 0U);
     }
 }

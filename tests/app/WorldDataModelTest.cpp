@@ -34,13 +34,11 @@ TEST_P(WorldDataIn, IsADatabaseThatTheProgramGoesOnWith)
     const TemporaryFolder folder;
     const auto state = std::make_unique<AppState>();
     state->AppFolder = folder.Path() / GetParam();
-    state->DatabaseMissing = true;
     const WorldDataModel job(Samples(state->AppFolder), DefaultDataFolder());
     const Result<WorldImportCounts>& counts = OutcomeOf(job);
     ASSERT_TRUE(counts) << counts.error().Text();
     EXPECT_EQ(WorldDataText(*counts), "The database holds 7 airports, 0 VORs, 0 NDBs and 0 airspaces.");
     ASSERT_TRUE(UseNewDatabase(*state));
-    EXPECT_FALSE(state->DatabaseMissing);
     EXPECT_EQ(state->Settings.AirportCount, 7);
     EXPECT_THAT(WorldDataCredits(*state), testing::HasSubstr("CC0"));
 

@@ -1,10 +1,10 @@
 #include "app/windows/MainWindow.h"
 
 #include "app/AppState.h"
-#include "app/ChooserModel.h"
 #include "app/windows/HealthLine.h"
 #include "app/windows/NoticeLine.h"
 #include "app/windows/RadarMemory.h"
+#include "area/ChooserModel.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "radar/paint/QtRaster.h"

@@ -135,7 +135,7 @@ void Program::OpenSetup()
 void Program::OpenBuilder()
 {
     LetGo(m_setup);
-    m_builder = new BuilderWindow(m_state, m_boxes);
+    m_builder = new BuilderWindow(m_state.AppFolder, m_state.Settings, m_boxes);
     connect(m_builder, &BuilderWindow::Finished, this, &Program::OpenChooser);
     connect(m_builder, &BuilderWindow::SetUpAgainRequested, this, &Program::SetUpAgain);
     connect(m_builder, &BuilderWindow::Ended, this, &Program::End);
@@ -162,7 +162,7 @@ void Program::OpenChooser()
 {
     LetGo(m_worldData);
     LetGo(m_builder);
-    m_chooser = new ChooserWindow(m_state, m_boxes, m_desk);
+    m_chooser = new ChooserWindow(ChooserPart(m_state), m_boxes, m_desk);
     connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
     connect(m_chooser, &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
     if (m_main != nullptr)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/ChooserModel.h"
 #include "app/PracticeHost.h"
 #include "app/StartupChecks.h"
 #include "app/windows/RecordingControls.h"
 #include "app/windows/ScriptedStart.h"
+#include "area/ChooserModel.h"
 
 #include <QElapsedTimer>
 #include <QObject>

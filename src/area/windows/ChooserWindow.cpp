@@ -16,7 +16,7 @@ namespace corvane {
 static constexpr const char* LastAirport = "area/airport";
 static constexpr const char* LastSector = "area/sector";
 
-ChooserWindow::ChooserWindow(AppState& state, MessageBoxes& boxes, DeskSettings& desk)
+ChooserWindow::ChooserWindow(const ChooserState& state, MessageBoxes& boxes, DeskSettings& desk)
     : m_ui(std::make_unique<Ui::Form5>()), m_boxes(boxes), m_desk(desk), m_model(state, *this)
 {
     m_ui->setupUi(this);

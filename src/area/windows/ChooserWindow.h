@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ChooserModel.h"
+#include "area/ChooserModel.h"
 #include "core/MessageBoxes.h"
 
 #include <QTimer>
@@ -20,7 +20,7 @@ class ChooserWindow final : public QWidget, private ChooserView {
     Q_OBJECT
 
 public:
-    ChooserWindow(AppState& state, MessageBoxes& boxes, DeskSettings& desk);
+    ChooserWindow(const ChooserState& state, MessageBoxes& boxes, DeskSettings& desk);
     ~ChooserWindow() override;
 
     /// Picks the airport of an ICAO code in the list and presses the button. Returns whether the list has it.

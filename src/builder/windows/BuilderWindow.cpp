@@ -1,6 +1,5 @@
 #include "builder/windows/BuilderWindow.h"
 
-#include "app/AppState.h"
 #include "core/windows/QtText.h"
 #include "ui_BuilderWindow.h"
 
@@ -10,12 +9,12 @@ namespace corvane {
 static constexpr int PreparationDelayMs = 1000;
 static constexpr int ScanIntervalMs = 5;
 
-BuilderWindow::BuilderWindow(AppState& state, MessageBoxes& boxes)
+BuilderWindow::BuilderWindow(const std::filesystem::path& appFolder, SettingsRecord& settings, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::Form4>()),
-      m_state(state),
+      m_settings(settings),
       m_boxes(boxes),
-      m_driver(std::make_unique<BuildDriver>(state.AppFolder, FolderOfSettings(state.Settings.FsPath, state.AppFolder),
-                                             state.Settings.FsVersion))
+      m_driver(
+          std::make_unique<BuildDriver>(appFolder, FolderOfSettings(settings.FsPath, appFolder), settings.FsVersion))
 {
     m_ui->setupUi(this);
     m_ui->Command2->setEnabled(false);
@@ -92,8 +91,7 @@ void BuilderWindow::Finish()
                  "  . Make room for it and start again. The program will shutdown.");
         return;
     }
-    m_state.Settings = *settings;
-    m_state.DatabaseMissing = false;
+    m_settings = *settings;
     m_ui->ProgressBar1->setValue(0);
     m_ui->Label3->clear();
     m_ui->Command2->setEnabled(true);

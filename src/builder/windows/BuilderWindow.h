@@ -14,14 +14,13 @@ class Form4;
 }
 
 namespace corvane {
-struct AppState;
-
 /// Builds the scenery database, one scenery file a timer tick.
 class BuilderWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    BuilderWindow(AppState& state, MessageBoxes& boxes);
+    /// settings  of the set-up; those of the finished database take their place
+    BuilderWindow(const std::filesystem::path& appFolder, SettingsRecord& settings, MessageBoxes& boxes);
     ~BuilderWindow() override;
 
 signals:
@@ -46,7 +45,7 @@ private:
     void ShowTimeLeft(std::int64_t done);
 
     std::unique_ptr<Ui::Form4> m_ui;
-    AppState& m_state;
+    SettingsRecord& m_settings;
     MessageBoxes& m_boxes;
     std::unique_ptr<BuildDriver> m_driver;
     QTimer m_readSceneriesPaths{this};

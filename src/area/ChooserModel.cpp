@@ -1,6 +1,5 @@
-#include "app/ChooserModel.h"
+#include "area/ChooserModel.h"
 
-#include "app/AppState.h"
 #include "area/AreaLoad.h"
 #include "area/DatabaseLists.h"
 #include "core/DatabaseFiles.h"
@@ -123,7 +122,7 @@ Result<ChooserNext> ChooserModel::Load(ControlMode mode, std::optional<std::stri
     if (!loaded)
         return loaded.error();
     m_areaLoaded = true;
-    return m_state.Session.RadarOpen ? ChooserNext::ShowNewArea : ChooserNext::OpenConnection;
+    return m_state.RadarOpen ? ChooserNext::ShowNewArea : ChooserNext::OpenConnection;
 }
 
 Remedy ChooserModel::RemedyFor(const Error& failure) const
@@ -132,7 +131,7 @@ Remedy ChooserModel::RemedyFor(const Error& failure) const
     const auto isToBlame = [&](std::string_view name) { return failure.What.find(name) != std::string::npos; };
     if (!std::any_of(Names.begin(), Names.end(), isToBlame))
         return Remedy::PutRight;
-    return m_state.Session.RadarOpen ? Remedy::NewFromMenu : Remedy::SetUpAgain;
+    return m_state.RadarOpen ? Remedy::NewFromMenu : Remedy::SetUpAgain;
 }
 
 std::string ChooserModel::TakeWarning()
@@ -150,7 +149,7 @@ ChooserNext ChooserModel::Exit()
 {
     m_view.SetStatus("Please wait...");
     m_state.AllAirspaces = {};
-    return m_state.Session.RadarOpen ? ChooserNext::ReturnToRadar : ChooserNext::EndProgram;
+    return m_state.RadarOpen ? ChooserNext::ReturnToRadar : ChooserNext::EndProgram;
 }
 
 ChooserNext ChooserModel::Close()

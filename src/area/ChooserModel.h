@@ -2,9 +2,12 @@
 
 #include "area/AreaModel.h"
 #include "area/EarlyEnds.h"
+#include "core/MagVarGrid.h"
 #include "core/Result.h"
+#include "core/Settings.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -12,7 +15,15 @@
 #include <vector>
 
 namespace corvane {
-struct AppState;
+/// What the area chooser reads and fills of the program's state; all of it is borrowed.
+struct ChooserState {
+    const std::filesystem::path& AppFolder;
+    const SettingsRecord& Settings;
+    const bool& RadarOpen; ///< a session is joined
+    MagVarGrid& MagVar;
+    std::vector<AirspaceRecord>& AllAirspaces; ///< the whole airspaces file, while the chooser is open
+    AreaModel& Area;
+};
 
 /// What the area chooser's logic asks of its window. Each call shows at once: long work may follow.
 class ChooserView {
@@ -60,7 +71,7 @@ public:
     static constexpr int OpeningSteps = 4; ///< the bar's maximum, one more than the steps taken
     static constexpr int LoadProgressMaximum = 9;
 
-    ChooserModel(AppState& state, ChooserView& view) noexcept : m_state(state), m_view(view) {}
+    ChooserModel(const ChooserState& state, ChooserView& view) noexcept : m_state(state), m_view(view) {}
 
     /// Reads the magnetic grid, the airports and the airspaces. Fails with the first file that could not be read; the
     /// others are read all the same, and the window can be used. An abandoned opening ends before the next file.
@@ -95,7 +106,7 @@ private:
     Result<void> ReadAirspaces();
     Result<void> RunLoad(ControlMode mode, std::string_view entry);
 
-    AppState& m_state;
+    ChooserState m_state;
     ChooserView& m_view;
     std::vector<std::string> m_airportEntries;
     std::vector<std::string> m_sectorEntries;

@@ -1,8 +1,9 @@
-#include "app/ChooserModel.h"
+#include "area/ChooserModel.h"
 
+#include "core/AtomicFile.h"
 #include "core/DatabaseFiles.h"
 #include "core/RecordCodec.h"
-#include "tests/app/AppFixture.h"
+#include "tests/core/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -25,8 +26,18 @@ public:
 };
 } // namespace
 
-class Chooser : public AppTest {
+class Chooser : public testing::Test {
 protected:
+    void Write(std::string_view name, std::string_view content) const
+    {
+        ASSERT_TRUE(WriteFileAtomically(AppFolder / name, Bytes(content.begin(), content.end())));
+    }
+    /// An empty database.
+    void WriteDataFiles() const
+    {
+        for (const std::string_view name : DatabaseFileNames())
+            Write(name, {});
+    }
     /// Airports KSEA and MPTO, one sector of two pieces.
     void WriteWorld()
     {
@@ -53,11 +64,18 @@ protected:
         }
         Write(AirportsFileName, airports);
         Write(AirspacesFileName, airspaces);
-        State.Settings.AirspaceCount = 2;
+        Settings.AirspaceCount = 2;
     }
 
+    TemporaryFolder Folder;
+    std::filesystem::path AppFolder = Folder.Path();
+    SettingsRecord Settings;
+    bool RadarOpen = false;
+    MagVarGrid MagVar;
+    std::vector<AirspaceRecord> AllAirspaces;
+    AreaModel Area;
     RecordedView View;
-    ChooserModel Model{State, View};
+    ChooserModel Model{{AppFolder, Settings, RadarOpen, MagVar, AllAirspaces, Area}, View};
 };
 
 static const std::vector<std::string> OpeningCalls = {"disable",
@@ -79,7 +97,7 @@ TEST_F(Chooser, ReadsItsListsWhenItOpens)
     EXPECT_THAT(View.Calls, ElementsAreArray(OpeningCalls));
     EXPECT_THAT(Model.AirportEntries(), ElementsAre("KSEA - Field", "MPTO - Field"));
     EXPECT_THAT(Model.SectorEntries(), ElementsAre("PANAMA FIR"));
-    EXPECT_EQ(State.AllAirspaces.size(), 2U);
+    EXPECT_EQ(AllAirspaces.size(), 2U);
 }
 
 TEST_F(Chooser, OpensWithWhatCanBeReadAndReportsTheRest)
@@ -92,7 +110,7 @@ TEST_F(Chooser, OpensWithWhatCanBeReadAndReportsTheRest)
     Write(AirportsFileName, std::string("\1\0A\1\0B\1\0\0\0", 10) + std::string(16, '\0')); // leads back to itself
     const Result<void> opened = Model.Open();
     ASSERT_FALSE(opened);
-    EXPECT_EQ(opened.error().What, (State.AppFolder / AirportsFileName).string());
+    EXPECT_EQ(opened.error().What, (AppFolder / AirportsFileName).string());
     EXPECT_THAT(Model.SectorEntries(), ElementsAre("PANAMA FIR"));
     EXPECT_EQ(View.Calls.back(), "Done");
 }
@@ -100,11 +118,10 @@ TEST_F(Chooser, OpensWithWhatCanBeReadAndReportsTheRest)
 TEST_F(Chooser, WarnsOnceOfEachDatabaseFileThatEndsEarly)
 {
     WriteWorld();
-    State.Settings.AirspaceCount = 3;
-    State.Settings.VorCount = 1;
+    Settings.AirspaceCount = 3;
+    Settings.VorCount = 1;
     const auto warning = [&](std::string_view file) {
-        return (State.AppFolder / file).string() +
-               ": ends too early, so that records are missing; create the database again";
+        return (AppFolder / file).string() + ": ends too early, so that records are missing; create the database again";
     };
     ASSERT_TRUE(Model.Open());
     EXPECT_EQ(Model.TakeWarning(), warning(AirspacesFileName));
@@ -125,19 +142,19 @@ TEST_F(Chooser, LoadsInsideAFrameAndHandsOver)
                 ElementsAre("disable", "0/9", "Getting selected airport's information...", "1/9"));
     EXPECT_THAT(std::span(View.Calls).last(5),
                 ElementsAre("Getting world's outlines...", "8/9", "0/9", "enable", "Done"));
-    EXPECT_EQ(ChooserModel::MainWindowCaption(State.Area), "Corvane v3.0 - KSEA - Field");
+    EXPECT_EQ(ChooserModel::MainWindowCaption(Area), "Corvane v3.0 - KSEA - Field");
     EXPECT_EQ(Model.Close(), ChooserNext::Stay) << "the connection window is open already";
 }
 
 TEST_F(Chooser, ShowsTheNewAreaWhileASessionGoesOn)
 {
     WriteWorld();
-    State.Session.RadarOpen = true;
+    RadarOpen = true;
     ASSERT_TRUE(Model.Open());
     EXPECT_EQ(*Model.Load(ControlMode::Sector, "PANAMA FIR"), ChooserNext::ShowNewArea);
-    EXPECT_EQ(State.Area.AreaMode, ControlMode::Sector);
-    EXPECT_EQ(State.Area.AreaAirspaces.size(), 2U);
-    EXPECT_THAT(State.AllAirspaces, IsEmpty());
+    EXPECT_EQ(Area.AreaMode, ControlMode::Sector);
+    EXPECT_EQ(Area.AreaAirspaces.size(), 2U);
+    EXPECT_THAT(AllAirspaces, IsEmpty());
 }
 
 TEST_F(Chooser, DoesNothingWithoutASelection)
@@ -153,13 +170,13 @@ TEST_F(Chooser, KeepsTheOldAreaAndItsListsWhenALoadFails)
 {
     WriteWorld();
     ASSERT_TRUE(Model.Open());
-    State.Area.AreaName = "before";
-    std::filesystem::remove(State.AppFolder / VorsFileName);
+    Area.AreaName = "before";
+    std::filesystem::remove(AppFolder / VorsFileName);
     const Result<ChooserNext> loaded = Model.Load(ControlMode::Airport, "KSEA - Field");
     ASSERT_FALSE(loaded);
-    EXPECT_EQ(loaded.error().What, (State.AppFolder / VorsFileName).string());
-    EXPECT_EQ(State.Area.AreaName, "before");
-    EXPECT_EQ(State.AllAirspaces.size(), 2U);
+    EXPECT_EQ(loaded.error().What, (AppFolder / VorsFileName).string());
+    EXPECT_EQ(Area.AreaName, "before");
+    EXPECT_EQ(AllAirspaces.size(), 2U);
     EXPECT_THAT(std::span(View.Calls).last(3), ElementsAre("0/9", "enable", "Done"));
     EXPECT_EQ(Model.Close(), ChooserNext::EndProgram);
 }
@@ -168,11 +185,11 @@ TEST_F(Chooser, LeavesByExitOrFrame)
 {
     for (const bool byFrame : {false, true}) {
         for (const bool radarOpen : {false, true}) {
-            State.Session.RadarOpen = radarOpen;
-            State.AllAirspaces.resize(3);
+            RadarOpen = radarOpen;
+            AllAirspaces.resize(3);
             EXPECT_EQ(byFrame ? Model.Close() : Model.Exit(),
                       radarOpen ? ChooserNext::ReturnToRadar : ChooserNext::EndProgram);
-            EXPECT_THAT(State.AllAirspaces, IsEmpty());
+            EXPECT_THAT(AllAirspaces, IsEmpty());
             EXPECT_EQ(View.Calls.back(), "Please wait...");
         }
     }
