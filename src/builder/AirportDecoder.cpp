@@ -2,6 +2,7 @@
 
 #include "builder/RunwayDecoder.h"
 #include "builder/TaxiwayDecoder.h"
+#include "core/BglTags.h"
 #include "core/Frequency.h"
 #include "core/Geodesy.h"
 #include "core/Rounding.h"
@@ -11,16 +12,9 @@
 
 namespace corvane {
 namespace {
-enum RecordTag : std::int32_t {
-    ReferenceTag = 0x10001,
-    RunwayTag = 0x10002,
-    FirstSkippedTag = 0x10003,
-    IlsTag = 0x10004, // means something behind a runway only
-    SecondSkippedTag = 0x10005,
-    IcaoTag = 0x10006,
-    GroundLayoutTag = 0x11001,
-    ComTag = 0x20001,
-};
+/// Carried by airports and left unread.
+constexpr std::int32_t FirstSkippedRecord = 0x10003;
+constexpr std::int32_t SecondSkippedRecord = 0x10005;
 
 class AirportDecoder {
 public:
@@ -65,14 +59,14 @@ bool AirportDecoder::DecodeRecord(std::int64_t r, const BglRecordHead& head)
 {
     const bool behindRunway = std::exchange(m_behindRunway, false);
     switch (head.Tag) {
-    case ReferenceTag: return DecodeReference(r);
-    case RunwayTag: m_behindRunway = true; return m_runways.DecodeRunway(r);
-    case IlsTag: m_behindRunway = behindRunway; return !behindRunway || m_runways.DecodeIls(r, head.ContentSize);
-    case FirstSkippedTag:
-    case SecondSkippedTag: return true;
-    case IcaoTag: return DecodeIcao(r, head.ContentSize);
-    case GroundLayoutTag: return m_layout.Decode(r);
-    case ComTag: return DecodeCom(r, head.ContentSize);
+    case BglTag::Reference: return DecodeReference(r);
+    case BglTag::Runway: m_behindRunway = true; return m_runways.DecodeRunway(r);
+    case BglTag::Ils: m_behindRunway = behindRunway; return !behindRunway || m_runways.DecodeIls(r, head.ContentSize);
+    case FirstSkippedRecord:
+    case SecondSkippedRecord: return true;
+    case BglTag::Name: return DecodeIcao(r, head.ContentSize);
+    case BglTag::GroundLayout: return m_layout.Decode(r);
+    case BglTag::Com: return DecodeCom(r, head.ContentSize);
     default: return false;
     }
 }

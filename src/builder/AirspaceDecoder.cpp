@@ -1,5 +1,6 @@
 #include "builder/AirspaceDecoder.h"
 
+#include "core/BglTags.h"
 #include "core/Frequency.h"
 #include "core/Geodesy.h"
 #include "core/Rounding.h"
@@ -9,18 +10,7 @@
 
 namespace corvane {
 namespace {
-enum BoundaryTag : std::int32_t {
-    NameTag = 0x10006,
-    BoxTag = 0x1000B,
-    ArcCenterTag = 0x12001,
-    StartTag = 0x12002,
-    SkippedTag = 0x12003,
-    LineTag = 0x12005,
-    ClockwiseArcTag = 0x12006,
-    CounterClockwiseArcTag = 0x12007,
-    CircleTag = 0x12008,
-    AirspaceComTag = 0x20001,
-};
+constexpr std::int32_t SkippedRecord = 0x12003;
 
 enum class Walk { GoOn, End, Error };
 } // namespace
@@ -94,22 +84,22 @@ static Walk DecodeBoundaryRecord(BglScan& scan, std::int64_t r, const BglRecordH
 {
     BglReader& reader = scan.Reader;
     switch (head.Tag) {
-    case ArcCenterTag: AddVertex(reader, r, BoundaryKind::ArcCenter, airspace); break;
-    case StartTag:
+    case BglTag::ArcCenter: AddVertex(reader, r, BoundaryKind::ArcCenter, airspace); break;
+    case BglTag::Start:
         AddVertex(reader, r, BoundaryKind::Start, airspace);
         SetLimits(reader, r + 24, airspace);
         break;
-    case SkippedTag: break;
-    case LineTag: AddVertex(reader, r, BoundaryKind::Line, airspace); break;
-    case ClockwiseArcTag: AddVertex(reader, r, BoundaryKind::ClockwiseArc, airspace); break;
-    case CounterClockwiseArcTag: AddVertex(reader, r, BoundaryKind::CounterClockwiseArc, airspace); break;
-    case CircleTag:
+    case SkippedRecord: break;
+    case BglTag::Line: AddVertex(reader, r, BoundaryKind::Line, airspace); break;
+    case BglTag::ClockwiseArc: AddVertex(reader, r, BoundaryKind::ClockwiseArc, airspace); break;
+    case BglTag::CounterClockwiseArc: AddVertex(reader, r, BoundaryKind::CounterClockwiseArc, airspace); break;
+    case BglTag::Circle:
         airspace.Points.push_back({BoundaryKind::Circle, 0, 0, reader.ReadI32(r + 8)});
         SetLimits(reader, r + 16, airspace);
         break;
-    case NameTag: airspace.Name = scan.ReadText(r + 8, head.ContentSize); break;
-    case BoxTag: SetBox(reader, r, airspace); break;
-    case AirspaceComTag:
+    case BglTag::Name: airspace.Name = scan.ReadText(r + 8, head.ContentSize); break;
+    case BglTag::BoundingBox: SetBox(reader, r, airspace); break;
+    case BglTag::Com:
         if (!SetFacility(scan, r, head.ContentSize, airspace))
             return Walk::Error;
         break;
@@ -144,16 +134,13 @@ static bool Written(const AirspaceRecord& airspace)
 
 void WalkBoundaryList(BglScan& scan, std::int64_t p)
 {
-    constexpr std::int32_t DirectoryTag = 0x30001;
-    constexpr std::int32_t BoundaryTag = 1;
-    constexpr std::int32_t BoundaryKindWord = 5;
     std::optional<std::int64_t> at = p;
     while (at) {
         scan.EnterPlace("the boundary list's record", *at);
         const BglRecordHead head = ReadRecordHead(scan, *at);
-        if (scan.Stopped() || (head.Tag != BoundaryTag && head.Tag != DirectoryTag))
+        if (scan.Stopped() || (head.Tag != BglTag::Wrapper && head.Tag != BglTag::Directory))
             return;
-        const bool isBoundary = head.Tag == BoundaryTag && scan.Reader.ReadI32(*at + 8) == BoundaryKindWord;
+        const bool isBoundary = head.Tag == BglTag::Wrapper && scan.Reader.ReadI32(*at + 8) == BglTag::Boundary;
         if (scan.Stopped())
             return;
         if (isBoundary) {

@@ -4,6 +4,7 @@
 #include "builder/AirspaceDecoder.h"
 #include "builder/BglScan.h"
 #include "builder/NavaidDecoder.h"
+#include "core/BglTags.h"
 #include "core/File.h"
 #include "core/NumberText.h"
 #include "core/OpenFile.h"
@@ -17,8 +18,6 @@
 
 namespace corvane {
 static constexpr std::uint32_t ChainsMark = 0x87654321;
-static constexpr std::int32_t DirectoryTag = 0x30001;
-static constexpr std::int32_t DirectoryEntryTag = 0x30002;
 
 namespace {
 struct BglSections {
@@ -47,18 +46,17 @@ bool BglOfInterest(ByteSpan header) noexcept
 /// One entry of an airport directory at e.
 static void ScanDirectoryEntry(BglScan& scan, std::int64_t e, const BglRecordHead& head)
 {
-    constexpr std::int32_t AirportKind = 0x50001;
     BglReader& reader = scan.Reader;
     const std::int32_t kind = reader.ReadI32(e + 8);
     const std::int64_t data = reader.ReadI32(e + 12);
-    if (head.Tag != DirectoryEntryTag || scan.Stopped())
+    if (head.Tag != BglTag::DirectoryEntry || scan.Stopped())
         return;
     const std::string name = scan.ReadText(e + 16, head.ContentSize - 8);
     const std::int32_t w0 = reader.ReadI32(data);
     reader.ReadI32(data + 4);
     const std::int32_t w2 = reader.ReadI32(data + 8);
     reader.ReadI32(data + 12);
-    if (!scan.Stopped() && kind == AirportKind && data >= 1 && w0 == 1 && w2 == 1)
+    if (!scan.Stopped() && kind == BglTag::AirportEntry && data >= 1 && w0 == 1 && w2 == 1)
         DecodeAirport(scan, data, name);
 }
 
@@ -85,7 +83,7 @@ static std::optional<std::int64_t> WalkAirportChain(BglScan& scan, std::int64_t 
     while (true) {
         scan.EnterPlace("the airport chain's record", p);
         const BglRecordHead head = ReadRecordHead(scan, p);
-        if (scan.Stopped() || head.Tag != DirectoryTag)
+        if (scan.Stopped() || head.Tag != BglTag::Directory)
             return p;
         ScanDirectory(scan, p);
         const std::optional<std::int64_t> next = head.Next(p);
@@ -97,16 +95,14 @@ static std::optional<std::int64_t> WalkAirportChain(BglScan& scan, std::int64_t 
 
 static void WalkBoundaryChain(BglScan& scan, std::int64_t p)
 {
-    constexpr std::int32_t ListTag = 1;
-    constexpr std::int32_t BoundaryListKind = 4;
     std::optional<std::int64_t> at = p;
     while (at && !scan.Stopped()) {
         scan.EnterPlace("the boundary chain's record", *at);
         const BglRecordHead head = ReadRecordHead(scan, *at);
-        if (head.Tag == DirectoryTag) {
+        if (head.Tag == BglTag::Directory) {
             at = WalkAirportChain(scan, *at);
-        } else if (head.Tag == ListTag) {
-            if (scan.Reader.ReadI32(*at + 8) == BoundaryListKind)
+        } else if (head.Tag == BglTag::Wrapper) {
+            if (scan.Reader.ReadI32(*at + 8) == BglTag::BoundaryList)
                 WalkBoundaryList(scan, *at + 16);
             at = head.Next(*at);
         } else {

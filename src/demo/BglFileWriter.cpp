@@ -1,5 +1,6 @@
 #include "demo/BglFileWriter.h"
 
+#include "core/BglTags.h"
 #include "demo/NavaidSections.h"
 #include "demo/SceneryRecords.h"
 
@@ -16,11 +17,6 @@ static constexpr std::size_t NewLayoutFlagAt = 0x90;
 static constexpr std::size_t AirportChainAt = 0x9C;
 static constexpr std::size_t BoundaryChainAt = 0xA4;
 
-static constexpr std::int32_t DirectoryTag = 0x30001;
-static constexpr std::int32_t DirectoryEntryTag = 0x30002;
-static constexpr std::int32_t AirportEntryKind = 0x50001;
-static constexpr std::int32_t WrapperTag = 1;
-static constexpr std::int32_t BoundaryListContent = 4;
 static constexpr std::size_t AirportsPerDirectory = 16;
 
 void BglFileWriter::AddAirport(const SceneryAirport& airport)
@@ -54,13 +50,13 @@ static std::int32_t Offset(const Bytes& out)
 template <class Airports> static std::vector<std::size_t> AppendDirectory(Bytes& out, const Airports& airports)
 {
     std::vector<std::size_t> offsetsAt;
-    const ChainRecord directory(out, DirectoryTag);
+    const ChainRecord directory(out, BglTag::Directory);
     ByteWriter writer(out);
     writer.WriteZeros(12);
     writer.WriteI32(static_cast<std::int32_t>(airports.size()));
     for (const auto& airport : airports) {
-        const ChainRecord entry(out, DirectoryEntryTag);
-        writer.WriteI32(AirportEntryKind);
+        const ChainRecord entry(out, BglTag::DirectoryEntry);
+        writer.WriteI32(BglTag::AirportEntry);
         offsetsAt.push_back(out.size());
         writer.WriteI32(0);
         AppendPaddedText(out, airport.Name);
@@ -89,8 +85,8 @@ static void AppendBoundaryChain(Bytes& out, const std::vector<Bytes>& lists)
 {
     ByteWriter writer(out);
     for (const Bytes& list : lists) {
-        const ChainRecord record(out, WrapperTag);
-        writer.WriteI32(BoundaryListContent);
+        const ChainRecord record(out, BglTag::Wrapper);
+        writer.WriteI32(BglTag::BoundaryList);
         writer.WriteI32(0);
         writer.WriteBytes(list);
         AppendChainEnd(out);

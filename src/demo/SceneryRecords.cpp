@@ -1,19 +1,10 @@
 #include "demo/SceneryRecords.h"
 
+#include "core/BglTags.h"
 #include "demo/SceneryUnits.h"
 
 namespace corvane {
-/// Tags of the records. A record that wraps a chain of others carries tag 1 and says in its first word what they are.
-static constexpr std::int32_t WrapperTag = 1;
-static constexpr std::int32_t AirportContent = 1;
-static constexpr std::int32_t BoundaryContent = 5;
-static constexpr std::int32_t ReferenceTag = 0x10001;
-static constexpr std::int32_t RunwayTag = 0x10002;
-static constexpr std::int32_t IlsTag = 0x10004;
-static constexpr std::int32_t NameTag = 0x10006;
-static constexpr std::int32_t BoundingBoxTag = 0x1000B;
-static constexpr std::int32_t GroundTag = 0x11001;
-static constexpr std::int32_t ComTag = 0x20001;
+static constexpr std::int32_t AirportContent = 1; // of a wrapper at the head of an airport
 
 ChainRecord::ChainRecord(Bytes& out, std::int32_t tag) : m_out(out), m_start(out.size())
 {
@@ -63,7 +54,7 @@ static void AppendHeight(ByteWriter& writer, int feet)
 
 static void AppendReference(Bytes& out, const SceneryAirport& airport)
 {
-    const ChainRecord record(out, ReferenceTag);
+    const ChainRecord record(out, BglTag::Reference);
     ByteWriter writer(out);
     AppendPosition(writer, {airport.Lat, airport.Lon});
     AppendHeight(writer, airport.ElevationFt);
@@ -71,13 +62,13 @@ static void AppendReference(Bytes& out, const SceneryAirport& airport)
 
 static void AppendName(Bytes& out, const std::string& name)
 {
-    const ChainRecord record(out, NameTag);
+    const ChainRecord record(out, BglTag::Name);
     AppendPaddedText(out, name);
 }
 
 static void AppendCom(Bytes& out, std::int32_t frequencyKhz, std::int32_t kind, const std::string& name)
 {
-    const ChainRecord record(out, ComTag);
+    const ChainRecord record(out, BglTag::Com);
     ByteWriter writer(out);
     writer.WriteI32(FrequencyWord(frequencyKhz));
     writer.WriteI32(kind);
@@ -97,7 +88,7 @@ static std::int32_t SideCode(char side)
 static void AppendIls(Bytes& out, const SceneryIls& ils, std::int32_t runwayHeading)
 {
     constexpr std::int32_t IlsKind = 4; // other kinds of this record are the rest of the runway's equipment
-    const ChainRecord record(out, IlsTag);
+    const ChainRecord record(out, BglTag::Ils);
     ByteWriter writer(out);
     AppendPosition(writer, {ils.Lat, ils.Lon});
     AppendHeight(writer, ils.ElevationFt);
@@ -113,7 +104,7 @@ static void AppendRunway(Bytes& out, const SceneryRunway& runway)
 {
     const std::int32_t heading = HeadingWord(runway.TrueHeading);
     {
-        const ChainRecord record(out, RunwayTag);
+        const ChainRecord record(out, BglTag::Runway);
         ByteWriter writer(out);
         AppendPosition(writer, {runway.Lat, runway.Lon});
         AppendHeight(writer, runway.ElevationFt);
@@ -132,7 +123,7 @@ Bytes AirportData(const SceneryAirport& airport)
 {
     Bytes data;
     {
-        const ChainRecord head(data, WrapperTag);
+        const ChainRecord head(data, BglTag::Wrapper);
         ByteWriter writer(data);
         writer.WriteI32(AirportContent);
         writer.WriteI32(0);
@@ -177,7 +168,7 @@ static void AppendPath(ByteWriter& writer, const GroundPath& path)
 
 void AppendGroundLayout(Bytes& out, const GroundLayout& ground)
 {
-    const ChainRecord record(out, GroundTag);
+    const ChainRecord record(out, BglTag::GroundLayout);
     ByteWriter writer(out);
     AppendListHead(writer, ground.Points.size(), 12);
     for (const GroundPoint& point : ground.Points) {
@@ -205,7 +196,7 @@ static void AppendVertex(Bytes& out, std::int32_t tag, const BoundaryPoint& poin
 
 static void AppendStart(Bytes& out, const SceneryBoundary& boundary, const BoundaryPoint& point)
 {
-    const ChainRecord record(out, 0x12002);
+    const ChainRecord record(out, BglTag::Start);
     ByteWriter writer(out);
     AppendPosition(writer, {point.Lat, point.Lon});
     writer.WriteI32(boundary.Floor);
@@ -214,7 +205,7 @@ static void AppendStart(Bytes& out, const SceneryBoundary& boundary, const Bound
 
 static void AppendCircle(Bytes& out, const SceneryBoundary& boundary, const BoundaryPoint& point)
 {
-    const ChainRecord record(out, 0x12008);
+    const ChainRecord record(out, BglTag::Circle);
     ByteWriter writer(out);
     writer.WriteI32(point.Radius);
     writer.WriteI32(0);
@@ -226,17 +217,17 @@ static void AppendBoundaryPoint(Bytes& out, const SceneryBoundary& boundary, con
 {
     switch (point.Kind) {
     case BoundaryKind::Start: AppendStart(out, boundary, point); break;
-    case BoundaryKind::ArcCenter: AppendVertex(out, 0x12001, point); break;
+    case BoundaryKind::ArcCenter: AppendVertex(out, BglTag::ArcCenter, point); break;
     case BoundaryKind::Circle: AppendCircle(out, boundary, point); break;
-    case BoundaryKind::ClockwiseArc: AppendVertex(out, 0x12006, point); break;
-    case BoundaryKind::CounterClockwiseArc: AppendVertex(out, 0x12007, point); break;
-    case BoundaryKind::Line: AppendVertex(out, 0x12005, point); break;
+    case BoundaryKind::ClockwiseArc: AppendVertex(out, BglTag::ClockwiseArc, point); break;
+    case BoundaryKind::CounterClockwiseArc: AppendVertex(out, BglTag::CounterClockwiseArc, point); break;
+    case BoundaryKind::Line: AppendVertex(out, BglTag::Line, point); break;
     }
 }
 
 static void AppendBoundingBox(Bytes& out, const SceneryBoundary& boundary)
 {
-    const ChainRecord record(out, BoundingBoxTag);
+    const ChainRecord record(out, BglTag::BoundingBox);
     ByteWriter writer(out);
     writer.WriteI32(LatitudeWord(boundary.South));
     writer.WriteI32(LongitudeWord(boundary.West));
@@ -247,9 +238,9 @@ static void AppendBoundingBox(Bytes& out, const SceneryBoundary& boundary)
 void AppendBoundary(Bytes& out, const SceneryBoundary& boundary)
 {
     constexpr std::int32_t CenterService = 10; // not read for boundaries
-    const ChainRecord record(out, WrapperTag);
+    const ChainRecord record(out, BglTag::Wrapper);
     ByteWriter writer(out);
-    writer.WriteI32(BoundaryContent);
+    writer.WriteI32(BglTag::Boundary);
     writer.WriteI32(0);
     AppendName(out, boundary.Name);
     AppendBoundingBox(out, boundary);
