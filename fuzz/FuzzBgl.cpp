@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(corvane::ScanBgl({data, size}, grid, records));
     if (records.ByteCount() > MostBytesPerByte * (size + SmallFile) + Blanks)
         std::abort();
-    if (!corvane::MoveRecords(records.Airports, 1000) || !corvane::MoveRecords(records.Airspaces, 1000))
+    if (!records.MoveAirports(1000) || !records.MoveAirspaces(1000))
         std::abort();
     return 0;
 }

@@ -71,11 +71,11 @@ Result<void> BuildDriver::Store(ScannedFile& scanned)
     if (!scanned.Status)
         return scanned.Status;
     if (scanned.LeftUnread) {
-        if (const Result<void> scan = ScanBglFile(scanned.File.Path, m_grid, m_writer); !scan)
+        scanned.Records = EncodedRecords([this](EncodedRecords& full) { m_writer.Append(full); });
+        if (const Result<void> scan = ScanBglFile(scanned.File.Path, m_grid, scanned.Records); !scan)
             return scan.error();
-    } else {
-        m_writer.Append(scanned.Records);
     }
+    m_writer.Append(scanned.Records);
     return m_writer.Status();
 }
 

@@ -2,7 +2,6 @@
 
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
-#include "core/RecordCodec.h"
 
 namespace corvane {
 void DatabaseWriter::Note(const Result<void>& outcome)
@@ -33,45 +32,11 @@ void DatabaseWriter::Write(Output& output, ByteSpan bytes)
     output.Size += static_cast<std::int64_t>(bytes.size());
 }
 
-void DatabaseWriter::AddAirport(const AirportRecord& record)
-{
-    m_scratch.clear();
-    if (EncodeAirport(m_scratch, record, m_airports.Size + 1) == 0)
-        NoteTooLarge(AirportsFileName);
-    Write(m_airports, m_scratch);
-    ++m_counts.Airports;
-}
-
-void DatabaseWriter::AddVor(const NavaidRecord& record)
-{
-    m_scratch.clear();
-    EncodeNavaid(m_scratch, record);
-    Write(m_vors, m_scratch);
-    ++m_counts.Vors;
-}
-
-void DatabaseWriter::AddNdb(const NavaidRecord& record)
-{
-    m_scratch.clear();
-    EncodeNavaid(m_scratch, record);
-    Write(m_ndbs, m_scratch);
-    ++m_counts.Ndbs;
-}
-
-void DatabaseWriter::AddAirspace(const AirspaceRecord& record)
-{
-    m_scratch.clear();
-    if (EncodeAirspace(m_scratch, record, m_airspaces.Size + 1) == 0)
-        NoteTooLarge(AirspacesFileName);
-    Write(m_airspaces, m_scratch);
-    ++m_counts.Airspaces;
-}
-
 void DatabaseWriter::Append(EncodedRecords& records)
 {
-    if (!MoveRecords(records.Airports, m_airports.Size))
+    if (!records.MoveAirports(m_airports.Size))
         NoteTooLarge(AirportsFileName);
-    if (!MoveRecords(records.Airspaces, m_airspaces.Size))
+    if (!records.MoveAirspaces(m_airspaces.Size))
         NoteTooLarge(AirspacesFileName);
     Write(m_airports, records.Airports);
     Write(m_vors, records.Vors);
@@ -81,6 +46,7 @@ void DatabaseWriter::Append(EncodedRecords& records)
     m_counts.Vors += records.Counts.Vors;
     m_counts.Ndbs += records.Counts.Ndbs;
     m_counts.Airspaces += records.Counts.Airspaces;
+    records.Clear();
 }
 
 Result<void> DatabaseWriter::Commit()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "builder/DatabaseSink.h"
 #include "builder/EncodedRecords.h"
 #include "core/AtomicFile.h"
 #include "core/Result.h"
@@ -18,23 +17,19 @@ namespace corvane {
 /// interrupted or loses power leaves nothing that passes for a database. A writer that goes without Commit deletes what
 /// it wrote. The first error is kept: later records are dropped and Commit reports it. Errors name the database file in
 /// full, a full disk included.
-class DatabaseWriter final : public DatabaseSink {
+class DatabaseWriter {
 public:
     explicit DatabaseWriter(std::filesystem::path folder) : m_folder(std::move(folder)) {}
     DatabaseWriter(const DatabaseWriter&) = delete;
     DatabaseWriter(DatabaseWriter&&) = delete;
     DatabaseWriter& operator=(const DatabaseWriter&) = delete;
     DatabaseWriter& operator=(DatabaseWriter&&) = delete;
-    ~DatabaseWriter() override { Abandon(); }
+    ~DatabaseWriter() { Abandon(); }
 
     /// Creates the four temporary files, empty.
     Result<void> Open();
 
-    void AddAirport(const AirportRecord& record) override;
-    void AddVor(const NavaidRecord& record) override;
-    void AddNdb(const NavaidRecord& record) override;
-    void AddAirspace(const AirspaceRecord& record) override;
-    /// Appends the records of one scenery file.
+    /// Appends the records and clears them.
     void Append(EncodedRecords& records);
 
     [[nodiscard]] const RecordCounts& Counts() const noexcept { return m_counts; }
@@ -66,6 +61,5 @@ private:
     Output& m_airspaces = m_outputs[3];
     RecordCounts m_counts;
     Result<void> m_status;
-    Bytes m_scratch;
 };
 } // namespace corvane

@@ -13,44 +13,59 @@ static std::int64_t EndPosition(const Bytes& bytes)
 
 void EncodedRecords::AddAirport(const AirportRecord& record)
 {
-    EncodeAirport(Airports, record, EndPosition(Airports));
+    if (const auto nextPosAt = EncodeAirport(Airports, record, EndPosition(Airports)))
+        m_airportNextPosAt.push_back(*nextPosAt);
     ++Counts.Airports;
+    SpillWhenLarge();
 }
 
 void EncodedRecords::AddVor(const NavaidRecord& record)
 {
     EncodeNavaid(Vors, record);
     ++Counts.Vors;
+    SpillWhenLarge();
 }
 
 void EncodedRecords::AddNdb(const NavaidRecord& record)
 {
     EncodeNavaid(Ndbs, record);
     ++Counts.Ndbs;
+    SpillWhenLarge();
 }
 
 void EncodedRecords::AddAirspace(const AirspaceRecord& record)
 {
-    EncodeAirspace(Airspaces, record, EndPosition(Airspaces));
+    if (const auto nextPosAt = EncodeAirspace(Airspaces, record, EndPosition(Airspaces)))
+        m_airspaceNextPosAt.push_back(*nextPosAt);
     ++Counts.Airspaces;
+    SpillWhenLarge();
 }
 
-bool MoveRecords(Bytes& bytes, std::int64_t offset)
+void EncodedRecords::SpillWhenLarge()
+{
+    if (m_spill && ByteCount() >= SpillBytes) {
+        m_spill(*this);
+        assert(ByteCount() == 0);
+    }
+}
+
+void EncodedRecords::Clear() noexcept
+{
+    for (Bytes* bytes : {&Airports, &Vors, &Ndbs, &Airspaces})
+        bytes->clear();
+    m_airportNextPosAt.clear();
+    m_airspaceNextPosAt.clear();
+    Counts = {};
+}
+
+bool EncodedRecords::Move(Bytes& bytes, const std::vector<std::size_t>& nextPosAt, std::int64_t offset)
 {
     if (offset + EndPosition(bytes) > std::numeric_limits<std::int32_t>::max())
         return false;
-    if (offset == 0)
-        return true;
-    std::size_t start = 0;
-    while (start < bytes.size()) {
-        ByteReader head(ByteSpan(bytes).subspan(start)); // both record types begin with two texts and NextPos
-        head.ReadText16();
-        head.ReadText16();
-        const std::size_t nextPosAt = start + head.Position();
-        const std::int32_t nextPos = head.ReadI32();
-        assert(!head.Failed() && nextPos > static_cast<std::int64_t>(start));
-        ByteWriter(bytes).PatchI32(nextPosAt, static_cast<std::int32_t>(nextPos + offset));
-        start = static_cast<std::size_t>(nextPos) - 1;
+    for (const std::size_t at : nextPosAt) {
+        assert(at + 4 <= bytes.size());
+        const auto nextPos = static_cast<std::int32_t>(LittleEndian<4>(bytes.data() + at));
+        ByteWriter(bytes).PatchI32(at, static_cast<std::int32_t>(nextPos + offset));
     }
     return true;
 }

@@ -5,7 +5,9 @@
 #include "core/Records.h"
 #include "core/Result.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace corvane {
@@ -15,9 +17,10 @@ namespace corvane {
 /// Append one record to out. Texts beyond 65535 characters are cut off, which the format cannot hold.
 void EncodeNavaid(Bytes& out, const NavaidRecord& record);
 /// position is the 1-based file position at which the record will stand; the NextPos written is the position after it,
-/// whatever record.NextPos holds. Returns that NextPos, or 0 when it does not fit 32 bits (nothing is appended then).
-std::int32_t EncodeAirport(Bytes& out, const AirportRecord& record, std::int64_t position);
-std::int32_t EncodeAirspace(Bytes& out, const AirspaceRecord& record, std::int64_t position);
+/// whatever record.NextPos holds. Returns where in out that NextPos stands, or nothing when it does not fit 32 bits
+/// (then nothing is appended).
+std::optional<std::size_t> EncodeAirport(Bytes& out, const AirportRecord& record, std::int64_t position);
+std::optional<std::size_t> EncodeAirspace(Bytes& out, const AirspaceRecord& record, std::int64_t position);
 
 /// Decode the record at the reader's position. Where the bytes end inside it, the rest of it reads as empty texts,
 /// zeros and empty lists, and the reader has failed: a database that was cut off can still be used. An Error with

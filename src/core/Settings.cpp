@@ -1,6 +1,7 @@
 #include "core/Settings.h"
 
 #include "core/AtomicFile.h"
+#include "core/FieldCodec.h"
 #include "core/File.h"
 #include "core/NumberText.h"
 
@@ -8,15 +9,8 @@ namespace corvane {
 Bytes EncodeSettings(const SettingsRecord& settings)
 {
     Bytes bytes;
-    ByteWriter out(bytes);
-    out.WriteText16(settings.VersionText);
-    out.WriteU8(settings.RecordMark);
-    out.WriteU8(settings.FsVersion);
-    out.WriteText16(settings.FsPath);
-    out.WriteI32(settings.AirportCount);
-    out.WriteI32(settings.AirspaceCount);
-    out.WriteI32(settings.VorCount);
-    out.WriteI32(settings.NdbCount);
+    FieldWriter fields(bytes);
+    VisitFields(settings, fields);
     return bytes;
 }
 
@@ -24,14 +18,8 @@ Result<SettingsRecord> DecodeSettings(ByteSpan bytes, std::string_view fileName)
 {
     ByteReader in(bytes);
     SettingsRecord settings;
-    settings.VersionText = in.ReadText16();
-    settings.RecordMark = in.ReadU8();
-    settings.FsVersion = in.ReadU8();
-    settings.FsPath = in.ReadText16();
-    settings.AirportCount = in.ReadI32();
-    settings.AirspaceCount = in.ReadI32();
-    settings.VorCount = in.ReadI32();
-    settings.NdbCount = in.ReadI32();
+    FieldReader fields(in);
+    VisitFields(settings, fields);
     if (in.Failed())
         return Fail(std::string(fileName),
                     "ends inside the settings record, after " + NumberText(std::int64_t(bytes.size())) + " bytes");

@@ -72,6 +72,7 @@ private:
     MagVarGrid m_grid;
     DatabaseWriter m_writer;
     WorldMaps m_maps;
+    EncodedRecords m_records{[this](EncodedRecords& full) { m_writer.Append(full); }};
     LocalizerTable m_localizers;
     std::vector<SourceCredit> m_credits;
     WorldImportCounts m_counts;
@@ -207,8 +208,8 @@ Result<void> WorldImporter::ReadNav()
     const PartCallback progress = [&](double part) { return m_writer.Status() && Tell((*lines)->Name(), size, part); };
     RowFile rows(**lines, log, progress);
     const Result<void> read = ReadNavFile(rows,
-                                          {[this](const NavaidRecord& vor) { m_writer.AddVor(vor); },
-                                           [this](const NavaidRecord& ndb) { m_writer.AddNdb(ndb); }},
+                                          {[this](const NavaidRecord& vor) { m_records.AddVor(vor); },
+                                           [this](const NavaidRecord& ndb) { m_records.AddNdb(ndb); }},
                                           m_localizers);
     m_credits.push_back({rows.Name(), {rows.Title()}});
     End(log, size);
@@ -226,7 +227,7 @@ Result<void> WorldImporter::ReadApt()
     RowFile rows(**lines, log, progress);
     Result<void> read = ReadAptFile(rows, m_import.Apt, m_grid, m_localizers, log, m_counts.Airports,
                                     [this](const AirportRecord& airport) {
-                                        m_writer.AddAirport(airport);
+                                        m_records.AddAirport(airport);
                                         return m_writer.Status();
                                     });
     m_credits.push_back({rows.Name(), {rows.Title()}});
@@ -245,7 +246,7 @@ Result<void> WorldImporter::ReadAirspaces(const fs::path& path)
     const PartCallback progress = [&](double part) { return m_writer.Status() && Tell((*lines)->Name(), size, part); };
     const Result<void> read = ReadOpenAirFile(
         **lines, log, m_counts.Airspaces, remarks,
-        [this](const AirspaceRecord& airspace) { m_writer.AddAirspace(airspace); }, progress);
+        [this](const AirspaceRecord& airspace) { m_records.AddAirspace(airspace); }, progress);
     m_credits.push_back({(*lines)->Name(), std::move(remarks)});
     End(log, size);
     return m_writer.Status() ? read : m_writer.Status();
@@ -274,6 +275,9 @@ Result<void> WorldImporter::ReadAll()
         if (Result<void> read = ReadAirspaces(path); !read)
             return read;
     }
+    m_writer.Append(m_records);
+    if (!m_writer.Status())
+        return m_writer.Status();
     return MakeMaps();
 }
 

@@ -45,10 +45,10 @@ TEST(RecordCodec, WritesAnEmptyAirportAsListed)
     AirportRecord airport;
     airport.Name = "AB";
     Bytes bytes;
-    const std::int32_t next = EncodeAirport(bytes, airport, 1);
+    const auto nextPosAt = EncodeAirport(bytes, airport, 1);
     // name 4, identifier 2, next 4, position 16, elevation 4, ten texts 20, five lists of 2 and their counts of 4
     ASSERT_EQ(bytes.size(), 4U + 2 + 4 + 16 + 4 + 20 + 5 * (2 + 4));
-    EXPECT_EQ(next, 81);
+    EXPECT_EQ(nextPosAt, 6U);
     EXPECT_THAT(std::vector(bytes.begin(), bytes.begin() + 10),
                 testing::ElementsAre(2, 0, 'A', 'B', 0, 0, 81, 0, 0, 0));
 }
@@ -73,7 +73,8 @@ TEST(RecordCodec, ReadsBackWhatItWrote)
 {
     Bytes bytes = {9, 9, 9};
     AirportRecord airport = SampleAirport();
-    airport.NextPos = EncodeAirport(bytes, airport, 4);
+    EncodeAirport(bytes, airport, 4);
+    airport.NextPos = 4 + static_cast<std::int32_t>(bytes.size());
     EXPECT_EQ(airport.NextPos, static_cast<std::int32_t>(bytes.size()) + 1);
     ByteReader airports(ByteSpan(bytes).subspan(3));
     EXPECT_EQ(*DecodeAirport(airports, "f"), airport);
@@ -85,7 +86,8 @@ TEST(RecordCodec, ReadsBackWhatItWrote)
 
     AirspaceRecord airspace = SampleAirspace();
     Bytes airspaceBytes;
-    airspace.NextPos = EncodeAirspace(airspaceBytes, airspace, 1);
+    EncodeAirspace(airspaceBytes, airspace, 1);
+    airspace.NextPos = 1 + static_cast<std::int32_t>(airspaceBytes.size());
     ByteReader airspaces(airspaceBytes);
     EXPECT_EQ(*DecodeAirspace(airspaces, "f"), airspace);
 
@@ -160,7 +162,7 @@ TEST(RecordCodec, SurvivesEveryDamagedByte)
 TEST(RecordCodec, RefusesRecordsThatNextPosCannotReach)
 {
     Bytes bytes = {1};
-    EXPECT_EQ(EncodeAirport(bytes, SampleAirport(), 0x7FFFFFFF - 100), 0);
+    EXPECT_EQ(EncodeAirport(bytes, SampleAirport(), 0x7FFFFFFF - 100), std::nullopt);
     EXPECT_EQ(bytes.size(), 1U);
 }
 
