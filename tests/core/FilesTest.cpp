@@ -141,7 +141,7 @@ TEST(MagVarGrid, TruncatesTowardZeroAndKnowsItsEdges)
     EXPECT_EQ(grid->VariationAt({90, -0.6}), -5);
     EXPECT_EQ(grid->VariationAt({-91, 0}), std::nullopt);
     EXPECT_EQ(grid->VariationAt({0, 1e12}), std::nullopt);
-    EXPECT_EQ(grid->VariationAt(std::nan(""), 0), std::nullopt);
+    EXPECT_EQ(grid->VariationAt({std::nan(""), 0}), std::nullopt);
 }
 
 TEST(MagVarGrid, SurvivesShortAndEmptyFiles)
