@@ -127,7 +127,7 @@ TEST(WorldImport, WritesToAFolderThatTheSettingsCannotName)
     ASSERT_TRUE(settings);
     const auto grid = std::make_unique<MagVarGrid>();
     ReadMagVarGrid(*grid, FolderOfSettings(settings->FsPath, turtle).Path);
-    EXPECT_EQ(grid->VariationAt(10, -30), 10);
+    EXPECT_EQ(grid->VariationAt({10, -30}), 10);
 }
 
 TEST(WorldImport, LeavesASimulatorsOwnGridAlone)
