@@ -140,9 +140,7 @@ private:
             break;
         case 3: m_machine.CreatePlayer(u"Own", u"Player", m_now); break;
         case 4: m_machine.CreateGroup(u"G", m_now); break;
-        case 5:
-            (void)m_machine.Send(NextId(), NextId(), (m_in.ReadU8() & 1) != 0, Bytes(m_in.ReadU16() % 4000), m_now);
-            break;
+        case 5: (void)m_machine.Send(NextId(), NextId(), (m_in.ReadU8() & 1) != 0, Bytes(m_in.ReadU16() % 4000)); break;
         case 6: m_machine.OnStreamFailed(NextAddress(), m_now); break;
         case 7:
             m_now += Millis{m_in.ReadU16()};

@@ -24,9 +24,9 @@ TEST(Messages, ReachOneGroupOrAllInTheOrderOfTheirSender)
     ASSERT_TRUE(second.Machine.AddPlayerToGroup(three, group));
     ASSERT_TRUE(second.Machine.AddPlayerToGroup(two, group));
     session.Network.Settle();
-    ASSERT_TRUE(session.Host().Machine.Send(host, two, true, Bytes{1}, session.Network.Now));
-    ASSERT_TRUE(session.Host().Machine.Send(host, EveryPlayer, true, Bytes{2}, session.Network.Now));
-    ASSERT_TRUE(session.Host().Machine.Send(host, group, false, Bytes{3}, session.Network.Now));
+    ASSERT_TRUE(session.Host().Machine.Send(host, two, true, Bytes{1}));
+    ASSERT_TRUE(session.Host().Machine.Send(host, EveryPlayer, true, Bytes{2}));
+    ASSERT_TRUE(session.Host().Machine.Send(host, group, false, Bytes{3}));
     session.Network.Settle();
     const auto contents = [](const SimulatedNetwork::Node& node) {
         Bytes all;
@@ -47,7 +47,7 @@ TEST(Messages, BetweenPlayersOfOneMachineStayThere)
     const WireId one = session.CreatePlayer(session.Host(), u"One");
     const WireId two = session.CreatePlayer(session.Host(), u"Two");
     const auto before = session.Network.Packets;
-    ASSERT_TRUE(session.Host().Machine.Send(one, EveryPlayer, true, Bytes{7}, session.Network.Now));
+    ASSERT_TRUE(session.Host().Machine.Send(one, EveryPlayer, true, Bytes{7}));
     EXPECT_EQ(session.Network.Packets, before);
     ASSERT_THAT(session.Host().Received, SizeIs(1));
     EXPECT_EQ(session.Host().Received[0].To, two);
@@ -69,7 +69,7 @@ TEST(Messages, ThatAreLargeAndNotGuaranteedTravelInPieces)
         return datagrams != 20; // the fifth of the second message is lost
     };
     for (int i = 0; i < 3; ++i)
-        ASSERT_TRUE(session.Host().Machine.Send(host, two, false, large, session.Network.Now));
+        ASSERT_TRUE(session.Host().Machine.Send(host, two, false, large));
     session.Network.Settle();
     EXPECT_EQ(datagrams, 48U); // 20008 bytes in pieces of 1332: 16 each
     ASSERT_THAT(second.Received, SizeIs(2));
@@ -87,10 +87,10 @@ TEST(Messages, ToAndFromOnesThatHaveLeftFailNothing)
     const WireId two = session.CreatePlayer(second, u"Two");
     second.Machine.Leave();
     session.Network.Settle();
-    EXPECT_TRUE(session.Host().Machine.Send(host, two, true, Bytes{1}, session.Network.Now));
+    EXPECT_TRUE(session.Host().Machine.Send(host, two, true, Bytes{1}));
     EXPECT_EQ(session.Host().Machine.NameOf(two), u"Two");
-    EXPECT_FALSE(session.Host().Machine.Send(host, 12345, true, Bytes{1}, session.Network.Now));
-    EXPECT_FALSE(session.Host().Machine.Send(two, host, true, Bytes{1}, session.Network.Now)); // not ours
+    EXPECT_FALSE(session.Host().Machine.Send(host, 12345, true, Bytes{1}));
+    EXPECT_FALSE(session.Host().Machine.Send(two, host, true, Bytes{1})); // not ours
 }
 
 TEST(Messages, OfASenderNotYetKnownWaitForIt)
@@ -108,7 +108,7 @@ TEST(Messages, OfASenderNotYetKnownWaitForIt)
     };
     const WireId two = session.CreatePlayer(second, u"Two");
     for (const auto content : {std::uint8_t{1}, std::uint8_t{2}}) {
-        ASSERT_TRUE(second.Machine.Send(two, host, true, Bytes{content}, session.Network.Now));
+        ASSERT_TRUE(second.Machine.Send(two, host, true, Bytes{content}));
         session.Network.Settle();
     }
     EXPECT_THAT(session.Host().Received, IsEmpty());

@@ -12,7 +12,7 @@ std::vector<WireId> DepartedPlayers::Add(WireId player, WireId machine, std::u16
     place->second.push_back(player);
     if (isNew)
         m_machines.push_back(machine);
-    if (place->second.size() > MostOfMachine) {
+    if (place->second.size() > m_mostOfMachine) {
         forgotten.push_back(place->second.front());
         place->second.pop_front();
     }

@@ -53,14 +53,14 @@ bool NameTable::Contains(WireId id) const
 
 bool NameTable::MayAdd(WireId id) const
 {
-    return id != EveryPlayer && id != ServerPlayer && id != UnknownPlayer && !Contains(id);
+    return id >= m_limits.LowestId && id != UnknownPlayer && !Contains(id);
 }
 
 MachineEntry* NameTable::AddMachine(WireId id)
 {
     if (MachineEntry* known = FindMachine(id))
         return known;
-    if (!MayAdd(id) || m_machines.size() >= MaxMachines)
+    if (!MayAdd(id) || m_machines.size() >= m_limits.Machines)
         return nullptr;
     MachineEntry& entry = m_machines[id];
     entry.Id = id;
@@ -71,7 +71,7 @@ PlayerEntry* NameTable::AddPlayer(WireId id, WireId machine)
 {
     if (PlayerEntry* known = FindPlayer(id))
         return known;
-    if (!MayAdd(id) || m_players.size() >= MaxPlayers)
+    if (!MayAdd(id) || m_players.size() >= m_limits.Players)
         return nullptr;
     PlayerEntry& entry = m_players[id];
     entry.Id = id;
@@ -85,7 +85,7 @@ GroupEntry* NameTable::AddGroup(WireId id)
 {
     if (GroupEntry* known = FindGroup(id))
         return known;
-    if (!MayAdd(id) || m_groups.size() >= MaxGroups)
+    if (!MayAdd(id) || m_groups.size() >= m_limits.Groups)
         return nullptr;
     GroupEntry& entry = m_groups[id];
     entry.Id = id;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/machine/DepartedPlayers.h"
 #include "net/wire/WireRecords.h"
 
 #include <map>
@@ -17,6 +18,20 @@ struct MachineEntry {
     Millis LastHeard{};
     Millis NextCheck{};
     unsigned UnansweredPings = 0;
+
+    /// It has shown a sign of life.
+    void Heard(Millis now)
+    {
+        LastHeard = now;
+        UnansweredPings = 0;
+        Unreachable = false;
+    }
+    /// It has just come; whether it lives is looked at after a period.
+    void Watch(Millis now, Millis period)
+    {
+        LastHeard = now;
+        NextCheck = now + period;
+    }
 };
 
 /// An application player.
@@ -42,15 +57,28 @@ struct GroupEntry {
     std::uint64_t Order = 0;
 };
 
+/// What a table takes. The defaults are for sessions with strangers.
+struct TableLimits {
+    WireId LowestId = 2; ///< the one before means a server
+    std::size_t Machines = MaxMachines;
+    std::size_t Players = MaxPlayers;
+    std::size_t Groups = MaxGroups;
+    std::size_t DepartedOfMachine = DepartedPlayers::MostOfMachine; ///< whose names are remembered
+};
+
 /// Everybody in a session: machines, players and groups, which share one space of ids. All numbers are capped.
 class NameTable {
 public:
+    explicit NameTable(const TableLimits& limits = {}) : m_limits(limits) {}
+
     [[nodiscard]] MachineEntry* FindMachine(WireId id);
     [[nodiscard]] MachineEntry* FindMachine(const SocketAddress& stream);
     [[nodiscard]] const MachineEntry* FindMachine(const SocketAddress& stream) const;
     [[nodiscard]] const PlayerEntry* FindPlayer(WireId id) const;
     [[nodiscard]] PlayerEntry* FindPlayer(WireId id);
     [[nodiscard]] GroupEntry* FindGroup(WireId id);
+    /// The lowest id of a machine: it hosts after the host. One must be there.
+    [[nodiscard]] WireId Heir() const noexcept { return m_machines.begin()->first; }
     /// True when some machine has this address, whatever its ports.
     [[nodiscard]] bool KnowsIp(std::uint32_t ip) const;
     [[nodiscard]] bool Contains(WireId id) const;
@@ -84,6 +112,7 @@ public:
 private:
     [[nodiscard]] bool MayAdd(WireId id) const;
 
+    TableLimits m_limits;
     std::map<WireId, MachineEntry> m_machines;
     std::map<WireId, PlayerEntry> m_players;
     std::map<WireId, GroupEntry> m_groups;

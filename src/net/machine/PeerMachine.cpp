@@ -1,33 +1,15 @@
 #include "net/machine/PeerMachine.h"
 
-#include "net/wire/WireEncode.h"
-
-#include <algorithm>
-#include <numeric>
-#include <utility>
+#include "net/wire/WireDecode.h"
 
 namespace corvane::directplay {
-std::uint64_t PacketCounters::TotalDropped() const
-{
-    return std::accumulate(Dropped.begin(), Dropped.end(), std::uint64_t{0});
-}
-
-PeerMachine::PeerMachine(const PeerConfig& config, PeerOutput& output)
-    : m_config(config), m_output(output), m_random(config.Seed)
-{
-}
-
-bool PeerMachine::Drop(DropReason reason)
-{
-    CountDrop(reason);
-    return false;
-}
+PeerMachine::PeerMachine(const PeerConfig& config, PeerOutput& output) : m_common(config, output) {}
 
 /// A relay on our own machine passes enumeration requests on with the asker's address inside; from anywhere else the
 /// address is not to be believed.
-static bool IsLocalRelay(const Prefix& prefix, const SocketAddress& remote, std::uint32_t localIp)
+static bool IsLocalRelay(const Prefix& prefix, const Origin& origin)
 {
-    return prefix.Token == TokenRelayed && prefix.Stated.Ip != 0 && remote.Ip == localIp;
+    return prefix.Token == TokenRelayed && prefix.Stated.Ip != 0 && origin.Remote.Ip == origin.LocalIp;
 }
 
 static bool IsEnumRequest(ByteSpan bare)
@@ -39,44 +21,38 @@ static bool IsEnumRequest(ByteSpan bare)
 
 bool PeerMachine::OnStream(const StreamSource& source, ByteSpan message, Millis now)
 {
-    ++m_counters.Received;
-    const auto prefix = DecodePrefix(message);
-    if (const auto* reason = std::get_if<DropReason>(&prefix))
-        return Drop(*reason);
-    const bool management = IsManagement(message);
-    const ByteSpan bare = message.subspan(PrefixSize);
-    if (source.Enumeration && !IsEnumRequest(bare))
-        return Drop(management ? DropReason::Stranger : DropReason::BadMagic);
-    const auto& head = std::get<Prefix>(prefix);
-    Origin origin{{source.Remote.Ip, head.Stated.Port}, source.Remote, source.LocalIp, source.Connection};
-    if (IsLocalRelay(head, source.Remote, source.LocalIp) && IsEnumRequest(bare))
-        origin.Machine.Ip = head.Stated.Ip;
-    origin.StatedPort = head.Stated.Port;
-    if (source.Opened.Port != 0) {
-        origin.Machine = source.Opened;
-        origin.Opened = true;
-    }
-    return Dispatch(origin, bare, management, now);
+    Origin origin{source.Opened, source.Remote, source.LocalIp, source.Connection};
+    origin.Opened = source.Opened.Port != 0;
+    return OnPacket(origin, source.Enumeration, message, now);
 }
 
 bool PeerMachine::OnDatagram(const DatagramSource& source, ByteSpan packet, Millis now)
 {
-    ++m_counters.Received;
-    const auto prefix = DecodePrefix(packet);
-    if (const auto* reason = std::get_if<DropReason>(&prefix))
-        return Drop(*reason);
-    const bool management = IsManagement(packet);
-    const ByteSpan bare = packet.subspan(PrefixSize);
-    if (source.Enumeration && !IsEnumRequest(bare))
-        return Drop(management ? DropReason::Stranger : DropReason::BadMagic);
-    Origin origin{{source.Remote.Ip, std::get<Prefix>(prefix).Stated.Port}, source.Remote};
-    origin.StatedPort = origin.Machine.Port;
-    return Dispatch(origin, bare, management, now);
+    return OnPacket({{}, source.Remote}, source.Enumeration, packet, now);
 }
 
-bool PeerMachine::Dispatch(const Origin& origin, ByteSpan bare, bool management, Millis now)
+bool PeerMachine::OnPacket(Origin origin, bool enumeration, ByteSpan packet, Millis now)
 {
-    return management ? DispatchManagement(origin, bare, now) : OnPlayerMessage(origin, bare, now);
+    ++m_common.Counters.Received;
+    const auto prefix = DecodePrefix(packet);
+    if (const auto* reason = std::get_if<DropReason>(&prefix))
+        return m_common.Drop(*reason);
+    const auto& head = std::get<Prefix>(prefix);
+    const ByteSpan bare = packet.subspan(PrefixSize);
+    if (enumeration && !IsEnumRequest(bare))
+        return m_common.Drop(IsManagement(packet) ? DropReason::Stranger : DropReason::BadMagic);
+    origin.StatedPort = head.Stated.Port;
+    if (!origin.Opened)
+        origin.Machine = {origin.Remote.Ip, head.Stated.Port};
+    if (!origin.Opened && origin.Connection && IsLocalRelay(head, origin) && IsEnumRequest(bare))
+        origin.Machine.Ip = head.Stated.Ip;
+    return Dispatch(origin, bare, now);
+}
+
+bool PeerMachine::Dispatch(const Origin& origin, ByteSpan bare, Millis now)
+{
+    const bool management = bare.size() >= SignaturePart && ByteReader(bare).ReadU32() == Signature;
+    return management ? DispatchManagement(origin, bare, now) : m_delivery.OnPlayerMessage(origin, bare, now);
 }
 
 /// True for what may come before the joiner has its table, and must be kept until then.
@@ -87,174 +63,214 @@ static bool WaitsForTable(const WireMessage& message)
            std::holds_alternative<AddPlayerToGroupMessage>(message);
 }
 
+/// Gives a message to the first of some duties that handles its kind.
+template <class Message, class Duty, class... Duties>
+static bool GiveToOneOf(const Origin& origin, const Message& message, Millis now, Duty& duty, Duties&... others)
+{
+    if constexpr (requires { duty.Handle(origin, message, now); })
+        return duty.Handle(origin, message, now);
+    else if constexpr (requires { duty.Handle(origin, message); })
+        return duty.Handle(origin, message);
+    else
+        return GiveToOneOf(origin, message, now, others...);
+}
+
+/// What concerns several duties, or changes the course of the join, is put in order here.
+struct PeerMachine::Receiver {
+    PeerMachine& Self;
+    const Origin& From;
+    Millis Now;
+
+    bool operator()(const RequestPlayerReply& message) const
+    {
+        if (Self.m_common.Table.Phase != SessionPhase::WaitingForId)
+            return Self.m_own.OnId(From, message, Now);
+        return Self.Follow(Self.m_joining.OnId(From, message, Now), Now);
+    }
+    bool operator()(const SuperEnumPlayersReply& message) const
+    {
+        return Self.Follow(Self.m_joining.OnTable(From, message, Now), Now);
+    }
+    bool operator()(const EnumPlayersReply& message) const { return (*this)(ToSuper(message)); }
+    bool operator()(const AddForwardReply& message) const
+    {
+        return Self.Follow(Self.m_joining.OnRefusal(From, message), Now);
+    }
+    bool operator()(const LoginFailed& /*message*/) const
+    {
+        return Self.Follow(Self.m_joining.OnLoginFailed(From), Now);
+    }
+    bool operator()(const AddForwardRequest& message) const { return Self.AdmitMachine(From, message, Now); }
+    bool operator()(const CreatePlayerMessage& message) const
+    {
+        return Self.OnEntered(Self.m_others.Enter(From, message, Now), Now);
+    }
+    bool operator()(const CreatePlayerVerify& message) const
+    {
+        return Self.OnEntered(Self.m_others.Enter(From, message, Now), Now);
+    }
+    bool operator()(const IgnoredMessage& /*message*/) const { return false; }
+    template <class Message> bool operator()(const Message& message) const
+    {
+        return GiveToOneOf(From, message, Now, Self.m_search, Self.m_host, Self.m_liveness, Self.m_delivery,
+                           Self.m_others, Self.m_succession);
+    }
+};
+
 bool PeerMachine::DispatchManagement(Origin origin, ByteSpan bare, Millis now)
 {
     auto decoded = DecodeManagement(bare);
     if (const auto* reason = std::get_if<DropReason>(&decoded))
-        return Drop(*reason);
+        return m_common.Drop(*reason);
     const auto& [version, body] = std::get<Management>(decoded);
     origin.Version = version;
-    if (m_phase == Phase::WaitingForTable && WaitsForTable(body))
-        return Hold(origin, bare, 0, now);
-    if (MachineEntry* member = MemberAt(origin)) {
-        Heard(*member, now);
-        constexpr std::size_t MaxBoundStreams = 1024;
-        if (origin.Connection && m_boundStreams.size() < MaxBoundStreams)
-            m_boundStreams.try_emplace(*origin.Connection, origin.Machine);
+    if (m_common.Table.Phase == SessionPhase::WaitingForTable && WaitsForTable(body))
+        return m_delivery.Hold(origin, bare, 0, now);
+    if (MachineEntry* member = m_common.Table.MemberAt(origin)) {
+        member->Heard(now);
+        m_common.Table.Bind(origin);
     }
-    return std::visit([&](const auto& message) { return Handle(origin, message, now); }, body);
+    return std::visit(Receiver{*this, origin, now}, body);
 }
 
-MachineEntry* PeerMachine::MemberAt(const Origin& origin)
+bool PeerMachine::Follow(const JoinStep& step, Millis now)
 {
-    if (m_phase != Phase::Member || origin.Machine.Port == 0)
-        return nullptr;
-    MachineEntry* machine = m_table.FindMachine(origin.Machine);
-    return machine != nullptr && machine->Id != m_ownId ? machine : nullptr;
+    if (!step.Heeded)
+        return m_common.Drop(DropReason::Stranger);
+    if (!step.Failure.empty())
+        FailJoin(step.Failure);
+    if (step.Complete) {
+        m_delivery.ReplayHeld(0, now);
+        m_common.Finish(WireId{0});
+    }
+    return true;
 }
 
-bool PeerMachine::FromHost(const Origin& origin)
+bool PeerMachine::AdmitMachine(const Origin& origin, const AddForwardRequest& message, Millis now)
 {
-    if (Hosting())
+    if (!m_host.Redeem(origin, message))
         return false;
-    return std::ranges::find(m_hostAddresses, origin.Machine) != m_hostAddresses.end();
+    // A machine that comes back under the same address has lost its first life without a word.
+    if (const MachineEntry* former = m_common.Table.Names.FindMachine(origin.Machine))
+        m_succession.Expel(former->Id, now);
+    m_host.Admit(origin, message, now);
+    return true;
 }
 
-/// While joining: true for the machine that the join was asked of. It answers from the address from which it answered
-/// the enumeration; anybody else could end the join or hand over a table of its own.
-bool PeerMachine::FromAskedHost(const Origin& origin) const
+/// A player has become known, if it may be: what it said before can be heard.
+bool PeerMachine::OnEntered(std::optional<WireId> player, Millis now)
 {
-    return !m_hostAddresses.empty() && origin.Machine == m_hostAddresses.front();
+    if (player)
+        m_delivery.ReplayHeld(*player, now);
+    return player.has_value();
 }
 
-void PeerMachine::Heard(MachineEntry& machine, Millis now)
+void PeerMachine::Join(const Guid& instance, std::u16string_view password, Millis now)
 {
-    machine.LastHeard = now;
-    machine.UnansweredPings = 0;
-    machine.Unreachable = false;
+    m_joining.Begin(instance, m_search.Find(instance), password, now);
 }
 
-void PeerMachine::SendTo(const MachineEntry& machine, const WireMessage& message)
+void PeerMachine::CreatePlayer(std::u16string_view shortName, std::u16string_view longName, Millis now)
 {
-    if (!machine.Unreachable)
-        m_output.SendStream(machine.Stream, EncodeMessage(message, m_config.StreamPort));
+    m_own.CreatePlayer(shortName, longName, now);
 }
 
-void PeerMachine::SendToOthers(const WireMessage& message, WireId except)
+Result<void> PeerMachine::SetPlayerName(WireId player, std::u16string_view shortName)
 {
-    for (const auto& [id, machine] : m_table.Machines()) {
-        if (id != m_ownId && id != except)
-            SendTo(machine, message);
-    }
+    return m_own.SetPlayerName(player, shortName);
 }
 
-void PeerMachine::AnswerInKind(const Origin& origin, const WireMessage& message)
+Result<void> PeerMachine::Send(WireId from, WireId to, bool guaranteed, ByteSpan content)
 {
-    Bytes bytes = EncodeMessage(message, m_config.StreamPort);
-    if (origin.Connection)
-        m_output.SendBack(*origin.Connection, std::move(bytes));
-    else
-        m_output.SendDatagram(origin.Remote, std::move(bytes));
+    return m_delivery.Send(from, to, guaranteed, content);
 }
 
-void PeerMachine::Finish(Result<WireId> result)
+void PeerMachine::FailJoin(std::string why)
 {
-    if (m_request.Kind == RequestKind::None)
-        return;
-    if (m_request.Kind == RequestKind::Enumerate && m_enumerationStream) {
-        m_output.DropStream(*m_enumerationStream);
-        m_enumerationStream.reset();
-    }
-    m_request = {};
-    m_repeats.clear();
-    m_output.RequestDone(std::move(result));
-}
-
-void PeerMachine::ResetSession()
-{
-    m_changes.Session = true;
-    m_changes.Everybody = true;
-    for (const auto& [id, machine] : m_table.Machines()) {
-        if (id != m_ownId)
-            m_output.CloseStream(machine.Stream);
-    }
-    if (Hosting())
-        m_output.CloseEnumerationPorts();
-    for (const SocketAddress& host : m_hostAddresses) {
-        if (m_phase == Phase::Member)
-            m_output.CloseStream(host);
-        else
-            m_output.DropStream(host); // a join that is given up has nothing to say any more
-    }
-    for (const Reservation& reservation : m_reservations)
-        m_output.CloseStream(reservation.Machine);
-    m_phase = Phase::Idle;
-    m_table = {};
-    m_ownId = 0;
-    m_hostId = 0;
-    m_tookOver = {};
-    m_migrating = false;
-    m_hostAddresses.clear();
-    m_departed = {};
-    m_boundStreams.clear();
-    m_reservations.clear();
-    m_admissions.clear();
-    m_pieces = {};
-    m_held.clear();
-    m_heldBytes = 0;
+    ResetSession();
+    m_common.Finish(Fail("session", std::move(why)));
 }
 
 void PeerMachine::LoseSession(std::string reason)
 {
     ResetSession();
-    m_lossReason = std::move(reason);
-    Finish(Fail("session", m_lossReason));
+    m_common.Table.LossReason = std::move(reason);
+    m_common.Finish(Fail("session", m_common.Table.LossReason));
 }
 
 void PeerMachine::CancelRequest()
 {
-    if (m_phase == Phase::WaitingForId || m_phase == Phase::WaitingForTable)
+    if (m_joining.UnderWay())
         ResetSession();
-    Finish(Fail("request", "cancelled"));
+    m_common.Finish(Fail("request", "cancelled"));
 }
 
 void PeerMachine::Leave()
 {
-    if (m_phase == Phase::Member) {
-        for (const WireId player : std::set<WireId>(m_table.PlayersOf(m_ownId)))
+    const SessionTable& table = m_common.Table;
+    if (table.InSession()) {
+        for (const WireId player : std::set<WireId>(table.Names.PlayersOf(table.OwnId)))
             (void)DestroyPlayer(player); // an own player of a running session: cannot fail
-        SendToOthers(DeletePlayerMessage{m_ownId, 0});
+        m_common.SendToOthers(DeletePlayerMessage{table.OwnId, 0});
     }
-    if (m_phase != Phase::Idle)
+    if (table.Phase != SessionPhase::Idle)
         ResetSession();
-    Finish(Fail("request", "cancelled"));
+    m_common.Finish(Fail("request", "cancelled"));
+}
+
+void PeerMachine::ResetSession()
+{
+    SessionTable& table = m_common.Table;
+    for (const auto& [id, machine] : table.Names.Machines()) {
+        if (id != table.OwnId)
+            m_common.Output.CloseStream(machine.Stream);
+    }
+    if (table.Hosting())
+        m_common.Output.CloseEnumerationPorts();
+    for (const SocketAddress& host : table.HostAddresses) {
+        if (table.InSession())
+            m_common.Output.CloseStream(host);
+        else
+            m_common.Output.DropStream(host); // a join that is given up has nothing to say any more
+    }
+    m_host.Clear();
+    m_delivery.Clear();
+    table.Clear();
+}
+
+void PeerMachine::OnStreamFailed(const SocketAddress& machine, Millis now)
+{
+    if (m_joining.UnderWay() && machine == m_common.Table.HostAddresses.front())
+        return FailJoin("the host cannot be reached at " + AddressText(machine));
+    if (!InSession())
+        return;
+    m_host.ForgetReservations(machine);
+    if (const MachineEntry* entry = m_common.Table.Names.FindMachine(machine))
+        m_succession.OnDead(entry->Id, now);
 }
 
 void PeerMachine::Tick(Millis now)
 {
-    TickRequest(now);
-    m_pieces.Expire(now, m_config.Timers.PiecesIdle);
-    while (m_phase == Phase::Member && !m_held.empty() && now - m_held.front().Since > m_config.Timers.UnknownSender) {
-        m_heldBytes -= m_held.front().Content.size();
-        m_held.pop_front();
-        CountDrop(DropReason::Stranger);
-    }
-    if (m_phase != Phase::Member)
+    m_search.Tick(now);
+    EndRequestInTime(now);
+    m_delivery.Tick(now);
+    if (!InSession())
         return;
-    TickHost(now);
-    TickLife(now);
+    m_host.Tick(now);
+    for (const WireId dead : m_liveness.Tick(now))
+        m_succession.OnDead(dead, now);
 }
 
-std::optional<std::u16string> PeerMachine::NameOf(WireId player) const
+void PeerMachine::EndRequestInTime(Millis now)
 {
-    if (const PlayerEntry* entry = m_table.FindPlayer(player))
-        return entry->ShortName;
-    return m_departed.NameOf(player);
-}
-
-bool PeerMachine::IsOwnPlayer(WireId player) const
-{
-    const PlayerEntry* entry = m_table.FindPlayer(player);
-    return entry != nullptr && entry->Machine == m_ownId;
+    const PendingRequest& request = m_common.Request;
+    if (request.Kind == RequestKind::None || now < request.Deadline)
+        return;
+    if (request.Kind == RequestKind::Enumerate)
+        m_common.Finish(WireId{0});
+    else if (request.Kind == RequestKind::Join)
+        FailJoin("the host does not answer");
+    else
+        m_common.Finish(Fail("host", "does not answer"));
 }
 } // namespace corvane::directplay

@@ -57,7 +57,7 @@ public:
         }
         // The program cannot know who has left a moment ago: what cannot be sent any more is dropped.
         for (const Outgoing& one : messages)
-            (void)m_sockets.Machine().Send(one.From, one.To, one.Guaranteed, one.Content, m_sockets.Now());
+            (void)m_sockets.Machine().Send(one.From, one.To, one.Guaranteed, one.Content);
         CheckCongestion();
     }
 
