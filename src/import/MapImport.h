@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/LatLon.h"
 #include "core/Result.h"
 
 #include <cstdint>
