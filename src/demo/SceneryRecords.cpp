@@ -1,6 +1,7 @@
 #include "demo/SceneryRecords.h"
 
 #include "core/BglTags.h"
+#include "core/LatLon.h"
 #include "demo/SceneryUnits.h"
 
 namespace corvane {
