@@ -14,7 +14,7 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
         return {};
     End();
     PracticeOptions options;
-    options.Seed = m_seed;
+    options.Seed = m_seed++; // every session meets other pilots; the first those of the seed
     options.Address = m_transport.Address();
     options.SessionName = PracticeSessionName(area.AreaName);
     if (m_transport.OnNetwork()) { // one machine, which others rely on

@@ -36,7 +36,7 @@ private:
 
     PracticeTransport& m_transport;
     const MagVarGrid& m_variation;
-    std::uint64_t m_seed;
+    std::uint64_t m_seed; ///< of the next session
     std::string m_address;
     std::string m_areaName;
     std::unique_ptr<PracticeSession> m_session;

@@ -1,5 +1,6 @@
 #include "practice/AirNavigation.h"
 
+#include "core/Rounding.h"
 #include "session/WireUnits.h"
 
 #include <algorithm>
@@ -80,8 +81,13 @@ void AirNavigation::SteerRoute(const FlightState& state, Journey& journey, Fligh
     const PracticeRunway* runway = journey.WayPoint || journey.Destination == nullptr
                                        ? nullptr
                                        : journey.Destination->RunwayInUse(Aircraft().RunwayFt);
-    if (runway != nullptr && leftNm < Aircraft().FinalNm + BeginsNm)
+    constexpr double OverheadNm = 3;
+    if (runway != nullptr && !m_askedFt && leftNm < Aircraft().FinalNm + BeginsNm)
         m_approach.emplace(*runway, state, Aircraft());
+    else if (m_askedFt && !journey.WayPoint && leftNm < OverheadNm) { // nobody goes down from an altitude unasked
+        m_call = "over " + journey.Destination->Icao + ", holding, request approach";
+        m_steering = Hold(state);
+    }
 }
 
 void AirNavigation::SteerHeading(const FlightState& state, OnHeading& heading, FlightTarget& target) const
@@ -97,8 +103,26 @@ void AirNavigation::SteerDirect(const FlightState& state, const DirectTo& direct
     target.HeadingDeg = CourseTo(state.Position, direct.Place);
     if (RangeNm(state.Position, direct.Place) < TurnRadiusNm(state.SpeedKt) / 2) {
         m_call = "over " + direct.Name;
-        m_steering = Route{};
+        if (direct.Then)
+            m_steering = Hold(*direct.Then);
+        else
+            m_steering = Route{};
     }
+}
+
+void AirNavigation::SteerTurn(const FlightState& state, Turning& turning, FlightTarget& target)
+{
+    constexpr double AheadDeg = 90;
+    const double turned = TurnTo(turning.LastDeg, state.HeadingDeg) * (turning.Way == TurnWay::Left ? -1 : 1);
+    turning.LeftDeg -= turned;
+    turning.LastDeg = state.HeadingDeg;
+    if (turning.LeftDeg < AheadDeg) {
+        m_steering = OnHeading{turning.Magnetic, turning.Way};
+        target.HeadingDeg = TrueHeadingFor(state, turning.Magnetic);
+        return;
+    }
+    target.HeadingDeg = WrapCourse(state.HeadingDeg + (turning.Way == TurnWay::Left ? -AheadDeg : AheadDeg));
+    target.Turn = turning.Way;
 }
 
 void AirNavigation::Steer(const FlightState& state, Journey& journey, FlightTarget& target, PracticeRandom& random)
@@ -112,6 +136,8 @@ void AirNavigation::Steer(const FlightState& state, Journey& journey, FlightTarg
             m_steering = Route{};
     } else if (auto* heading = std::get_if<OnHeading>(&m_steering)) {
         SteerHeading(state, *heading, target);
+    } else if (auto* turning = std::get_if<Turning>(&m_steering)) {
+        SteerTurn(state, *turning, target);
     } else if (const auto* direct = std::get_if<DirectTo>(&m_steering)) {
         SteerDirect(state, *direct, target);
     } else if (auto* hold = std::get_if<Hold>(&m_steering)) {
@@ -125,6 +151,29 @@ void AirNavigation::LeaveApproach() noexcept
 {
     m_approach.reset();
     m_askedToLand = false;
+    m_level = false;
+    m_mayLand = true;
+}
+
+/// Whoever is taken off an approach stays at its altitude until told otherwise, but not below the approach's beginning.
+void AirNavigation::LeaveApproachLevel(const FlightState& state)
+{
+    constexpr double WholeHundreds = 100;
+    if (m_approach && !m_askedFt)
+        m_askedFt = std::max(Approach::PlatformFt(m_approach->Runway(), Aircraft()),
+                             RoundHalfEven(state.AltitudeFt / WholeHundreds) * WholeHundreds);
+    LeaveApproach();
+}
+
+/// On the way to the final: down along the profile, so that its platform is reached shortly before, and never up but to
+/// the platform.
+double AirNavigation::ApproachFt(const FlightState& state) const noexcept
+{
+    constexpr double FeetPerDescentNm = 300;
+    constexpr double LevelNm = 2;
+    const double platform = Approach::PlatformFt(m_approach->Runway(), Aircraft());
+    const double downNm = std::max(0.0, m_approach->LeftNm(state) - LevelNm);
+    return std::max(platform, std::min(state.AltitudeFt, platform + downNm * FeetPerDescentNm));
 }
 
 void AirNavigation::StartGoAround(Journey& journey)
@@ -141,7 +190,10 @@ void AirNavigation::StartGoAround(Journey& journey)
 const PracticeRunway* AirNavigation::GuideApproach(const FlightState& state, Journey& journey, FlightTarget& target)
 {
     const PracticeRunway& runway = m_approach->Runway();
-    switch (m_approach->Guide(state, target, m_askedKt.value_or(0))) {
+    constexpr double LatestNm = 0.7;
+    const bool refused =
+        !m_mayLand && m_approach->IsEstablished() && RangeNm(state.Position, runway.Threshold) < LatestNm;
+    switch (refused ? ApproachEvent::GoAround : m_approach->Guide(state, target, m_askedKt.value_or(0), !m_level)) {
     case ApproachEvent::Flying: break;
     case ApproachEvent::Established:
         if (m_askedToLand)
@@ -149,6 +201,11 @@ const PracticeRunway* AirNavigation::GuideApproach(const FlightState& state, Jou
         m_steering = Route{};
         break;
     case ApproachEvent::GoAround:
+        if (m_level) { // the localizer ends; its altitude was the controller's
+            m_call = "at the end of the localizer, runway heading";
+            BreakOff(state, *m_askedFt);
+            break;
+        }
         m_call = "going around, runway " + runway.Name;
         StartGoAround(journey);
         break;
@@ -167,8 +224,10 @@ const PracticeRunway* AirNavigation::Step(FlightState& state, Journey& journey, 
     FlightTarget target{.HeadingDeg = state.HeadingDeg, .AltitudeFt = journey.CruiseFt};
     target.SpeedKt = OwnSpeedKt(state, state.AltitudeFt, FarNm);
     Steer(state, journey, target, random);
-    if (m_approach && !m_askedFt)
-        target.AltitudeFt = Approach::PlatformFt(m_approach->Runway(), Aircraft());
+    if (m_approach && !m_askedFt) {
+        target.AltitudeFt = ApproachFt(state);
+        target.SpeedKt = OwnSpeedKt(state, state.AltitudeFt, m_approach->LeftNm(state) + Aircraft().FinalNm);
+    }
     if (m_askedFt)
         target.AltitudeFt = *m_askedFt;
     if (m_askedKt)
@@ -180,26 +239,56 @@ const PracticeRunway* AirNavigation::Step(FlightState& state, Journey& journey, 
     return nullptr;
 }
 
-void AirNavigation::FlyHeading(int magnetic, TurnWay way)
+int AirNavigation::MagneticHeading(const FlightState& state) const noexcept
 {
-    m_steering = OnHeading{magnetic, way};
-    // A heading given before the localizer leads to it; one given on the localizer leads away.
-    if (m_approach && m_askedToLand && !m_approach->IsEstablished())
-        m_approach.emplace(m_approach->Runway(), Aircraft());
-    else
-        LeaveApproach();
+    const int magnetic = MagneticFromTrue(*m_grid, RoundTo<std::int32_t>(ReportedHeading(state)), state.Position);
+    return magnetic == 0 ? 360 : magnetic;
 }
 
-void AirNavigation::FlyDirect(const LatLon& place, std::string name)
+void AirNavigation::FlyHeading(const FlightState& state, int magnetic, TurnWay way)
 {
-    LeaveApproach();
+    m_steering = OnHeading{magnetic, way};
+    // A heading given before the localizer leads to it where it meets it; one given on the localizer leads away.
+    const bool leadsThere =
+        ClearedApproach() && !IsEstablished() &&
+        Approach::HeadingMeetsFinal(m_approach->Runway(), state, TrueHeadingFor(state, magnetic), Aircraft());
+    if (leadsThere)
+        m_approach.emplace(m_approach->Runway(), Aircraft());
+    else
+        LeaveApproachLevel(state);
+}
+
+void AirNavigation::TurnBy(const FlightState& state, int degrees, TurnWay way)
+{
+    const int change = way == TurnWay::Left ? -degrees : degrees;
+    const int magnetic = (MagneticHeading(state) + change + 719) % 360 + 1;
+    FlyHeading(state, magnetic, way);
+    constexpr int LargestPlainTurn = 170; // a larger one would be taken for the shorter way
+    if (degrees > LargestPlainTurn)
+        m_steering = Turning{static_cast<double>(degrees), way, magnetic, state.HeadingDeg};
+}
+
+void AirNavigation::KeepHeading(const FlightState& state)
+{
+    FlyHeading(state, MagneticHeading(state), TurnWay::Shorter);
+}
+
+void AirNavigation::FlyDirect(const FlightState& state, const LatLon& place, std::string name)
+{
+    LeaveApproachLevel(state);
     m_steering = DirectTo{place, std::move(name)};
 }
 
-void AirNavigation::FlyApproach(const PracticeRunway& runway, const FlightState& state)
+void AirNavigation::FlyApproach(const PracticeRunway& runway, const FlightState& state, bool keepsAltitude)
 {
-    m_askedToLand = true;
     const auto* heading = std::get_if<OnHeading>(&m_steering);
+    if (IsEstablished() && ApproachRunway() == &runway) {
+        m_askedToLand = true;
+        m_level = false;
+        return;
+    }
+    LeaveApproach();
+    m_askedToLand = true;
     const bool leadsThere =
         heading != nullptr &&
         Approach::HeadingMeetsFinal(runway, state, TrueHeadingFor(state, heading->Magnetic), Aircraft());
@@ -209,20 +298,38 @@ void AirNavigation::FlyApproach(const PracticeRunway& runway, const FlightState&
     }
     m_steering = Route{};
     m_approach.emplace(runway, state, Aircraft());
+    if (!keepsAltitude)
+        m_askedFt.reset();
 }
 
-void AirNavigation::HoldHere(const FlightState& state) noexcept
+void AirNavigation::JoinLocalizer(const PracticeRunway& runway, const FlightState& state)
 {
-    LeaveApproach();
-    m_steering = Hold(state);
+    constexpr double WholeHundreds = 100;
+    FlyApproach(runway, state, true);
+    m_level = true;
+    if (!m_askedFt)
+        m_askedFt = RoundHalfEven(state.AltitudeFt / WholeHundreds) * WholeHundreds;
 }
 
-void AirNavigation::ResumeOwn() noexcept
+void AirNavigation::HoldHere(const FlightState& state, TurnWay turns, int minutes)
 {
-    m_askedFt.reset();
-    m_askedKt.reset();
+    LeaveApproachLevel(state);
+    m_steering = Hold(state.Position, state.HeadingDeg, turns, minutes);
+}
+
+void AirNavigation::HoldAt(const FlightState& state, const LatLon& place, std::string name,
+                           std::optional<double> inbound, TurnWay turns, int minutes)
+{
+    FlyDirect(state, place, std::move(name));
+    std::get<DirectTo>(m_steering).Then =
+        Hold(place, inbound.value_or(CourseTo(state.Position, place)), turns, minutes);
+}
+
+void AirNavigation::BreakOff(const FlightState& state, double feet)
+{
+    KeepHeading(state);
     LeaveApproach();
-    m_steering = Route{};
+    m_askedFt = feet;
 }
 
 double AirNavigation::ReportedHeading(const FlightState& state) const noexcept

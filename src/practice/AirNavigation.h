@@ -25,21 +25,58 @@ public:
     const PracticeRunway* Step(FlightState& state, Journey& journey, PracticeRandom& random);
 
     // What a controller asks for
-    void FlyHeading(int magnetic, TurnWay way);
+    void FlyHeading(const FlightState& state, int magnetic, TurnWay way);
+    /// Turns by degrees and keeps the heading then.
+    void TurnBy(const FlightState& state, int degrees, TurnWay way);
+    void KeepHeading(const FlightState& state);
+    /// Kept until another is asked for, resumed, or an approach goes below it.
     void AskAltitude(double feet) noexcept { m_askedFt = feet; }
     void AskSpeed(double knots) noexcept { m_askedKt = knots; }
-    void FlyDirect(const LatLon& place, std::string name);
+    void OwnSpeed() noexcept { m_askedKt.reset(); }
+    void FlyDirect(const FlightState& state, const LatLon& place, std::string name);
     /// Flies an approach, on the present heading where that leads to the final.
-    void FlyApproach(const PracticeRunway& runway, const FlightState& state);
-    void HoldHere(const FlightState& state) noexcept;
+    /// keepsAltitude  the altitude that was asked for is kept until the final even on the way there by itself
+    void FlyApproach(const PracticeRunway& runway, const FlightState& state, bool keepsAltitude);
+    /// Joins the final approach course at the altitude asked for, or the present one.
+    void JoinLocalizer(const PracticeRunway& runway, const FlightState& state);
+    void HoldHere(const FlightState& state, TurnWay turns, int minutes);
+    /// inbound  true course to the fix; nothing for the one from here
+    void HoldAt(const FlightState& state, const LatLon& place, std::string name, std::optional<double> inbound,
+                TurnWay turns, int minutes);
     void GoAround(Journey& journey)
     {
         m_askedToLand = false;
         StartGoAround(journey);
     }
-    void ResumeOwn() noexcept;
+    /// Leaves the approach on its heading, at an altitude.
+    void BreakOff(const FlightState& state, double feet);
+    void ForbidLanding(bool forbidden) noexcept { m_mayLand = !forbidden; }
+    /// Heading and place are the pilot's own again, altitude and speed stay.
+    void ResumeRoute() noexcept
+    {
+        LeaveApproach();
+        m_steering = Route{};
+    }
+    void ResumeOwn() noexcept
+    {
+        m_askedFt.reset();
+        m_askedKt.reset();
+        ResumeRoute();
+    }
 
     [[nodiscard]] bool OnApproach() const noexcept { return m_approach.has_value(); }
+    [[nodiscard]] bool IsEstablished() const noexcept { return m_approach && m_approach->IsEstablished(); }
+    /// The approach is by clearance.
+    [[nodiscard]] bool ClearedApproach() const noexcept { return m_approach && m_askedToLand; }
+    /// Of the approach; null without one.
+    [[nodiscard]] const PracticeRunway* ApproachRunway() const noexcept
+    {
+        return m_approach ? &m_approach->Runway() : nullptr;
+    }
+    [[nodiscard]] std::optional<double> AskedFt() const noexcept { return m_askedFt; }
+    [[nodiscard]] std::optional<double> AskedKt() const noexcept { return m_askedKt; }
+    /// Whole degrees magnetic, 1 to 360.
+    [[nodiscard]] int MagneticHeading(const FlightState& state) const noexcept;
     /// The true heading to be reported: one that was asked for is held to the degree, whatever the grid does.
     [[nodiscard]] double ReportedHeading(const FlightState& state) const noexcept;
     /// What there is to say of the flight, such as "going around"; taken once.
@@ -60,17 +97,27 @@ private:
     struct DirectTo {
         LatLon Place;
         std::string Name;
+        std::optional<Hold> Then = std::nullopt; ///< holds there
     };
-    using Steering = std::variant<Route, UpwindLeg, OnHeading, DirectTo, Hold>;
+    struct Turning {
+        double LeftDeg = 0;
+        TurnWay Way = TurnWay::Right;
+        int Magnetic = 360; ///< kept when it is done
+        double LastDeg = 0; ///< true heading of the step before
+    };
+    using Steering = std::variant<Route, UpwindLeg, OnHeading, DirectTo, Hold, Turning>;
 
     void Steer(const FlightState& state, Journey& journey, FlightTarget& target, PracticeRandom& random);
     void SteerRoute(const FlightState& state, Journey& journey, FlightTarget& target, PracticeRandom& random);
     void SteerDirect(const FlightState& state, const DirectTo& direct, FlightTarget& target);
+    void SteerTurn(const FlightState& state, Turning& turning, FlightTarget& target);
     void SteerHeading(const FlightState& state, OnHeading& heading, FlightTarget& target) const;
     void FlyOwnProfile(const FlightState& state, const Journey& journey, FlightTarget& target, double leftNm) const;
     const PracticeRunway* GuideApproach(const FlightState& state, Journey& journey, FlightTarget& target);
     void StartGoAround(Journey& journey);
     void LeaveApproach() noexcept;
+    void LeaveApproachLevel(const FlightState& state);
+    [[nodiscard]] double ApproachFt(const FlightState& state) const noexcept;
     [[nodiscard]] double OwnSpeedKt(const FlightState& state, double altitudeFt, double leftNm) const noexcept;
     [[nodiscard]] double TrueHeadingFor(const FlightState& state, int magnetic) const noexcept;
     [[nodiscard]] const AircraftClass& Aircraft() const noexcept { return m_planner.Aircraft(); }
@@ -83,5 +130,7 @@ private:
     std::optional<double> m_askedKt;
     std::string m_call;
     bool m_askedToLand = false; ///< the approach is by clearance, not the own plan
+    bool m_level = false;       ///< on the localizer without a clearance to descend
+    bool m_mayLand = true;      ///< else it goes around before the runway
 };
 } // namespace corvane

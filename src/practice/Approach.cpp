@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace corvane {
 // The glide path descends 3 degrees.
@@ -60,6 +61,13 @@ bool Approach::HeadingMeetsFinal(const PracticeRunway& runway, const FlightState
     return meetsAtNm > aircraft.FinalNm * 0.4 && meetsAtNm < FarthestNm;
 }
 
+bool Approach::IsShortFinal(const PracticeRunway& runway, const FlightState& state,
+                            const AircraftClass& aircraft) noexcept
+{
+    constexpr double Share = 0.45; // of the final
+    return OffsetFromLine(runway.Threshold, runway.Course, state.Position).OutNm < aircraft.FinalNm * Share;
+}
+
 /// The turn onto the centreline must begin before it, by the part of the turn's radius that its angle takes.
 bool Approach::CanJoin(const FlightState& state) const noexcept
 {
@@ -81,6 +89,16 @@ double Approach::GlideFt(double outNm) const noexcept
     return m_runway->ElevationFt + (outNm * FeetPerNm + aimFt) * TanGlide;
 }
 
+double Approach::LeftNm(const FlightState& state) const noexcept
+{
+    switch (m_leg) {
+    case Leg::Localizer: return 0;
+    case Leg::ToDownwind: return RangeNm(state.Position, m_point) + m_aircraft->OffsetNm;
+    case Leg::Base: return m_aircraft->OffsetNm;
+    default: return RangeNm(state.Position, Gate(*m_runway, *m_aircraft));
+    }
+}
+
 void Approach::GuideToPoint(const FlightState& state, FlightTarget& target) noexcept
 {
     target.HeadingDeg = CourseTo(state.Position, m_point);
@@ -92,15 +110,17 @@ void Approach::GuideToPoint(const FlightState& state, FlightTarget& target) noex
     m_leg = m_leg == Leg::ToDownwind ? Leg::Base : Leg::Localizer;
 }
 
-ApproachEvent Approach::Guide(const FlightState& state, FlightTarget& target, double askedKt) noexcept
+ApproachEvent Approach::Guide(const FlightState& state, FlightTarget& target, double askedKt, bool descends) noexcept
 {
     const bool joins = m_leg != Leg::Localizer && m_leg != Leg::ToDownwind && CanJoin(state);
     if (m_leg == Leg::Localizer || joins) {
         m_leg = Leg::Localizer;
-        const ApproachEvent event = GuideOnLocalizer(state, target, askedKt);
-        return joins && event == ApproachEvent::Flying ? ApproachEvent::Established : event;
+        const ApproachEvent event = GuideOnLocalizer(state, target, askedKt, descends);
+        const bool first = !std::exchange(m_announced, true);
+        return first && event == ApproachEvent::Flying ? ApproachEvent::Established : event;
     }
-    target.SpeedKt = askedKt > 0 ? askedKt : m_aircraft->PatternKt;
+    if (askedKt > 0)
+        target.SpeedKt = askedKt;
     if (m_leg == Leg::Base) {
         target.HeadingDeg = m_baseHeading;
         target.Turn = TurnWay::Shorter;
@@ -141,7 +161,8 @@ bool Approach::IsUnstable(const FlightState& state, const LineOffset& offset) co
            state.AltitudeFt > GlideFt(std::max(offset.OutNm, 0.0)) + HighFt || pastTheRunway;
 }
 
-ApproachEvent Approach::GuideOnLocalizer(const FlightState& state, FlightTarget& target, double askedKt) noexcept
+ApproachEvent Approach::GuideOnLocalizer(const FlightState& state, FlightTarget& target, double askedKt,
+                                         bool descends) noexcept
 {
     const LineOffset offset = OffsetFromLine(m_runway->Threshold, m_runway->Course, state.Position);
     if (IsUnstable(state, offset))
@@ -154,12 +175,12 @@ ApproachEvent Approach::GuideOnLocalizer(const FlightState& state, FlightTarget&
     const double angle = offset.LeftNm / (nmPerS * ClosingS) * DegreesPerRadian;
     target.HeadingDeg = WrapCourse(m_runway->Course + std::clamp(angle, -WidestAngleDeg, WidestAngleDeg));
     target.Turn = TurnWay::Shorter;
-    const bool shortFinal = offset.OutNm < m_aircraft->FinalNm * 0.45;
-    if (shortFinal)
+    if (IsShortFinal(*m_runway, state, *m_aircraft))
         target.SpeedKt = m_aircraft->FinalKt;
     else
         target.SpeedKt = askedKt > 0 ? askedKt : m_aircraft->PatternKt;
-    GuideDown(state, offset.OutNm, target);
+    if (descends)
+        GuideDown(state, offset.OutNm, target);
     return ApproachEvent::Flying;
 }
 } // namespace corvane

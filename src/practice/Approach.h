@@ -20,14 +20,20 @@ public:
     static bool HeadingMeetsFinal(const PracticeRunway& runway, const FlightState& state, double heading,
                                   const AircraftClass& aircraft) noexcept;
 
+    /// Whether an aircraft on the final flies its final speed already.
+    static bool IsShortFinal(const PracticeRunway& runway, const FlightState& state,
+                             const AircraftClass& aircraft) noexcept;
+
     /// Guides one step: fills heading, altitude and speed of the target. On entry target holds what the pilot would
     /// fly without the approach: the heading kept until the intercept, the altitude kept until the glide path.
     /// askedKt  the controller's speed, flown until short final; 0 for none
-    ApproachEvent Guide(const FlightState& state, FlightTarget& target, double askedKt) noexcept;
+    /// descends  false on the localizer alone, without the glide path
+    ApproachEvent Guide(const FlightState& state, FlightTarget& target, double askedKt, bool descends = true) noexcept;
+    /// Nautical miles to the beginning of the final, about as they will be flown.
+    [[nodiscard]] double LeftNm(const FlightState& state) const noexcept;
 
     [[nodiscard]] const PracticeRunway& Runway() const noexcept { return *m_runway; }
     [[nodiscard]] bool IsEstablished() const noexcept { return m_leg == Leg::Localizer; }
-    [[nodiscard]] bool IsOnHeading() const noexcept { return m_leg == Leg::OnHeading; }
     /// Feet above the sea at which an aircraft on its own joins the final approach.
     [[nodiscard]] static double PlatformFt(const PracticeRunway& runway, const AircraftClass& aircraft) noexcept;
     /// Where such an aircraft joins it.
@@ -37,7 +43,8 @@ private:
     enum class Leg : std::uint8_t { OnHeading, ToDownwind, ToGate, Base, Localizer };
 
     void GuideToPoint(const FlightState& state, FlightTarget& target) noexcept;
-    ApproachEvent GuideOnLocalizer(const FlightState& state, FlightTarget& target, double askedKt) noexcept;
+    ApproachEvent GuideOnLocalizer(const FlightState& state, FlightTarget& target, double askedKt,
+                                   bool descends) noexcept;
     void GuideDown(const FlightState& state, double outNm, FlightTarget& target) noexcept;
     [[nodiscard]] bool CanJoin(const FlightState& state) const noexcept;
     [[nodiscard]] double GlideFt(double outNm) const noexcept;
@@ -46,6 +53,7 @@ private:
     const PracticeRunway* m_runway;
     const AircraftClass* m_aircraft;
     Leg m_leg = Leg::OnHeading;
+    bool m_announced = false; ///< that it is established
     LatLon m_point;           ///< of the legs to a point
     double m_baseHeading = 0; ///< true
 };

@@ -40,9 +40,13 @@ static double BesideTheRunway(const PracticeRunway& runway, const LatLon& place)
 
 void GroundRun::StartTaxiOut(const FlightState& state, const Journey& journey)
 {
-    m_runway = journey.Airport->RunwayInUse(m_aircraft->RunwayFt);
-    if (m_runway == nullptr)
-        return;
+    m_runway = m_givenRunway != nullptr ? m_givenRunway : journey.Airport->RunwayInUse(m_aircraft->RunwayFt);
+    if (m_runway != nullptr)
+        PlanTaxiOut(state);
+}
+
+void GroundRun::PlanTaxiOut(const FlightState& state)
+{
     constexpr double LineUpNm = 0.01;
     m_phase = PilotPhase::TaxiOut;
     m_taxiRoute = {Turnoff(*m_runway, state.Position, BesideTheRunway(*m_runway, state.Position)),
@@ -77,9 +81,57 @@ void GroundRun::Step(FlightState& state, Journey& journey)
     }
 }
 
+void GroundRun::Pushback() noexcept
+{
+    constexpr double ReadyS = 20;
+    m_parkedS = std::min(m_parkedS, ReadyS);
+    m_holdPosition = false;
+}
+
+void GroundRun::TaxiTo(const PracticeRunway& runway, const FlightState& state)
+{
+    m_givenRunway = &runway;
+    m_runway = &runway;
+    m_holdPosition = false;
+    PlanTaxiOut(state);
+}
+
+void GroundRun::LineUpAndWait() noexcept
+{
+    m_atHoldingPoint = false;
+    m_holdPosition = false;
+    m_waitsLinedUp = true;
+    m_parkedS = std::min(m_parkedS, 0.0);
+}
+
+void GroundRun::ClearTakeOff() noexcept
+{
+    LineUpAndWait();
+    m_waitsLinedUp = false;
+}
+
+void GroundRun::StopTakeOff() noexcept
+{
+    m_waitsLinedUp = true;
+    if (m_phase == PilotPhase::TakeOff)
+        m_phase = PilotPhase::LandingRoll; // brakes, leaves the runway and goes back
+}
+
+void GroundRun::AskFirst() noexcept
+{
+    m_asksFirst = true;
+    m_holdPosition = true;
+    m_atHoldingPoint = true;
+}
+
+bool GroundRun::WaitsAtRunway() const noexcept
+{
+    return m_phase == PilotPhase::TaxiOut && m_atHoldingPoint && m_taxiRoute.size() == 1;
+}
+
 void GroundRun::StepTaxi(FlightState& state, Journey& journey)
 {
-    if (m_holdPosition) {
+    if (m_holdPosition || WaitsAtRunway()) {
         constexpr double StopKtPerS = 4;
         RollStep(state, 0, StopKtPerS);
         return;
@@ -103,6 +155,9 @@ void GroundRun::StepTaxi(FlightState& state, Journey& journey)
     state.SpeedKt = 0;
     journey.Destination = nullptr; // the next flight is planned with the next step
     ++m_flightsDone;
+    m_givenRunway = nullptr;
+    if (m_asksFirst)
+        AskFirst();
 }
 
 void GroundRun::StepLineUp(FlightState& state)
@@ -112,7 +167,7 @@ void GroundRun::StepLineUp(FlightState& state)
     state.HeadingDeg =
         WrapCourse(state.HeadingDeg + std::clamp(turn, -GroundTurnDegPerS * StepS, GroundTurnDegPerS * StepS));
     RollStep(state, 0, StopKtPerS);
-    if (m_holdPosition || state.SpeedKt > 0 || turn != 0)
+    if (m_holdPosition || m_waitsLinedUp || state.SpeedKt > 0 || turn != 0)
         return;
     // The roll goes toward the far end: on the centreline even where the line-up stopped beside it.
     state.HeadingDeg = m_runway->Course;

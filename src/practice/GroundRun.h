@@ -26,13 +26,39 @@ public:
     /// One step of whatever goes on; while airborne there is nothing to do.
     void Step(FlightState& state, Journey& journey);
 
+    // What a controller asks for
     void HoldPosition() noexcept { m_holdPosition = true; }
     void Continue() noexcept { m_holdPosition = false; }
+    /// Ready to taxi in a moment.
+    void Pushback() noexcept;
+    /// Taxies to a runway, from now on or anew.
+    void TaxiTo(const PracticeRunway& runway, const FlightState& state);
+    void HoldShort() noexcept { m_atHoldingPoint = true; }
+    void LineUpAndWait() noexcept;
+    void ClearTakeOff() noexcept;
+    /// Stops on the runway; a take-off that is too fast already goes on, which the caller rules out.
+    void StopTakeOff() noexcept;
+
+    /// Whether its stand at an airport lies to the left of a runway there.
+    [[nodiscard]] bool StandIsLeftOf(const PracticeRunway& runway, const PracticeAirport& airport) const noexcept
+    {
+        return OffsetFromLine(runway.Threshold, runway.Course, airport.Stand(m_stand)).LeftNm >= 0;
+    }
+
+    /// Waits for the controller's word before it taxies and before it enters the runway.
+    void AskFirst() noexcept;
+    /// Waits at the stand, ready to go; or at the runway.
+    [[nodiscard]] bool WaitsAtStand() const noexcept { return m_phase == PilotPhase::Parked && m_parkedS <= 0; }
+    [[nodiscard]] bool WaitsAtRunway() const noexcept;
 
     [[nodiscard]] PilotPhase Phase() const noexcept { return m_phase; }
     [[nodiscard]] bool IsRolling() const noexcept
     {
         return m_phase == PilotPhase::TakeOff || m_phase == PilotPhase::LandingRoll;
+    }
+    [[nodiscard]] bool IsOnWayIn() const noexcept
+    {
+        return m_phase == PilotPhase::LandingRoll || m_phase == PilotPhase::TaxiIn;
     }
     /// The runway in use; null before the first.
     [[nodiscard]] const PracticeRunway* Runway() const noexcept { return m_runway; }
@@ -41,6 +67,7 @@ public:
 
 private:
     void StartTaxiOut(const FlightState& state, const Journey& journey);
+    void PlanTaxiOut(const FlightState& state);
     void StartTaxiIn(const FlightState& state, const Journey& journey);
     void StepTaxi(FlightState& state, Journey& journey);
     void StepLineUp(FlightState& state);
@@ -54,6 +81,10 @@ private:
     double m_parkedS = 0; ///< until the next flight
     int m_flightsDone = 0;
     PilotPhase m_phase = PilotPhase::Parked;
+    const PracticeRunway* m_givenRunway = nullptr; ///< by the controller, instead of the one in use
     bool m_holdPosition = false;
+    bool m_atHoldingPoint = false; ///< stops before the runway
+    bool m_waitsLinedUp = false;
+    bool m_asksFirst = false;
 };
 } // namespace corvane

@@ -5,11 +5,10 @@
 namespace corvane {
 void Hold::Guide(const FlightState& state, FlightTarget& target) noexcept
 {
-    constexpr double OutboundS = 60;
     constexpr double AlignedDeg = 5;
     const double outbound = WrapCourse(m_inbound + 180);
     const bool turning = m_leg == Leg::TurnOut || m_leg == Leg::TurnIn;
-    target.Turn = turning ? TurnWay::Right : TurnWay::Shorter;
+    target.Turn = turning ? m_turns : TurnWay::Shorter;
     switch (m_leg) {
     case Leg::TurnOut:
         target.HeadingDeg = outbound;
@@ -21,7 +20,7 @@ void Hold::Guide(const FlightState& state, FlightTarget& target) noexcept
     case Leg::Out:
         target.HeadingDeg = outbound;
         m_outSeconds += StepS;
-        if (m_outSeconds >= OutboundS)
+        if (m_outSeconds >= m_legS)
             m_leg = Leg::TurnIn;
         break;
     case Leg::TurnIn:

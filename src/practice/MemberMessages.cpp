@@ -1,9 +1,22 @@
 #include "practice/MemberMessages.h"
 
+#include "practice/Addressee.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace corvane {
+/// A line that nobody understands, in place of one that may be meant for several, so that it is asked back.
+static constexpr const char* NotForOne = "which of us";
+
+/// Whether a line asks somebody to fly or taxi.
+static bool IsOrder(const ParsedLine& line) noexcept
+{
+    return std::any_of(line.Instructions.begin(), line.Instructions.end(), [](const Instruction& instruction) {
+        return instruction.Kind <= InstructionKind::Approach && instruction.Kind != InstructionKind::Hold;
+    });
+}
+
 void MemberMessages::ReceiveAll()
 {
     std::vector<std::shared_ptr<SessionPeer>> peers; // shares, since answering may remove members
@@ -118,7 +131,11 @@ void MemberMessages::HandleChat(PracticeMember& member, const MessageHeader& hea
         callsigns.push_back(other->Name());
     }
     const auto addressee = FindAddressee(chat->Text, callsigns);
-    if (addressee && addressee->Index == own)
-        member.Hear(addressee->Ambiguous ? "which of us" : addressee->Rest); // not understood, so asked back
+    if (!addressee) {
+        // Nobody is named: one of them asks back, where it was an instruction.
+        if (own == 0 && IsOrder(ParseInstructions(chat->Text)))
+            member.Hear(NotForOne);
+    } else if (addressee->Index == own)
+        member.Hear(addressee->Ambiguous ? NotForOne : addressee->Rest);
 }
 } // namespace corvane

@@ -1,56 +1,38 @@
 #pragma once
 
-#include "practice/AirNavigation.h"
-#include "practice/GroundRun.h"
+#include "practice/PilotOrders.h"
 #include "practice/PilotTalk.h"
 
 #include <span>
 #include <string>
-#include <variant>
 
 namespace corvane {
-/// What of a pilot an instruction can change.
-struct PilotOrders {
-    Journey Trip;
-    GroundRun Ground;
-    AirNavigation Air;
-};
-
-/// Does what a controller says, or tells why it cannot be done.
+/// Does what a controller says, or tells why it cannot be done: the whole of a message, now or at its moment. What is
+/// asked of the flight itself is AirObedience's and GroundObedience's.
 class Obedience {
 public:
-    /// All of it must outlive the obedience.
-    Obedience(const PracticeScene& scene, const MagVarGrid& grid, const AircraftClass& aircraft,
-              const FlightState& state, PilotOrders& orders) noexcept
-        : m_scene(scene), m_grid(grid), m_aircraft(aircraft), m_state(state), m_orders(orders)
-    {
-    }
+    explicit Obedience(const ObeyingPilot& pilot) noexcept : m_pilot(pilot) {}
 
-    /// Obeys all of what was said or, where a part cannot be done, none; returns the read-back or the reason.
-    std::string Obey(std::span<const Instruction> instructions, const ReportedPosition& report);
+    /// Obeys all of what was said or, where a part cannot be done, none.
+    ObeyAnswer Obey(std::span<const Instruction> instructions, const ReportedPosition& report);
+    /// Does what has waited for this moment. Returns what there is to say of it, or an empty text.
+    std::string ObeyPending();
 
 private:
-    struct Refusal {
-        std::string Why;
-    };
-    using Answer = std::variant<std::string, Refusal>;
+    ObeyAnswer Obey(const Instruction& instruction);
+    ObeyAnswer ObeyNow(const Instruction& instruction);
+    ObeyAnswer Postpone(const Instruction& instruction);
+    ObeyAnswer ObeyHold(const Instruction& instruction);
+    ObeyAnswer ObeyCancel(const Instruction& instruction);
+    ObeyAnswer ObeyVacate(const Instruction& instruction);
+    ObeyAnswer ObeyContact(const Instruction& instruction);
+    [[nodiscard]] ObeyAnswer Say(SayWhat what) const;
+    void EndThen(const Instruction& instruction);
+    [[nodiscard]] bool HasCome(const PendingInstruction& pending) const;
 
-    Answer Obey(const Instruction& instruction);
-    Answer ObeyHeading(const Instruction& instruction);
-    Answer ObeyAltitude(const Instruction& instruction);
-    Answer ObeySpeed(const Instruction& instruction);
-    Answer ObeyDirect(const Instruction& instruction);
-    Answer ObeyApproach(const Instruction& instruction);
-    Answer ObeyGoAround();
-    Answer ObeyHold();
-    Answer ObeyResume();
-    [[nodiscard]] const PracticeAirport* AirportWithRunway(std::string_view runway) const;
-    [[nodiscard]] bool IsAirborne() const noexcept { return m_orders.Ground.Phase() == PilotPhase::Airborne; }
-
-    const PracticeScene& m_scene;
-    const MagVarGrid& m_grid;
-    const AircraftClass& m_aircraft;
-    const FlightState& m_state;
-    PilotOrders& m_orders;
+    ObeyingPilot m_pilot;
+    ReportedPosition m_report;
+    bool m_departs = false;       ///< the message clears a departure: what is said of the air is for after it
+    bool m_tellsAltitude = false; ///< the message gives an altitude
 };
 } // namespace corvane

@@ -45,6 +45,8 @@ void Pilot::BeginAirborne(Scenario scenario, PracticeRandom& random)
 void Pilot::Step(PracticeRandom& random)
 {
     Journey& trip = m_orders.Trip;
+    if (!m_orders.Pending.empty())
+        m_call = Obedience(Situation()).ObeyPending();
     if (Phase() == PilotPhase::Airborne) {
         if (const PracticeRunway* runway = m_orders.Air.Step(m_state, trip, random))
             m_orders.Ground.Touchdown(m_state, *runway);
@@ -60,9 +62,31 @@ void Pilot::Step(PracticeRandom& random)
     }
 }
 
+/// Takes back the last instruction as far as it has not been carried out.
+std::string Pilot::Disregard()
+{
+    if (!m_before || m_before->Ground.Phase() != Phase())
+        return "unable, there is nothing to disregard";
+    PilotOrders before = *std::exchange(m_before, std::nullopt);
+    if (Phase() == PilotPhase::Airborne) // on the ground what is under way goes on; only what waits is dropped
+        m_orders = std::move(before);
+    else
+        m_orders.Pending = std::move(before.Pending);
+    return "disregarding";
+}
+
 std::string Pilot::Obey(std::span<const Instruction> instructions)
 {
-    return Obedience(m_planner.Scene(), *m_grid, Aircraft(), m_state, m_orders).Obey(instructions, Report());
+    if (instructions.size() == 1 && instructions.front().Kind == InstructionKind::Repeat)
+        return m_lastSaid.empty() ? "go ahead" : m_lastSaid;
+    if (instructions.size() == 1 && instructions.front().Kind == InstructionKind::Disregard)
+        return m_lastSaid = Disregard();
+    PilotOrders before = m_orders;
+    const ObeyAnswer answer = Obedience(Situation()).Obey(instructions, Report());
+    if (const auto* refusal = std::get_if<ObeyRefusal>(&answer))
+        return m_lastSaid = "unable, " + refusal->Why;
+    m_before = std::move(before);
+    return m_lastSaid = std::get<std::string>(answer);
 }
 
 ReportedPosition Pilot::Report() const noexcept
@@ -76,7 +100,11 @@ ReportedPosition Pilot::Report() const noexcept
 
 std::optional<std::string> Pilot::TakeRadioCall()
 {
-    std::string call = m_orders.Air.TakeCall();
-    return call.empty() ? std::nullopt : std::optional(std::move(call));
+    std::string call = std::exchange(m_call, {});
+    if (std::string air = m_orders.Air.TakeCall(); !air.empty())
+        call += (call.empty() ? "" : ", ") + air;
+    if (call.empty())
+        return std::nullopt;
+    return m_lastSaid = std::move(call);
 }
 } // namespace corvane

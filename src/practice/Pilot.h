@@ -19,6 +19,8 @@ public:
     void Step(PracticeRandom& random);
     /// Obeys what was said, all of it or, where a part cannot be done, none; returns the read-back or the reason.
     std::string Obey(std::span<const Instruction> instructions);
+    /// What is said to a line that made no sense.
+    std::string NotUnderstood() { return m_lastSaid = "say again"; }
 
     [[nodiscard]] ReportedPosition Report() const noexcept;
     [[nodiscard]] const FlightState& State() const noexcept { return m_state; }
@@ -32,11 +34,19 @@ public:
 
 private:
     void BeginParked(PracticeRandom& random);
+    [[nodiscard]] ObeyingPilot Situation() noexcept
+    {
+        return {m_planner.Scene(), *m_grid, Aircraft(), m_state, m_orders};
+    }
+    std::string Disregard();
     void BeginAirborne(Scenario scenario, PracticeRandom& random);
 
     JourneyPlanner m_planner;
     const MagVarGrid* m_grid;
     FlightState m_state;
     PilotOrders m_orders;
+    std::optional<PilotOrders> m_before; ///< the last instruction that was obeyed
+    std::string m_lastSaid;
+    std::string m_call; ///< to be said unasked
 };
 } // namespace corvane

@@ -18,7 +18,13 @@ std::string AltitudeText(int feet)
     return feet >= TransitionFt ? "FL" + NumberText(std::int32_t{feet / FeetPerLevel}) : NumberText(std::int32_t{feet});
 }
 
-static std::string PositionText(const ReportedPosition& report, const PracticeScene& scene)
+std::string PresentAltitudeText(double feet)
+{
+    constexpr double WholeHundreds = 100;
+    return AltitudeText(RoundTo<std::int32_t>(feet / WholeHundreds) * 100);
+}
+
+std::string PositionText(const ReportedPosition& report, const PracticeScene& scene)
 {
     const PracticeAirport* nearest = nullptr;
     for (const PracticeAirport& airport : scene.Airports())
@@ -29,18 +35,5 @@ static std::string PositionText(const ReportedPosition& report, const PracticeSc
         return "no airport around";
     return NumberText(RoundTo<std::int32_t>(RangeNm(report.Position, nearest->Position))) + " miles from " +
            nearest->Icao;
-}
-
-std::string SayOf(SayWhat what, const ReportedPosition& report, const PracticeScene& scene, const MagVarGrid& grid)
-{
-    switch (what) {
-    case SayWhat::Altitude: return "altitude " + NumberText(RoundTo<std::int32_t>(report.AltitudeFt));
-    case SayWhat::Heading:
-        return "heading " +
-               HeadingText(MagneticFromTrue(grid, report.TrueHeading, report.Position));
-    case SayWhat::Speed: return "speed " + NumberText(RoundTo<std::int32_t>(report.SpeedKt));
-    case SayWhat::Position: break;
-    }
-    return PositionText(report, scene);
 }
 } // namespace corvane

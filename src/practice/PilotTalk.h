@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/MagVarGrid.h"
-#include "practice/Instruction.h"
 #include "practice/PracticeScene.h"
 
 #include <string>
@@ -19,6 +18,8 @@ struct ReportedPosition {
 std::string HeadingText(int degrees);
 /// Feet, or from the transition altitude on a flight level: FL180.
 std::string AltitudeText(int feet);
-/// A pilot's answer to a question about its flight.
-std::string SayOf(SayWhat what, const ReportedPosition& report, const PracticeScene& scene, const MagVarGrid& grid);
+/// The same, of an altitude as it is flown, to the nearest hundred.
+std::string PresentAltitudeText(double feet);
+/// "12 miles from KBIG"
+std::string PositionText(const ReportedPosition& report, const PracticeScene& scene);
 } // namespace corvane

@@ -106,11 +106,15 @@ static std::string_view WithoutLeadingZeros(std::string_view name) noexcept
     return name;
 }
 
+bool PracticeRunway::IsNamed(std::string_view name) const noexcept
+{
+    return WithoutLeadingZeros(Name) == WithoutLeadingZeros(name);
+}
+
 const PracticeRunway* PracticeAirport::FindRunway(std::string_view name) const noexcept
 {
-    const auto found = std::find_if(Runways.begin(), Runways.end(), [&](const PracticeRunway& runway) {
-        return WithoutLeadingZeros(runway.Name) == WithoutLeadingZeros(name);
-    });
+    const auto found = std::find_if(Runways.begin(), Runways.end(),
+                                    [&](const PracticeRunway& runway) { return runway.IsNamed(name); });
     return found == Runways.end() ? nullptr : &*found;
 }
 

@@ -19,6 +19,9 @@ struct PracticeRunway {
     double LengthFt = 0;
     double ElevationFt = 0;
     bool HasIls = false;
+
+    /// Leading zeros aside: 09L is 9L.
+    [[nodiscard]] bool IsNamed(std::string_view name) const noexcept;
 };
 
 struct PracticeAirport {

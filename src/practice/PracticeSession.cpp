@@ -204,10 +204,11 @@ static void AnswerChat(PracticeMember& member)
     const auto line = member.TakeLine();
     if (!line || !member.Admitted)
         return;
-    const ParsedLine parsed = ParseInstructions(*line);
-    std::string answer = line->empty() ? "go ahead" : "say again";
-    if (parsed.Understood)
-        answer = member.Flying->Obey(parsed.Instructions);
+    std::string answer = "go ahead";
+    if (!line->empty()) {
+        const ParsedLine parsed = ParseInstructions(*line);
+        answer = parsed.Understood ? member.Flying->Obey(parsed.Instructions) : member.Flying->NotUnderstood();
+    }
     member.Say(answer + ", " + member.Name());
 }
 

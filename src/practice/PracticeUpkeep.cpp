@@ -73,10 +73,17 @@ void PracticeUpkeep::LetHostGo()
     m_crew.Host()->Leave();
 }
 
+/// At its stand, between two flights: nobody changes the callsign in flight.
 void PracticeUpkeep::RenameOne()
 {
-    if (PracticeMember* member = m_crew.RandomPilot(m_random))
-        member->Rename(TrafficMaker::NewCallsign(member->Flying->Aircraft().Kind, m_crew, m_random));
+    std::vector<PracticeMember*> parked;
+    for (const auto& member : m_crew.Members())
+        if (member->IsPilot() && member->Admitted && member->Flying->Phase() == PilotPhase::Parked)
+            parked.push_back(member.get());
+    if (parked.empty())
+        return;
+    PracticeMember& member = *parked[m_random.Below(parked.size())];
+    member.Rename(TrafficMaker::NewCallsign(member.Flying->Aircraft().Kind, m_crew, m_random));
 }
 
 /// One more pilot sends short positions, or one of those who do stops, so that their share stays about the same.
