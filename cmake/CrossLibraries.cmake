@@ -2,7 +2,7 @@
 # through a folder of links, since the rest of /usr/include describes the host.
 set(folder "${CMAKE_BINARY_DIR}/host-include")
 file(MAKE_DIRECTORY "${folder}")
-foreach(name IN ITEMS asio asio.hpp CLI nlohmann)
+foreach(name IN ITEMS asio asio.hpp CLI nlohmann valijson)
   if(NOT EXISTS "/usr/include/${name}")
     message(FATAL_ERROR "/usr/include/${name} is missing")
   endif()

@@ -32,8 +32,10 @@ struct HostOptions {
     std::uint64_t Seed = 1;
     std::optional<double> ForS;
     bool NoMigrate = false;
-    TrafficOptions Traffic; ///< instead of simulated pilots; its place is theirs too
-    std::string Replay;     ///< the recording whose members appear instead of simulated pilots
+    TrafficOptions Traffic;   ///< instead of simulated pilots; its place is theirs too
+    std::string Replay;       ///< the recording whose members appear instead of simulated pilots
+    std::string ScenarioFile; ///< what the simulated pilots do; empty: as they like
+    std::optional<PracticeScenario> Scenario;
     int Speed = 1;
     std::string FeedOut; ///< where the targets are offered; empty: nowhere
 };
@@ -88,6 +90,12 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     practice.HostStaysS = -1;
     if (options.Pilots == 0)
         practice.HostName = "Host";
+    if (options.Scenario) {
+        practice.Scenario = options.Scenario;
+        practice.MaxPlayers = options.MaxPlayers.value_or(0); // room for all of it and some controllers
+        if (options.Name.empty())
+            practice.SessionName = options.Scenario->Name;
+    }
     return practice;
 }
 
@@ -135,8 +143,14 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
     return ran ? ran : Fail("host", ran.error().Text());
 }
 
-static Result<void> HostPractice(const HostOptions& options, const Console& console)
+static Result<void> HostPractice(HostOptions& options, const Console& console)
 {
+    if (!options.ScenarioFile.empty()) {
+        auto scenario = ReadScenario(options.ScenarioFile);
+        if (!scenario)
+            return scenario.error();
+        options.Scenario = *std::move(scenario);
+    }
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
         return grid.error();
@@ -240,6 +254,10 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
     CLI::Option* const replay =
         session->add_option("--replay", options->Replay, "A recording whose members appear instead of simulated pilots")
             ->type_name("FILE");
+    CLI::Option* const scenario =
+        session->add_option("--scenario", options->ScenarioFile, "A file that says which simulated pilots do what")
+            ->type_name("FILE")
+            ->excludes(replay);
     session->require_option(1, 0);
     CLI::Option* const from = AddFromOption(*command, options->Traffic);
     from->excludes(replay)->needs(named);
@@ -254,7 +272,12 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->default_str(std::to_string(DefaultMaxPlayers));
     CLI::Option* const pilots =
         command->add_option("--pilots", options->Pilots, "Simulated pilots; a place stays free for a controller");
-    pilots->check(CLI::Range(0, MostMembers))->excludes(replay)->excludes(from)->capture_default_str();
+    pilots->check(CLI::Range(0, MostMembers))
+        ->excludes(replay)
+        ->excludes(from)
+        ->excludes(scenario)
+        ->capture_default_str();
+    from->excludes(scenario);
     AddTrafficPlaceOptions(*command, options->Traffic);
     command->get_option("--around")
         ->excludes(replay)

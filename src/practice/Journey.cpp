@@ -19,17 +19,9 @@ const PracticeAirport* JourneyPlanner::PickAirport(PracticeRandom& random) const
         return airport.RunwayInUse(m_aircraft->RunwayFt) != nullptr;
     };
     constexpr double MainAirportShare = 0.55;
-    if (random.Chance(MainAirportShare)) {
-        const PracticeAirport* main = nullptr;
-        double mainNm = 25;
-        for (const PracticeAirport& airport : airports)
-            if (const double nm = RangeNm(m_scene->Center(), airport.Position); nm < mainNm && usable(airport)) {
-                main = &airport;
-                mainNm = nm;
-            }
-        if (main != nullptr)
+    if (random.Chance(MainAirportShare))
+        if (const PracticeAirport* main = m_scene->MainAirport(m_aircraft->RunwayFt))
             return main;
-    }
     constexpr int Tries = 20;
     for (int i = 0; i < Tries && !airports.empty(); ++i)
         if (const auto& airport = airports[random.Below(airports.size())]; usable(airport))

@@ -23,6 +23,60 @@ Pilot::Pilot(const PracticeScene& scene, const MagVarGrid& grid, AircraftKind ki
         BeginAirborne(scenario, random);
 }
 
+Pilot::Pilot(const PracticeScene& scene, const MagVarGrid& grid, AircraftKind kind, const PilotStart& start,
+             PracticeRandom& random)
+    : m_planner(scene, ClassOf(kind)),
+      m_grid(&grid),
+      m_orders{
+          .Trip = {}, .Ground = GroundRun(ClassOf(kind), random.Below(1000)), .Air = AirNavigation(m_planner, grid)}
+{
+    Journey& trip = m_orders.Trip;
+    trip.Airport = start.Airport;
+    if (start.Airport != nullptr)
+        BeginParked(random);
+    else {
+        m_orders.Ground.BeginAirborne();
+        m_planner.Plan(trip, nullptr, random);
+    }
+    if (start.Destination != nullptr) {
+        trip.Destination = start.Destination;
+        if (start.Destination != start.Airport)
+            trip.WayPoint.reset();
+    }
+    if (start.AltitudeFt && *start.AltitudeFt <= Aircraft().CeilingFt)
+        trip.CruiseFt = *start.AltitudeFt;
+    if (start.AsksFirst)
+        m_orders.Ground.AskFirst();
+    if (start.Airport != nullptr)
+        return;
+    m_state.Position = start.Position;
+    m_orders.Air.BeginEnRoute(m_state, trip);
+    if (start.AltitudeFt && *start.AltitudeFt <= Aircraft().CeilingFt) {
+        m_state.AltitudeFt = *start.AltitudeFt;
+        if (start.AsksFirst)
+            m_orders.Air.AskAltitude(*start.AltitudeFt); // as the controller before cleared it
+    }
+}
+
+std::string Pilot::FirstCall() const
+{
+    const std::string where = PositionText(Report(), m_planner.Scene());
+    if (Phase() != PilotPhase::Airborne)
+        return "hello, at the stand, request pushback and taxi";
+    const std::string wish = Destination() != nullptr ? ", landing " + Destination()->Icao : std::string();
+    return "hello, " + where + ", " + PresentAltitudeText(m_state.AltitudeFt) + wish;
+}
+
+std::string Pilot::Request() const
+{
+    const GroundRun& ground = m_orders.Ground;
+    if (ground.WaitsAtStand())
+        return "request taxi";
+    if (ground.WaitsAtRunway())
+        return "holding short runway " + ground.Runway()->Name + ", ready for departure";
+    return {};
+}
+
 void Pilot::BeginParked(PracticeRandom& random)
 {
     constexpr double LongestFirstWaitS = 90;

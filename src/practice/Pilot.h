@@ -8,11 +8,23 @@ namespace corvane {
 /// How a pilot begins.
 enum class Scenario : std::uint8_t { Departure, Arrival, Cruise, Pattern };
 
+/// Where a pilot begins that is planned; what is not said is as the pilot's own plan has it.
+struct PilotStart {
+    const PracticeAirport* Airport = nullptr; ///< on whose ground it stands; null: in the air
+    const PracticeAirport* Destination = nullptr;
+    LatLon Position; ///< in the air
+    std::optional<double> AltitudeFt;
+    bool AsksFirst = false; ///< on the ground it waits for the controller's word
+};
+
 /// A simulated pilot: plans flights between the scene's airports, flies them within the limits of the aircraft, and
 /// obeys a controller. Knows nothing of sessions. The scene and the grid must outlive it.
 class Pilot {
 public:
     Pilot(const PracticeScene& scene, const MagVarGrid& grid, AircraftKind kind, Scenario scenario,
+          PracticeRandom& random);
+
+    Pilot(const PracticeScene& scene, const MagVarGrid& grid, AircraftKind kind, const PilotStart& start,
           PracticeRandom& random);
 
     /// Lives one step of StepS seconds.
@@ -21,6 +33,11 @@ public:
     std::string Obey(std::span<const Instruction> instructions);
     /// What is said to a line that made no sense.
     std::string NotUnderstood() { return m_lastSaid = "say again"; }
+
+    /// What it says when it comes: where it is and what it wants.
+    [[nodiscard]] std::string FirstCall() const;
+    /// What it waits for; empty while it waits for nothing.
+    [[nodiscard]] std::string Request() const;
 
     [[nodiscard]] ReportedPosition Report() const noexcept;
     [[nodiscard]] const FlightState& State() const noexcept { return m_state; }

@@ -48,6 +48,8 @@ public:
 
     std::optional<Pilot> Flying;
     bool Admitted = false;
+    bool Silent = false;         ///< hears nothing and answers nothing
+    double ReadBackErrors = 0;   ///< share of the instructions that are taken wrongly
     bool ShortPositions = false; ///< PositionShort instead of PositionFull
     double WaitingS = 0;         ///< for admission, since the last attempt
     int Attempts = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "practice/PracticeScenario.h"
+
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace corvane {
@@ -17,8 +20,9 @@ struct PracticeOptions {
     /// Every member on a peer of its own, which joins by itself; otherwise all are players of the host's peer, as on a
     /// machine that takes part in a network session with several players.
     bool PeerForEach = true;
-    bool ComeAndGo = true;           ///< members join, leave, rename themselves and change their position messages
-    double HostStaysS = 2 * 3600;    ///< the host leaves some time after that, if it may; below 0: never
-    double ShortPositionShare = 0.1; ///< of the pilots: those that send PositionShort
+    bool ComeAndGo = true;        ///< members join, leave, rename themselves and change their position messages
+    double HostStaysS = 2 * 3600; ///< the host leaves some time after that, if it may; below 0: never
+    std::optional<PracticeScenario> Scenario = {}; ///< who flies, instead of so many pilots who come and go
+    double ShortPositionShare = 0.1;               ///< of the pilots: those that send PositionShort
 };
 } // namespace corvane

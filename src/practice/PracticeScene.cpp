@@ -147,6 +147,19 @@ PracticeScene::PracticeScene(std::span<const AirportRecord> airports, std::span<
                 m_fixes.push_back({ToUpper(TrimSpaces(navaid.Ident)), {navaid.Lat, navaid.Lon}});
 }
 
+const PracticeAirport* PracticeScene::MainAirport(double lengthFt) const noexcept
+{
+    const PracticeAirport* main = nullptr;
+    double mainNm = 25;
+    for (const PracticeAirport& airport : m_airports)
+        if (const double nm = RangeNm(m_center, airport.Position);
+            nm < mainNm && airport.RunwayInUse(lengthFt) != nullptr) {
+            main = &airport;
+            mainNm = nm;
+        }
+    return main;
+}
+
 const PracticeAirport* PracticeScene::FindAirport(std::string_view icao) const noexcept
 {
     const auto found = std::find_if(m_airports.begin(), m_airports.end(),

@@ -54,6 +54,8 @@ public:
 
     [[nodiscard]] LatLon Center() const noexcept { return m_center; }
     [[nodiscard]] const std::vector<PracticeAirport>& Airports() const noexcept { return m_airports; }
+    /// The airport in the middle, of those with a runway of a length; null when none is near.
+    [[nodiscard]] const PracticeAirport* MainAirport(double lengthFt) const noexcept;
     /// By ICAO code in capitals; null when there is none.
     [[nodiscard]] const PracticeAirport* FindAirport(std::string_view icao) const noexcept;
     /// The airport, VOR or NDB of a name in capitals that is nearest to a position; null when there is none.

@@ -23,6 +23,14 @@ PracticeSession::PracticeSession(SessionPeerFactory& factory, PracticeScene scen
       m_traffic(m_scene, grid)
 {
     constexpr std::int32_t RoomForOthers = 8;
+    if (m_options.Scenario) {
+        m_options.Pilots = static_cast<int>(m_options.Scenario->Aircraft.size());
+        m_options.Observers = 0;
+        m_options.ComeAndGo = false;
+        if (m_options.HostName.empty())
+            m_options.HostName = "Instructor";
+        m_director.emplace(*m_options.Scenario, m_scene, grid);
+    }
     if (m_options.MaxPlayers <= 0)
         m_options.MaxPlayers = m_options.Pilots + m_options.Observers + 1 + RoomForOthers;
 }
@@ -120,7 +128,7 @@ Result<void> PracticeSession::Open()
 {
     if (const auto opened = OpenAsHost(); !opened)
         return opened.error();
-    while (m_crew.Count(true) < m_options.Pilots && MayJoin()) {
+    while (!m_director && m_crew.Count(true) < m_options.Pilots && MayJoin()) {
         const std::size_t before = Members().size();
         JoinPilot();
         if (Members().size() == before)
@@ -198,15 +206,28 @@ void PracticeSession::Advance(double nowS)
     m_crew.RemoveLost();
 }
 
+/// One that errs takes another number, and reads back what it took.
+static void Mishear(std::vector<Instruction>& instructions)
+{
+    for (Instruction& instruction : instructions) {
+        if (instruction.Kind == InstructionKind::Heading)
+            instruction.Number = (instruction.Number + 9) % 360 + 1;
+        else if (instruction.Kind == InstructionKind::Altitude)
+            instruction.Number += 1000 * (instruction.Change < 0 ? -1 : 1);
+    }
+}
+
 /// One line a second is read and answered, as long as a pilot takes to say it.
-static void AnswerChat(PracticeMember& member)
+void PracticeSession::AnswerChat(PracticeMember& member)
 {
     const auto line = member.TakeLine();
-    if (!line || !member.Admitted)
+    if (!line || !member.Admitted || member.Silent)
         return;
     std::string answer = "go ahead";
     if (!line->empty()) {
-        const ParsedLine parsed = ParseInstructions(*line);
+        ParsedLine parsed = ParseInstructions(*line);
+        if (member.ReadBackErrors > 0 && m_random.Chance(member.ReadBackErrors))
+            Mishear(parsed.Instructions);
         answer = parsed.Understood ? member.Flying->Obey(parsed.Instructions) : member.Flying->NotUnderstood();
     }
     member.Say(answer + ", " + member.Name());
@@ -224,6 +245,11 @@ void PracticeSession::LiveOneStep()
         if (const auto call = member->Flying->TakeRadioCall(); call && member->Admitted)
             member->Say(*call + ", " + member->Name());
     }
+    if (m_director)
+        m_director->Step(m_crew, m_random, [this](std::string name, Pilot pilot) {
+            if (MayJoin())
+                static_cast<void>(Join(std::move(name), std::move(pilot)));
+        });
     if (m_options.ComeAndGo)
         PracticeUpkeep(m_crew, m_options, m_random)
             .Step({[this] { return MayJoin(); }, [this] { JoinPilot(); }, [this] { JoinObserver(); }});

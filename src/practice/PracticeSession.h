@@ -2,6 +2,7 @@
 
 #include "practice/PracticeCrew.h"
 #include "practice/PracticeOptions.h"
+#include "practice/ScenarioDirector.h"
 #include "practice/TrafficMaker.h"
 
 #include <memory>
@@ -55,6 +56,7 @@ private:
 
     // Living
     void LiveOneStep();
+    void AnswerChat(PracticeMember& member);
     void AskForAdmissionAgain();
     [[nodiscard]] bool MayJoin() const noexcept;
 
@@ -67,6 +69,7 @@ private:
 
     TrafficMaker m_traffic;
     PracticeCrew m_crew;
+    std::optional<ScenarioDirector> m_director;
     std::optional<double> m_clockS; ///< lived up to here
 };
 } // namespace corvane
