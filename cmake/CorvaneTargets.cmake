@@ -4,11 +4,14 @@
 add_library(corvane_options INTERFACE)
 target_include_directories(corvane_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
 target_compile_options(corvane_options INTERFACE
-  -Wall -Wextra -Wconversion -Wshadow -Werror -ffp-contract=off -fno-math-errno
+  -Wall -Wextra -Wconversion -Wshadow -ffp-contract=off -fno-math-errno
   "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=") # no program names the folder that it was built in
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 takes additions of short strings for copies that overlap or have no end in optimised builds.
   target_compile_options(corvane_options INTERFACE -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
+endif()
+if(CORVANE_WARNINGS_ARE_ERRORS)
+  target_compile_options(corvane_options INTERFACE -Werror)
 endif()
 if(WIN32)
   # Windows 10, and no macros named min and max.
