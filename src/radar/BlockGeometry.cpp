@@ -31,16 +31,23 @@ std::span<const std::int32_t> LeaderDirections() noexcept
     return NearestToNine;
 }
 
-static std::int32_t EighthOfTurn(std::int32_t direction) noexcept
+std::size_t EighthOfTurn(std::int32_t direction) noexcept
 {
-    const auto* const found = std::ranges::find(ClockwiseFromUp, direction);
-    assert(found != ClockwiseFromUp.end());
-    return static_cast<std::int32_t>(found - ClockwiseFromUp.begin());
+    constexpr std::array<std::uint8_t, 10> Eighths = {0, 5, 4, 3, 6, 0, 2, 7, 0, 1}; // by direction
+    assert(direction >= 1 && direction <= 9 && direction != 5);
+    return Eighths[static_cast<std::size_t>(direction)];
+}
+
+std::int32_t DirectionAtEighth(std::size_t eighth) noexcept
+{
+    assert(eighth < ClockwiseFromUp.size());
+    return ClockwiseFromUp[eighth];
 }
 
 std::int32_t StepsApart(std::int32_t direction1, std::int32_t direction2) noexcept
 {
-    const std::int32_t apart = std::abs(EighthOfTurn(direction1) - EighthOfTurn(direction2));
+    const std::int32_t apart = std::abs(static_cast<std::int32_t>(EighthOfTurn(direction1)) -
+                                        static_cast<std::int32_t>(EighthOfTurn(direction2)));
     return std::min(apart, 8 - apart);
 }
 
@@ -75,30 +82,5 @@ ScopePoint NearestPoint(const PixelBox& box, ScopePoint target) noexcept
 {
     return {std::clamp(target.X, box.Left, std::max(box.Left, box.Right)),
             std::clamp(target.Y, box.Top, std::max(box.Top, box.Bottom))};
-}
-
-/// Narrows the part [first, last] of a line to what lies on one side of an edge; false where nothing is left.
-static bool ClipPart(double delta, double distance, double& first, double& last) noexcept
-{
-    if (delta == 0)
-        return distance >= 0;
-    const double at = distance / delta;
-    if (delta < 0)
-        first = std::max(first, at);
-    else
-        last = std::min(last, at);
-    return first <= last;
-}
-
-bool LineMeetsBox(ScopePoint from, ScopePoint to, const PixelBox& box) noexcept
-{
-    const double dx = static_cast<double>(to.X) - from.X;
-    const double dy = static_cast<double>(to.Y) - from.Y;
-    double first = 0;
-    double last = 1;
-    return ClipPart(-dx, static_cast<double>(from.X) - box.Left, first, last) &&
-           ClipPart(dx, static_cast<double>(box.Right) - 1 - from.X, first, last) &&
-           ClipPart(-dy, static_cast<double>(from.Y) - box.Top, first, last) &&
-           ClipPart(dy, static_cast<double>(box.Bottom) - 1 - from.Y, first, last);
 }
 } // namespace corvane

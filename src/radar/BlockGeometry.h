@@ -3,6 +3,7 @@
 #include "radar/Surface.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -51,8 +52,33 @@ constexpr std::int64_t SharedArea(const PixelBox& a, const PixelBox& b) noexcept
     return width > 0 && height > 0 ? width * height : 0;
 }
 
-/// Whether a line touches a box.
-bool LineMeetsBox(ScopePoint from, ScopePoint to, const PixelBox& box) noexcept;
+/// The smallest box around two others.
+constexpr PixelBox BoxAroundBoth(const PixelBox& a, const PixelBox& b) noexcept
+{
+    return {std::min(a.Left, b.Left), std::min(a.Top, b.Top), std::max(a.Right, b.Right), std::max(a.Bottom, b.Bottom)};
+}
+
+/// The smallest box around a line.
+constexpr PixelBox BoxAroundLine(ScopePoint from, ScopePoint to) noexcept
+{
+    return {std::min(from.X, to.X), std::min(from.Y, to.Y), std::max(from.X, to.X) + 1, std::max(from.Y, to.Y) + 1};
+}
+
+/// Whether a line touches a pixel of a box that is not empty: where the boxes of both meet, unless all corners lie on
+/// one side of the line. Exact in whole numbers, and without branches.
+constexpr bool LineMeetsBox(ScopePoint from, ScopePoint to, const PixelBox& box) noexcept
+{
+    const std::int64_t dx = std::int64_t{to.X} - from.X;
+    const std::int64_t dy = std::int64_t{to.Y} - from.Y;
+    const std::int64_t width = std::int64_t{box.Right} - 1 - box.Left;
+    const std::int64_t height = std::int64_t{box.Bottom} - 1 - box.Top;
+    // twice the way from the line's beginning to the box's middle
+    const std::int64_t across = std::int64_t{box.Left} + box.Right - 1 - 2 * std::int64_t{from.X};
+    const std::int64_t down = std::int64_t{box.Top} + box.Bottom - 1 - 2 * std::int64_t{from.Y};
+    const auto magnitude = [](std::int64_t number) { return number < 0 ? -number : number; };
+    const bool cuts = magnitude(dx * down - dy * across) <= magnitude(dx) * height + magnitude(dy) * width;
+    return (static_cast<unsigned>(Overlap(BoxAroundLine(from, to), box)) & static_cast<unsigned>(cuts)) != 0;
+}
 
 struct BlockSize {
     std::int32_t Width = 0;
@@ -62,6 +88,9 @@ struct BlockSize {
 
 /// The directions of a key pad without its middle, those next to 9 first, which is the usual place.
 std::span<const std::int32_t> LeaderDirections() noexcept;
+/// A direction as eighths of a turn, 0 .. 7 clockwise from 8, which is up; and the direction of so many.
+std::size_t EighthOfTurn(std::int32_t direction) noexcept;
+std::int32_t DirectionAtEighth(std::size_t eighth) noexcept;
 /// How many eighths of a turn two directions lie apart, 0 .. 4.
 std::int32_t StepsApart(std::int32_t direction1, std::int32_t direction2) noexcept;
 /// The direction in which a place lies from a target; 9 for the target's own place.

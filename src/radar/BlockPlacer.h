@@ -1,6 +1,7 @@
 #pragma once
 
 #include "radar/BlockGeometry.h"
+#include "radar/BlockNeighbours.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,14 +23,6 @@ struct BlockToPlace {
     ScopePoint Target;
     BlockSize Size; ///< empty: the target has no block
     std::optional<ManualPlace> Manual;
-};
-
-/// Where a block stands.
-struct BlockPlace {
-    std::int32_t Direction = 9;
-    PixelBox Box;
-    ScopePoint LeaderEnd;
-    bool operator==(const BlockPlace&) const = default;
 };
 
 /// What a block had better not cover, besides other blocks and the targets' dots.
@@ -97,13 +90,15 @@ private:
         bool IsDot = false;
     };
     struct Scene;
-    class Neighbours;
 
     void Recall(const Scene& scene);
-    [[nodiscard]] bool CoversNoteOrEdge(const Scene& scene, std::size_t index) const;
-    [[nodiscard]] bool Overlaps(const Scene& scene, std::size_t index) const;
+    [[nodiscard]] static bool CoversNoteOrEdge(const Scene& scene, const PixelBox& box);
+    [[nodiscard]] bool Covers(const Scene& scene, std::size_t index, const PixelBox& box) const;
+    [[nodiscard]] bool IsFree(const Scene& scene, std::size_t index, const PixelBox& box) const;
     void FindOverlaps();
     void JudgeOverlaps(const Scene& scene, double now, PlacementOccasion occasion);
+    void LookAround(const Scene& scene, std::size_t index);
+    [[nodiscard]] Seat CheapestSeat(const Scene& scene, std::size_t index);
     bool Improve(const Scene& scene, std::size_t index, bool stands);
     void Settle(const Scene& scene);
     void Remember(double now);
@@ -114,6 +109,8 @@ private:
     std::vector<BlockPlace> m_places;
     std::vector<PixelBox> m_boxes; ///< the places', side by side
     std::vector<PixelBox> m_dots;
+    std::vector<PixelBox> m_extents; ///< each with its dot, block and leader
+    BlockNeighbours m_neighbours;    ///< of the block that looks for a place
     std::vector<Swept> m_sweep;
     std::vector<std::uint8_t> m_overlapping; ///< by block
 };
