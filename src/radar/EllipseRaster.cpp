@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 
 namespace corvane {
 namespace {
@@ -165,9 +167,37 @@ static void FillEllipse(PixelImage& image, const EllipseShape& shape, Color colo
     }
 }
 
+/// Whether an ellipse is a circle of radius 1 in a thin solid line, as trails have by the thousand.
+static bool IsTrailDot(const DrawState& state, ScopePoint corner1, ScopePoint corner2, double scale) noexcept
+{
+    const auto apart = [](std::int32_t a, std::int32_t b) { return std::abs(std::int64_t{a} - b); };
+    return scale == 1 && state.PenWidth <= 1 && state.Style == PenStyle::Solid && apart(corner1.X, corner2.X) == 2 &&
+           apart(corner1.Y, corner2.Y) == 2;
+}
+
+/// The five pixels that the walk around such a circle comes to as well.
+static void RasterTrailDot(PixelImage& image, const DrawState& state, std::int64_t x, std::int64_t y) noexcept
+{
+    if (state.FillSolid) {
+        DrawState fill;
+        fill.PenColor = state.FillColor;
+        PixelPen(image, fill, 1).Put(x, y, 0);
+    }
+    PixelPen pen(image, state, 1);
+    pen.Put(x - 1, y, 0);
+    pen.Put(x + 1, y, 0);
+    pen.Put(x, y - 1, 0);
+    pen.Put(x, y + 1, 0);
+}
+
 void RasterEllipse(PixelImage& image, const DrawState& state, ScopePoint corner1, ScopePoint corner2,
                    double scale) noexcept
 {
+    if (IsTrailDot(state, corner1, corner2, scale)) {
+        RasterTrailDot(image, state, (std::int64_t{corner1.X} + corner2.X) / 2,
+                       (std::int64_t{corner1.Y} + corner2.Y) / 2);
+        return;
+    }
     if (corner1.X == corner2.X || corner1.Y == corner2.Y) {
         RasterLine(image, state, corner1, corner2, scale);
         return;

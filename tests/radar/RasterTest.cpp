@@ -115,6 +115,10 @@ TEST(RasterEllipse, SmallDotsAreRound)
     PixelImage image(7, 7);
     RasterEllipse(image, state, {1, 5}, {5, 1}); // lower left corner first, as dots come
     EXPECT_THAT(Rows(image), ElementsAre(".......", "..###..", ".#+++#.", ".#+++#.", ".#+++#.", "..###..", "......."));
+    PixelImage dots(6, 4); // of trails, one of them across the corner
+    RasterEllipse(dots, state, {2, 3}, {4, 1});
+    RasterEllipse(dots, state, {-1, 1}, {1, -1});
+    EXPECT_THAT(Rows(dots), ElementsAre("+#....", "#..#..", "..#+#.", "...#.."));
     PixelImage outline(11, 11);
     RasterEllipse(outline, {}, {0, 10}, {10, 0});
     EXPECT_THAT(Rows(outline),
