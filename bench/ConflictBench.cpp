@@ -6,8 +6,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <ctime>
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -42,6 +45,31 @@ void SearchForConflicts(benchmark::State& state)
     state.counters["conflicts"] = static_cast<double>(found);
 }
 BENCHMARK(SearchForConflicts)->Arg(250)->Arg(500)->Arg(1000)->Arg(2000)->Unit(benchmark::kMicrosecond);
+
+/// Twice the targets beside the half in the same moments, each by its shortest search: what shows whether the search
+/// is linear, whatever else the machine does meanwhile.
+void SearchGrowth(benchmark::State& state)
+{
+    const AlertOptions options;
+    const auto shortestMs = [&](ConflictSearch& search, const std::vector<Mover>& movers, double soFar) {
+        const std::clock_t begin = std::clock();
+        benchmark::DoNotOptimize(search.Find(movers, options).size());
+        return std::min(soFar, static_cast<double>(std::clock() - begin) * 1000 / CLOCKS_PER_SEC);
+    };
+    const std::vector<Mover> half = SkyOf(1000);
+    const std::vector<Mover> whole = SkyOf(2000);
+    ConflictSearch ofHalf;
+    ConflictSearch ofWhole;
+    double halfMs = std::numeric_limits<double>::max();
+    double wholeMs = halfMs;
+    for (auto iteration : state) {
+        halfMs = shortestMs(ofHalf, half, halfMs);
+        wholeMs = shortestMs(ofWhole, whole, wholeMs);
+    }
+    state.counters["of_1000_ms"] = halfMs;
+    state.counters["of_2000_ms"] = wholeMs;
+}
+BENCHMARK(SearchGrowth)->Iterations(200)->Unit(benchmark::kMicrosecond);
 
 void TryAllPairs(benchmark::State& state)
 {

@@ -297,6 +297,8 @@ DisplayOptions EverythingOn()
 {
     DisplayOptions options = ModernDisplay();
     options.Blocks = BlockContent::Full;
+    options.HistoryDots = 30;
+    options.HistorySeconds = 2;
     options.PredictionMinutes = 5;
     options.CeilingFt = 60000;
     return options;
