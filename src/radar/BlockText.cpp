@@ -39,6 +39,19 @@ static std::string FlightPlanLine(const PlayerRecord& target)
     return line;
 }
 
+static std::string RadioLine(const MemberRadio& radio)
+{
+    constexpr std::int32_t KhzPerMhz = 1000;
+    std::string line;
+    if (radio.Squawk)
+        line = PaddedNumber(*radio.Squawk, 4);
+    if (radio.FrequencyKhz)
+        line.append(line.empty() ? "" : " ")
+            .append(NumberText(*radio.FrequencyKhz / KhzPerMhz) + '.' +
+                    PaddedNumber(*radio.FrequencyKhz % KhzPerMhz, 3));
+    return line;
+}
+
 static void AddCompactLines(BlockText& block, const PlayerRecord& target, const BlockSubject& subject)
 {
     block.BeforeArrow = HundredsOfFeet(target.AltitudeFt);
@@ -72,8 +85,9 @@ BlockText WriteBlock(const PlayerRecord& target, const BlockSubject& subject, co
         AddCompactLines(block, target, subject);
     }
     if (options.Blocks == BlockContent::Full)
-        if (std::string line = FlightPlanLine(target); !line.empty())
-            block.Lines.push_back(std::move(line));
+        for (const std::string& line : {FlightPlanLine(target), RadioLine(subject.Radio)})
+            if (!line.empty())
+                block.Lines.push_back(line);
     if (subject.LowAltitude)
         block.Lines.push_back("LOW " + HundredsOfFeet(target.AltitudeFt) + " MIN " +
                               HundredsOfFeet(target.MinimumAltitudeFt));

@@ -3,6 +3,7 @@
 #include "radar/BlockGeometry.h"
 #include "radar/DisplayOptions.h"
 #include "radar/Surface.h"
+#include "session/MemberRadio.h"
 #include "session/PlayerTable.h"
 #include "tracks/Track.h"
 
@@ -25,11 +26,13 @@ struct BlockSubject {
     TrackTrend Trend = TrackTrend::Level;
     bool OnGround = false;
     bool LowAltitude = false; ///< a line of the altitude and its minimum is added
+    MemberRadio Radio = {};
 };
 
 /// Writes a target's block. Compact: the callsign; "072   25", hundreds of feet, a gap for the arrow, and tens of
-/// knots. Full: also "B738 KSEA 330", type, destination and hundreds of feet of cruise altitude, as far as they are
-/// known. Names that people give themselves are cut after some two dozen characters.
+/// knots. Full: also "B738 KSEA 330", type, destination and hundreds of feet of cruise altitude, and "4321 118.300",
+/// transponder code and frequency, as far as they are known. Names that people give themselves are cut after some two
+/// dozen characters.
 BlockText WriteBlock(const PlayerRecord& target, const BlockSubject& subject, const DisplayOptions& options);
 
 BlockSize MeasureBlock(const BlockText& text, const Surface& surface);

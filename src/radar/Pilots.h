@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/MemberRadio.h"
 #include "session/PlayerTable.h"
 
 #include <cstdint>
@@ -12,6 +13,7 @@ namespace corvane {
 struct Pilots {
     std::span<PlayerRecord> Players; ///< in table order; only the drawing of targets writes, their MinimumAltitudeFt
     std::int32_t OwnPlayerId = 0;
-    std::string_view OwnName; ///< the controller's own friendly name in the session
+    std::string_view OwnName;             ///< the controller's own friendly name in the session
+    const MemberRadios* Radios = nullptr; ///< null: nobody knows them
 };
 } // namespace corvane

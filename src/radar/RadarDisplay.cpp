@@ -320,7 +320,7 @@ template <class Call> void RadarDisplay::WithFrame(const Call& call)
 {
     const MapScene scene = Scene();
     const std::string ownName = OwnName();
-    const Pilots members{m_sources.Players.Players(), m_sources.Session.OwnPlayerId, ownName};
+    const Pilots members{m_sources.Players.Players(), m_sources.Session.OwnPlayerId, ownName, m_sources.Radios};
     call(TargetDisplay::Frame{scene, members, m_options, m_focus, m_painter.Scope(), m_now});
 }
 

@@ -6,6 +6,7 @@
 #include "radar/RedrawCycle.h"
 #include "radar/TargetDisplay.h"
 #include "radar/TargetHand.h"
+#include "session/MemberRadio.h"
 #include "session/SessionState.h"
 
 #include <cstdint>
@@ -20,6 +21,7 @@ struct RadarSources {
     const DisplayFlags& Flags;
     const SessionState& Session;
     PlayerTable& Players;
+    const MemberRadios* Radios = nullptr; ///< null: nobody knows them
 };
 
 /// The radar scope as a person works it, without the window: its view, its pointer, and its picture.

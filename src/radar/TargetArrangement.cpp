@@ -45,6 +45,12 @@ private:
         return m_sources.Members.Players[pilot.Slot];
     }
 
+    [[nodiscard]] MemberRadio RadioOf(const PlayerRecord& target) const
+    {
+        const MemberRadios* const radios = m_sources.Members.Radios;
+        return radios == nullptr ? MemberRadio() : radios->RadioOf(target.PlayerId);
+    }
+
     [[nodiscard]] bool Filtered(const PlayerRecord& target) const noexcept
     {
         return target.AltitudeFt < m_sources.Options.FloorFt || target.AltitudeFt > m_sources.Options.CeilingFt;
@@ -67,10 +73,11 @@ private:
         if (pilot.Track)
             AddTrack(mark, target, *pilot.Track);
         if (!mark.Small)
-            mark.Block = WriteBlock(target,
-                                    {pilot.Track ? pilot.Track->Trend : TrackTrend::Level,
-                                     StandsOnGround(target, m_sources.Monitor.Airports()), mark.LowAltitude},
-                                    m_sources.Options);
+            mark.Block =
+                WriteBlock(target,
+                           {pilot.Track ? pilot.Track->Trend : TrackTrend::Level,
+                            StandsOnGround(target, m_sources.Monitor.Airports()), mark.LowAltitude, RadioOf(target)},
+                           m_sources.Options);
     }
 
     void AddTrack(TargetMark& mark, const PlayerRecord& target, const TrackState& track)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/SessionPeer.h"
+#include "session/MemberRadio.h"
 #include "traffic/TrafficEvents.h"
 
 #include <optional>
@@ -17,12 +17,19 @@ struct TrafficDetails {
 };
 
 /// The details of a session's members, by player id. Empty in sessions that have no source behind them.
-class TrafficDetailsTable {
+class TrafficDetailsTable final : public MemberRadios {
 public:
     [[nodiscard]] const TrafficDetails* Find(PlayerId member) const noexcept
     {
         const auto found = m_details.find(member);
         return found == m_details.end() ? nullptr : &found->second;
+    }
+    [[nodiscard]] MemberRadio RadioOf(PlayerId member) const override
+    {
+        const TrafficDetails* const details = Find(member);
+        if (details == nullptr || !details->Report)
+            return {};
+        return {details->Report->Squawk, details->Report->FrequencyKhz};
     }
     TrafficDetails& Of(PlayerId member) { return m_details[member]; }
     void Forget(PlayerId member) { m_details.erase(member); }

@@ -44,7 +44,7 @@ protected:
             if (player.Name != silent)
                 Display->Report(player, now);
         const MapScene scene{Area, *Grid, View, Flags};
-        const Pilots members{Players, 1, "**ATC"};
+        const Pilots members{Players, 1, "**ATC", Radios};
         Display->Refresh({scene, members, Options, Focus, Surface, now});
     }
     std::vector<std::string> Drawn()
@@ -62,6 +62,7 @@ protected:
     DisplayFlags Flags;
     DisplayOptions Options = ModernDisplay();
     TargetFocus Focus;
+    const MemberRadios* Radios = nullptr;
     RecordingSurface Surface;
     std::vector<PlayerRecord> Players;
     std::unique_ptr<TargetDisplay> Display = std::make_unique<TargetDisplay>(*Grid);
@@ -90,6 +91,16 @@ struct ContentCase {
     std::int16_t SpeedKt;
     std::int32_t AltitudeFt;
     std::vector<std::string> Lines;
+    MemberRadio Radio = {};
+};
+/// Everybody has the same.
+class OneRadio final : public MemberRadios {
+public:
+    explicit OneRadio(MemberRadio radio) : m_radio(radio) {}
+    [[nodiscard]] MemberRadio RadioOf(PlayerId /*member*/) const override { return m_radio; }
+
+private:
+    MemberRadio m_radio;
 };
 class BlockContents : public TargetDisplayTest, public testing::WithParamInterface<ContentCase> {};
 TEST_P(BlockContents, FollowTheOptions)
@@ -109,6 +120,8 @@ TEST_P(BlockContents, FollowTheOptions)
     if (const std::string set = GetParam().Set; !set.empty()) {
         ASSERT_TRUE(SetDisplayOption(Options, set));
     }
+    const OneRadio radio(GetParam().Radio);
+    Radios = &radio;
     Refresh(0);
     EXPECT_EQ(Mark(0).Block.Lines, GetParam().Lines);
 }
@@ -119,6 +132,15 @@ INSTANTIATE_TEST_SUITE_P(
         ContentCase{"HalvesToEven", "", 245, 7250, {"N1", "072   24"}},
         ContentCase{"BelowTheSea", "", 95, -120, {"N1", "-01   10"}},
         ContentCase{"Full", "Blocks=full", 250, 35000, {"N1", "350   25", "B738 KSEA 240"}},
+        ContentCase{"FullWithItsRadios",
+                    "Blocks=full",
+                    250,
+                    35000,
+                    {"N1", "350   25", "B738 KSEA 240", "0021 118.050"},
+                    {21, 118050}},
+        ContentCase{
+            "FullWithACode", "Blocks=full", 250, 35000, {"N1", "350   25", "B738 KSEA 240", "7000"}, {7000, {}}},
+        ContentCase{"CompactWithItsRadios", "", 250, 7249, {"N1", "072   25"}, {21, 118050}},
         ContentCase{
             "Classic", "Blocks=classic", 250, 35000, {"N1  Hdg: 90*  Alt: 35000ft", "GS: 250kts  Min Alt: -None-"}},
         ContentCase{"OnTheGround", "", 39, 700, {"N1"}}, ContentCase{"FortyKnots", "", 40, 700, {"N1", "007   04"}},

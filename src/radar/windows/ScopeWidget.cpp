@@ -4,6 +4,7 @@
 #include "radar/RadarDisplay.h"
 #include "radar/paint/QtRaster.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -97,11 +98,13 @@ void ScopeWidget::leaveEvent(QEvent* event)
     emit PointerMoved();
 }
 
-/// Where targets can be selected, the Tab key goes from one to the next.
-bool ScopeWidget::focusNextPrevChild(bool next)
+/// Where targets can be selected, the Tab key goes from one to the next. It is caught before it can move the focus, which
+/// moves for other reasons as well.
+bool ScopeWidget::TakeTab(const QKeyEvent& event)
 {
-    if (!next || m_display == nullptr || m_display->Classic())
-        return QWidget::focusNextPrevChild(next);
+    if (event.key() != Qt::Key_Tab || event.modifiers() != Qt::NoModifier || m_display == nullptr ||
+        m_display->Classic())
+        return false;
     m_display->SelectNext();
     update();
     return true;
@@ -121,6 +124,10 @@ void ScopeWidget::EndMeasuring()
 bool ScopeWidget::event(QEvent* event)
 {
     switch (event->type()) {
+    case QEvent::KeyPress:
+        if (TakeTab(*static_cast<QKeyEvent*>(event)))
+            return true;
+        break;
     case QEvent::WindowBlocked:
     case QEvent::Hide: EndMeasuring(); break;
     default: break;

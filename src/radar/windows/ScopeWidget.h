@@ -43,10 +43,11 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    bool TakeTab(const QKeyEvent& event);
+
     RadarDisplay* m_display = nullptr;
     double m_density = 1;
     int m_wheelDelta = 0; ///< turned so far towards the next notch
