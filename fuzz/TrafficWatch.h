@@ -53,6 +53,11 @@ private:
         Demand(m_there.contains(told.Key));
     }
     void Check(const AircraftSaid& told) { Demand(m_there.contains(told.Key) && told.Text.size() <= TrafficLineLimit); }
+    static void Check(const OutsiderSaid& told)
+    {
+        CheckName(told.Name);
+        Demand(told.Text.size() <= TrafficLineLimit);
+    }
     void Check(const AircraftVanished& told) { Demand(m_there.erase(told.Key) == 1); }
     void Check(const SourceNotice& /*told*/) {}
 

@@ -83,8 +83,12 @@ void NearestTraffic::Take(AircraftRenamed&& event)
 void NearestTraffic::Take(AircraftSaid&& event)
 {
     const auto found = m_aircraft.find(event.Key);
-    if (found != m_aircraft.end() && found->second.LetThrough)
+    if (found == m_aircraft.end())
+        return;
+    if (found->second.LetThrough)
         m_events.emplace_back(std::move(event));
+    else
+        m_events.emplace_back(OutsiderSaid{found->second.Appeared.Name, std::move(event.Text)});
 }
 
 void NearestTraffic::Take(const AircraftVanished& event)

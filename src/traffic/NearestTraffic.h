@@ -26,7 +26,7 @@ struct NearestTrafficOptions {
 
 /// Lets only a part of another feed through: the aircraft around a place, and of these the nearest where they are too
 /// many. Who is in stays in until it is a tenth farther away than one that is not would have to be, so that nobody
-/// comes and goes along the border. What an aircraft that is not let through says or does is not told.
+/// comes and goes along the border. Of an aircraft that is not let through nothing is told but what it says.
 class NearestTraffic final : public TrafficFeed {
 public:
     NearestTraffic(std::unique_ptr<TrafficFeed> feed, NearestTrafficOptions options);
@@ -50,6 +50,7 @@ private:
     void Take(AircraftMoved&& event);
     void Take(AircraftRenamed&& event);
     void Take(AircraftSaid&& event);
+    void Take(OutsiderSaid&& event) { m_events.emplace_back(std::move(event)); }
     void Take(const AircraftVanished& event);
     void Take(SourceNotice&& event) { m_events.emplace_back(std::move(event)); }
 

@@ -47,6 +47,11 @@ struct AircraftSaid {
     TrafficKey Key = 0;
     std::string Text;
 };
+/// A line of somebody who is heard, but of whom nothing else is told: there are too many, or they are too far away.
+struct OutsiderSaid {
+    std::string Name;
+    std::string Text;
+};
 struct AircraftVanished {
     TrafficKey Key = 0;
 };
@@ -56,8 +61,8 @@ struct SourceNotice {
 };
 
 /// What a source tells. An aircraft appears before anything else is told of it, and nothing is told after it vanished.
-using TrafficEvent =
-    std::variant<AircraftAppeared, AircraftMoved, AircraftRenamed, AircraftSaid, AircraftVanished, SourceNotice>;
+using TrafficEvent = std::variant<AircraftAppeared, AircraftMoved, AircraftRenamed, AircraftSaid, OutsiderSaid,
+                                  AircraftVanished, SourceNotice>;
 using TrafficEvents = std::vector<TrafficEvent>;
 
 /// Most characters of a name and of a line; sources cut what is longer.

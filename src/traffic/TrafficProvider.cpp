@@ -10,15 +10,29 @@
 
 namespace corvane {
 namespace {
-/// The program's end of a session in memory, which it keeps going.
+/// Where a session takes place: a network that others are on as well, or the memory of this program.
+class TrafficStage {
+public:
+    explicit TrafficStage(SessionPeerFactory* network) : m_network(network) {}
+
+    [[nodiscard]] bool OnNetwork() const noexcept { return m_network != nullptr; }
+    [[nodiscard]] SessionPeerFactory& Peers() noexcept { return m_network != nullptr ? *m_network : m_memory; }
+
+private:
+    InMemoryNetwork m_inMemory;
+    InMemoryProvider m_memory{m_inMemory};
+    SessionPeerFactory* m_network;
+};
+
+/// The program's end of a session which it keeps going.
 class TrafficPeer final : public ForwardingPeer {
 public:
     TrafficPeer(std::shared_ptr<const TrafficConnection> connection, std::shared_ptr<SessionPeer> own,
-                InMemoryProvider memory, TrafficDetailsTable& details)
+                std::shared_ptr<TrafficStage> stage, TrafficDetailsTable& details)
         : ForwardingPeer(std::move(own)),
           m_shared(std::move(connection)),
           m_connection(*m_shared),
-          m_memory(std::move(memory)),
+          m_stage(std::move(stage)),
           m_details(details)
     {
     }
@@ -41,7 +55,17 @@ public:
     {
         if (address != m_connection.Address)
             return Fail("InitializeConnection", "not an address of " + m_connection.Name);
-        return ForwardingPeer::InitializeConnection(InMemoryProvider::ConnectionAddress);
+        const auto connections = ForwardingPeer::GetDPEnumConnections();
+        if (!connections || connections->empty())
+            return Fail("InitializeConnection", "there is no connection for the session");
+        return ForwardingPeer::InitializeConnection(connections->front().Address);
+    }
+    Result<PlayerId> CreatePlayer(std::string_view friendlyName, std::string_view formalName) override
+    {
+        auto player = ForwardingPeer::CreatePlayer(friendlyName, formalName);
+        if (player && m_session)
+            m_session->SetController(*player);
+        return player;
     }
     Result<std::vector<SessionEntry>> GetDPEnumSessions(std::int32_t timeoutMs, std::uint32_t flags) override;
     Result<std::vector<SessionMember>> GetDPEnumPlayers() override
@@ -65,10 +89,10 @@ private:
 
     std::shared_ptr<const TrafficConnection> m_shared;
     const TrafficConnection& m_connection;
-    InMemoryProvider m_memory;
+    std::shared_ptr<TrafficStage> m_stage;
     TrafficDetailsTable& m_details;
     std::unique_ptr<TrafficFeed> m_feed;
-    std::unique_ptr<TrafficSession> m_session; ///< uses the feed and the memory
+    std::unique_ptr<TrafficSession> m_session; ///< uses the feed and the stage
     std::int64_t m_nextHealthMs = 0;
 };
 
@@ -113,7 +137,11 @@ Result<void> TrafficPeer::Begin()
     options.SessionName = m_feed->Name();
     options.HostName = m_connection.Name;
     options.OnNotice = m_connection.OnNotice;
-    auto session = TrafficSession::Create(m_memory, *m_feed, m_details, std::move(options));
+    if (m_stage->OnNetwork()) {
+        options.MaxPlayers = MostOnNetwork;
+        options.ShowMembers = true;
+    }
+    auto session = TrafficSession::Create(m_stage->Peers(), *m_feed, m_details, std::move(options));
     if (!session)
         return session.error();
     m_session = *std::move(session);
@@ -137,14 +165,12 @@ Result<void> TrafficPeer::Listen()
 
 Result<std::unique_ptr<SessionPeer>> TrafficProvider::DirectPlayCreate()
 {
-    const auto network = std::make_shared<InMemoryNetwork>();
-    InMemoryProvider memory(*network);
-    auto own = memory.DirectPlayCreate();
+    const auto stage = std::make_shared<TrafficStage>(m_connection->Network ? m_connection->Network() : nullptr);
+    auto own = stage->Peers().DirectPlayCreate();
     if (!own)
         return own;
-    // The network lasts as long as the last peer on it.
-    const std::shared_ptr<SessionPeer> lasting(own->release(), [network](SessionPeer* peer) { delete peer; });
-    return std::unique_ptr<SessionPeer>(
-        std::make_unique<TrafficPeer>(m_connection, lasting, std::move(memory), m_details));
+    // The stage lasts as long as the last peer on it.
+    const std::shared_ptr<SessionPeer> lasting(own->release(), [stage](SessionPeer* peer) { delete peer; });
+    return std::unique_ptr<SessionPeer>(std::make_unique<TrafficPeer>(m_connection, lasting, stage, m_details));
 }
 } // namespace corvane

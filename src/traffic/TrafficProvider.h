@@ -23,14 +23,17 @@ struct TrafficConnection {
     std::function<bool()> WhileWaiting = {};
     /// Of the link; none: they are lines of chat.
     std::function<void(std::string_view)> OnNotice = {};
+    /// Makes the peers of a session that other programs can join, too; null: it is this program's alone. Asked with
+    /// every look for sessions. None: always this program's alone.
+    std::function<SessionPeerFactory*()> Network = {};
     /// How the link is, in a few words, about once a second; empty when it has ended.
     std::function<void(std::string)> OnHealth = {};
 };
 
-/// Offers traffic from outside as a session of this program's own memory, in which its aircraft are members. A peer
-/// keeps its session going with every look for messages or members.
+/// Offers traffic from outside as a session, of this program's own memory or on a network, in which its aircraft are
+/// members. A peer keeps its session going with every look for messages or members.
 ///
-/// Its peers, of which each has a feed of its own, may outlive it, but not the details.
+/// Its peers, of which each has a feed of its own, may outlive it, but neither the details nor the network.
 class TrafficProvider final : public ConnectionProvider {
 public:
     /// details  of the members, for whoever shows them

@@ -1,6 +1,5 @@
 #include "traffic/TrafficQueue.h"
 
-#include <type_traits>
 #include <utility>
 
 namespace corvane {
@@ -21,17 +20,18 @@ static TrafficKey KeyOf(const TrafficEvent& event)
 {
     return std::visit(
         [](const auto& told) -> TrafficKey {
-            if constexpr (std::is_same_v<std::decay_t<decltype(told)>, SourceNotice>)
-                return 0;
-            else
+            if constexpr (requires { told.Key; })
                 return told.Key;
+            else
+                return 0;
         },
         event);
 }
 
 void TrafficQueue::Add(TrafficEvent& event)
 {
-    if (std::holds_alternative<SourceNotice>(event) || std::holds_alternative<AircraftSaid>(event))
+    if (std::holds_alternative<SourceNotice>(event) || std::holds_alternative<AircraftSaid>(event) ||
+        std::holds_alternative<OutsiderSaid>(event))
         return AddLine(event);
     const TrafficKey key = KeyOf(event);
     const auto [entry, isNew] = m_waiting.try_emplace(key);

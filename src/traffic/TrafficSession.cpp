@@ -102,7 +102,7 @@ void TrafficSession::SendToOthers(PlayerId from, ByteSpan message)
 {
     for (const auto& [id, other] : m_others)
         Send(from, id, message);
-    if (m_options.HostIsMember && from != m_hostId)
+    if (m_options.HostIsMember)
         Send(from, m_hostId, message);
 }
 } // namespace corvane

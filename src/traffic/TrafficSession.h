@@ -14,6 +14,9 @@
 #include <unordered_map>
 
 namespace corvane {
+/// Members of a session on a network at most, the host included.
+inline constexpr std::int32_t MostOnNetwork = 1000;
+
 /// Texts are Windows-1252.
 struct TrafficSessionOptions {
     std::string SessionName;
@@ -45,6 +48,9 @@ public:
 
     /// Answers what was received and does what the feed tells. An Error says how the session was lost.
     Result<void> Advance(std::int64_t nowMs);
+    /// Whose lines are told to the feed as they are, where those of others have the speaker's name before them: the
+    /// controller that this side is known by.
+    void SetController(PlayerId member) noexcept { m_controller = member; }
     /// Lets every member leave, the host last. Nothing happens afterwards.
     void End();
 
@@ -81,6 +87,7 @@ private:
     void Apply(const AircraftMoved& told);
     void Apply(const AircraftRenamed& told);
     void Apply(const AircraftSaid& told);
+    void Apply(const OutsiderSaid& told);
     void Apply(const AircraftVanished& told);
     void Apply(const SourceNotice& told);
     [[nodiscard]] bool HasPlace() const noexcept;
@@ -105,6 +112,7 @@ private:
     SessionEntry m_entry;
     std::shared_ptr<SessionPeer> m_peer; ///< until the end
     PlayerId m_hostId = 0;
+    PlayerId m_controller = 0; ///< 0: nobody
     std::int64_t m_nextLookMs = 0;
     std::unordered_map<TrafficKey, Aircraft> m_aircraft;
     std::unordered_map<PlayerId, TrafficKey> m_keys; ///< of the aircraft that have a player

@@ -104,7 +104,12 @@ void TrafficSession::Apply(const AircraftSaid& told)
     if (found->second.Id != 0)
         SendToOthers(found->second.Id, EncodeMessage(ChatTextMessage{told.Text}));
     else
-        SendToOthers(m_hostId, EncodeMessage(ChatTextMessage{found->second.Told.Name + ": " + told.Text}));
+        Apply(OutsiderSaid{found->second.Told.Name, told.Text});
+}
+
+void TrafficSession::Apply(const OutsiderSaid& told)
+{
+    SendToOthers(m_hostId, EncodeMessage(ChatTextMessage{told.Name + ": " + told.Text}));
 }
 
 void TrafficSession::Apply(const AircraftVanished& told)
@@ -195,7 +200,7 @@ void TrafficSession::HandleChat(const MessageHeader& header, const ReceivedMessa
         return;
     if (!m_feed.CanBeTalkedTo())
         return Notice("This traffic cannot be talked to: nobody has read \"" + chat->Text + "\".");
-    if (!m_options.ShowMembers)
+    if (!m_options.ShowMembers || message.From == m_controller)
         return m_feed.Tell(LineSaid{chat->Text});
     constexpr std::string_view ControllersMark = "**";
     std::string_view speaker = FindOther(message.From)->Name;

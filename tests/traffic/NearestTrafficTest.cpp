@@ -104,7 +104,7 @@ TEST_F(NearestOf, TakesTheNearestAndDoesNotLetThemFlicker)
     EXPECT_EQ(m_nearest->Health(), "well, 2 of them shown");
 }
 
-TEST_F(NearestOf, TellsNothingOfTheOthers)
+TEST_F(NearestOf, TellsNothingOfTheOthersButWhatTheySay)
 {
     Make(300, 10);
     Put(1, 10);
@@ -116,6 +116,7 @@ TEST_F(NearestOf, TellsNothingOfTheOthers)
     m_next.emplace_back(AircraftSaid{77, "nobody"});
     EXPECT_THAT(Shown(), ElementsAre("1"));
     EXPECT_THAT(m_sky.Notices, IsEmpty());
+    EXPECT_THAT(m_sky.OutsidersLines, ElementsAre("2: far"));
     Put(2, 20, true);
     EXPECT_THAT(Shown(), UnorderedElementsAre("1", "FAR")); // under the name that it has by now
     EXPECT_THAT(m_sky.Notices, ElementsAre("FAR reports an emergency and squawks 7700"));

@@ -41,6 +41,7 @@ public:
     }
 
     std::vector<std::string> Notices;
+    std::vector<std::string> OutsidersLines;
     int Disorder = 0; ///< events of aircraft that were not there, or were already
 
 private:
@@ -61,6 +62,7 @@ private:
             seen->Told.Name = told.Name;
     }
     void Take(const AircraftSaid& told) { Known(told.Key); }
+    void Take(const OutsiderSaid& told) { OutsidersLines.push_back(told.Name + ": " + told.Text); }
     void Take(const AircraftVanished& told)
     {
         if (Known(told.Key) != nullptr)

@@ -221,7 +221,12 @@ TEST(TrafficSession, TellsItsFeedOfTheOthersAndOfNobodyElse)
     // Five places: the host, Joe, one that stays free, and two aircraft. The third speaks through the host.
     EXPECT_THAT(watched.Names(),
                 testing::UnorderedElementsAre("KSEA_TW observer", "Joe player", "TEST01 player", "TEST02 player"));
-    EXPECT_THAT(watched.Lines, testing::UnorderedElementsAre("Joe: Hi", "TEST01: Hello", "TEST02: Hello"));
+    EXPECT_THAT(watched.Lines,
+                testing::UnorderedElementsAre("Joe: Hi", "TEST01: Hello", "TEST02: Hello", "KSEA_TW: TEST03: Hello"));
+    (*session)->SetController(id);
+    say(ChatTextMessage{"TEST01, radar contact"});
+    live(200);
+    EXPECT_EQ(play.Heard.back(), "TEST01, radar contact") << "whom its callsign stands for needs no name";
     play.Heard.clear();
     pilot->reset();
     live(6000);
