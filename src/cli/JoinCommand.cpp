@@ -185,10 +185,10 @@ void AddJoinCommand(CLI::App& app, const Console& console, CommandWork& work)
     AddFeedOutOption(*command, options->FeedOut);
     CLI::Option* const nickname = command->get_option("--nickname");
     command->callback([options, nickname, &console, &work] {
+        options->Traffic.BindAddress = options->Network.BindAddress;
         CheckTrafficOptions(options->Traffic);
         if (options->Traffic.HasPlace() && !options->Traffic.IsWanted())
             throw CLI::RequiredError("--flightgear or --feed");
-        options->Traffic.BindAddress = options->Network.BindAddress;
         if (nickname->empty() && !options->Traffic.Callsign.empty())
             options->Follow.Nickname = options->Traffic.Callsign;
         work = [options, &console] {

@@ -115,6 +115,8 @@ void CheckTrafficOptions(const TrafficOptions& options)
         throw CLI::RequiredError("--callsign");
     if (options.FlightGear.empty() && (!options.Callsign.empty() || options.ListenPort != 0))
         throw CLI::ValidationError("--callsign and --listen", "are for FlightGear alone");
+    if (options.Feed.starts_with("json:") && !options.Feed.starts_with("json:http://") && !options.BindAddress.empty())
+        throw CLI::ValidationError("--bind", "has no meaning for a file");
     if (!options.IsWanted() && (!options.Area.Airport.empty() || !options.Area.Sector.empty()))
         throw CLI::ValidationError("--airport and --sector", "are for other traffic alone");
 }
@@ -171,9 +173,10 @@ Result<OpenedTraffic> OpenTraffic(const TrafficOptions& options, const FolderOpt
         return area.error();
     if (!options.FlightGear.empty())
         return OpenFlightGear(options, *area);
-    const auto place = ParseFeedPlace(options.Feed);
+    auto place = ParseFeedPlace(options.Feed);
     if (!place)
         return place.error();
+    place->LocalAddress = options.BindAddress;
     const NearestTrafficOptions nearest{.Center = area->AreaCenter, .RadiusNm = options.RadiusNm, .Most = options.Most};
     return OpenedTraffic{.Feed = OpenAircraftFeed(*place, nearest),
                          .Address = place->Kind == FeedKind::JsonFile ? place->Path : place->Host,

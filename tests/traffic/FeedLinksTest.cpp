@@ -82,6 +82,26 @@ TEST(FeedLinks, AStreamThatBreaksIsOpenedAgain)
     EXPECT_NE(sky.Find("KLM1"), nullptr);
 }
 
+TEST(FeedLinks, AStreamComesFromTheAddressThatItIsBoundTo)
+{
+    const auto server = ServerAt(0);
+    const auto heardFrom = [&](const char* localAddress) {
+        FeedPlace place{FeedKind::BaseStation, "127.0.0.1", server->Port(), ""};
+        place.LocalAddress = localAddress;
+        const auto feed = OpenAircraftFeed(place, Around);
+        Sky sky;
+        const bool heard = Until([&] { return sky.Find("KLM1") != nullptr || !sky.Notices.empty(); },
+                                 [&] {
+                                     server->Send(server->Accept() ? OneLine : "");
+                                     sky.Take(feed->Take(0));
+                                 });
+        return heard && sky.Notices.empty();
+    };
+    EXPECT_TRUE(heardFrom("127.0.0.5"));
+    EXPECT_FALSE(heardFrom("192.0.2.1")) << "no address of this machine";
+    EXPECT_FALSE(heardFrom("::1")) << "of another kind than the host's";
+}
+
 TEST(FeedLinks, AFileIsReadAgainAndAgain)
 {
     const TemporaryFolder folder;

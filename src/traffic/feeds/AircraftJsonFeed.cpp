@@ -58,7 +58,8 @@ Result<AircraftJson> AircraftJsonFeed::Reading::ReadOnce() const
 {
     if (m_place.Kind == FeedKind::JsonFile)
         return ReadFile();
-    auto page = FetchWebPage({m_place.Host, m_place.Port, m_place.Path}, AircraftJson::LargestFile, m_stop);
+    auto page = FetchWebPage({m_place.Host, m_place.Port, m_place.Path, m_place.LocalAddress},
+                             AircraftJson::LargestFile, m_stop);
     if (!page)
         return page.error();
     return DecodeAircraftJson(*std::move(page), FeedPlaceText(m_place));

@@ -7,7 +7,7 @@
 
 namespace corvane {
 BaseStationFeed::BaseStationFeed(const FeedPlace& place)
-    : m_stream(place.Host, place.Port), m_report(Utf8ToWindows1252(FeedPlaceText(place)))
+    : m_stream(place.Host, place.Port, place.LocalAddress), m_report(Utf8ToWindows1252(FeedPlaceText(place)))
 {
 }
 

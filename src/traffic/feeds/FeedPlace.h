@@ -12,9 +12,10 @@ enum class FeedKind : std::uint8_t { BaseStation, JsonFile, JsonWeb };
 /// Where an aircraft feed comes from. Texts are UTF-8.
 struct FeedPlace {
     FeedKind Kind = FeedKind::BaseStation;
-    std::string Host;       ///< of BaseStation and JsonWeb: a name or an address, without brackets
-    std::uint16_t Port = 0; ///< of them
-    std::string Path;       ///< of JsonWeb, from its "/" on; of JsonFile: the file
+    std::string Host;              ///< of BaseStation and JsonWeb: a name or an address, without brackets
+    std::uint16_t Port = 0;        ///< of them
+    std::string Path;              ///< of JsonWeb, from its "/" on; of JsonFile: the file
+    std::string LocalAddress = {}; ///< of this machine, that the connection is made from; empty: any. Is not parsed
     bool operator==(const FeedPlace&) const = default;
 };
 

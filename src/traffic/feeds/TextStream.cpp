@@ -4,6 +4,7 @@
 #include <asio/io_context.hpp>
 #include <asio/ip/tcp.hpp>
 
+#include <algorithm>
 #include <array>
 #include <mutex>
 #include <thread>
@@ -38,8 +39,11 @@ struct TextStream::Names {
     std::vector<tcp::endpoint> Endpoints;
 };
 
-TextStream::TextStream(std::string host, std::uint16_t port)
-    : m_host(std::move(host)), m_port(port), m_sockets(std::make_unique<Sockets>())
+TextStream::TextStream(std::string host, std::uint16_t port, std::string localAddress)
+    : m_host(std::move(host)),
+      m_port(port),
+      m_localAddress(std::move(localAddress)),
+      m_sockets(std::make_unique<Sockets>())
 {
 }
 
@@ -116,11 +120,37 @@ void TextStream::Connect()
 {
     m_step = Step::Connecting;
     m_sockets->Connected.reset();
+    if (!m_localAddress.empty() && !m_sockets->Endpoints.empty())
+        return ConnectFromLocalAddress();
     asio::async_connect(m_sockets->Socket, m_sockets->Endpoints,
                         [sockets = m_sockets.get()](asio::error_code error, const tcp::endpoint& /*where*/) {
                             if (error != asio::error::operation_aborted)
                                 sockets->Connected = error;
                         });
+}
+
+/// To the first of the host's addresses that is of the same kind.
+void TextStream::ConnectFromLocalAddress()
+{
+    asio::error_code error;
+    const tcp::endpoint local(asio::ip::make_address(m_localAddress, error), 0);
+    const auto& places = m_sockets->Endpoints;
+    const auto to = std::find_if(places.begin(), places.end(),
+                                 [&](const tcp::endpoint& place) { return place.protocol() == local.protocol(); });
+    if (!error && to == places.end())
+        error = asio::error::address_family_not_supported;
+    if (!error)
+        m_sockets->Socket.open(local.protocol(), error);
+    if (!error)
+        m_sockets->Socket.bind(local, error);
+    if (error) {
+        m_sockets->Connected = error;
+        return;
+    }
+    m_sockets->Socket.async_connect(*to, [sockets = m_sockets.get()](asio::error_code failed) {
+        if (failed != asio::error::operation_aborted)
+            sockets->Connected = failed;
+    });
 }
 
 void TextStream::Read(const Handlers& handlers, std::int64_t nowMs)

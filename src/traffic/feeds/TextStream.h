@@ -18,7 +18,8 @@ public:
     /// What a poll reads at most: what is there beyond waits in the system, and then at the sender.
     static constexpr std::size_t MostAtOnce = 1048576;
 
-    TextStream(std::string host, std::uint16_t port);
+    /// localAddress  in numbers, of this machine, that the connection is made from; empty: any
+    TextStream(std::string host, std::uint16_t port, std::string localAddress = {});
     ~TextStream();
     TextStream(const TextStream&) = delete;
     TextStream& operator=(const TextStream&) = delete;
@@ -44,11 +45,13 @@ private:
 
     void Resolve(std::int64_t nowMs);
     void Connect();
+    void ConnectFromLocalAddress();
     void Read(const Handlers& handlers, std::int64_t nowMs);
     void Fail(const std::string& why, std::int64_t nowMs, const Handlers& handlers);
 
     std::string m_host;
     std::uint16_t m_port;
+    std::string m_localAddress;
     std::unique_ptr<Sockets> m_sockets;
     std::shared_ptr<Names> m_names; ///< shared with the thread that asks for them
     Step m_step = Step::Waiting;

@@ -57,6 +57,8 @@ public:
         set_write_timeout(Step);
         set_keep_alive(false);
         set_url_encode(false);
+        if (!page.LocalAddress.empty())
+            set_interface(page.LocalAddress);
     }
 
 private:

@@ -13,6 +13,7 @@ struct WebPage {
     std::string Host;
     std::uint16_t Port = 80;
     std::string Path = "/";
+    std::string LocalAddress = {}; ///< of this machine, that it is fetched from; empty: any
 };
 
 /// Fetches a page. Waits for the server up to ten seconds in all, and no longer than stop is false. A page of more than
