@@ -2,12 +2,14 @@
 
 #include "cli/AlertJson.h"
 #include "cli/HistoryFile.h"
+#include "cli/NumberList.h"
 #include "core/File.h"
 #include "core/NumberText.h"
 #include "radar/PlayerTargets.h"
 #include "radar/RecordingSurface.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <set>
@@ -23,7 +25,11 @@ void AddScopeDisplayOptions(CLI::App& command, ScopeDisplayArguments& arguments)
                     "Lines of {\"Time\", \"Players\"} as JSON, times ascending, played before the drawing")
         ->type_name("FILE");
     command.add_option("--now", arguments.Now, "The time of the drawing, not before the history's last line")
-        ->check(CLI::Range(-LatestHistoryTime, LatestHistoryTime))
+        ->check([](const std::string& text) {
+            const auto seconds = ParseNumbers(text, ',', 1);
+            const bool valid = seconds && std::abs(seconds->front()) <= LatestHistoryTime;
+            return valid ? std::string() : "must be a number of seconds";
+        })
         ->type_name("SECONDS");
 }
 
