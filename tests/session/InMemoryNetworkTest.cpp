@@ -118,6 +118,23 @@ TEST_F(InMemoryNetworkTest, AGroupIsADestination)
     EXPECT_EQ(*bob->Peer->GetMessageCount(bob->Id), 0);
 }
 
+TEST_F(InMemoryNetworkTest, AMachineOfManyPlayersIsNotToldOfItsOwn)
+{
+    constexpr std::size_t Many = 300; // each told of each would be ninety thousand messages
+    Member host(Network);
+    host.Host("Traffic", 1000);
+    std::vector<PlayerId> players;
+    for (std::size_t i = 0; i < Many; ++i)
+        players.push_back(*host.Peer->CreatePlayer("Aircraft", "Player", 0, 0));
+    const auto ann = Joined(host.Guid, "Ann");
+    static_cast<void>(SystemTypes(host));
+    static_cast<void>(SystemTypes(*ann));
+    for (const PlayerId player : players)
+        EXPECT_TRUE(host.Peer->DestroyPlayer(player));
+    EXPECT_EQ(SystemTypes(host).size(), 0U);
+    EXPECT_EQ(SystemTypes(*ann).size(), Many);
+}
+
 TEST_F(InMemoryNetworkTest, TellsOfChangesInItsOwnMessages)
 {
     Member host(Network);
