@@ -24,7 +24,8 @@ struct AppState {
     SettingsRecord Settings;            ///< its FsPath is the simulator's main folder
     TrafficDetailsTable TrafficDetails; ///< of the players, where they are traffic from outside
     std::string TrafficHealth;          ///< of the link to that traffic; empty: there is none
-    SessionState Session;               ///< its peer may use the two above to its end
+    std::string TrafficServedAt;        ///< where others can join its session; empty: they cannot
+    SessionState Session;               ///< its peer may use the three above to its end
     PlayerTable Players;
     FlightPlanMemory Plans; ///< for those who come again
     AreaModel Area;

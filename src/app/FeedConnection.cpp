@@ -1,30 +1,27 @@
 #include "app/FeedConnection.h"
 
+#include "app/TrafficHosting.h"
 #include "traffic/feeds/AircraftFeed.h"
 
 #include <utility>
 
 namespace corvane {
-static Result<std::unique_ptr<TrafficFeed>> OpenTypedFeed(const AreaModel& area,
-                                                          const std::optional<std::string>& typed)
-{
-    if (!typed)
-        return Fail("feed", "was left");
-    const auto place = ParseTypedFeedPlace(*typed);
-    if (!place)
-        return place.error();
-    NearestTrafficOptions nearest;
-    nearest.Center = area.AreaCenter;
-    nearest.FollowCenter = [&area] { return area.AreaCenter; };
-    return OpenAircraftFeed(*place, std::move(nearest));
-}
-
-TrafficConnection MakeFeedConnection(AppState& state, std::function<std::optional<std::string>()> ask)
+TrafficConnection MakeFeedConnection(AppState& state, std::function<std::optional<FeedWish>()> ask)
 {
     TrafficConnection connection;
     connection.Name = FeedConnectionName;
     connection.Address = FeedConnectionAddress;
-    connection.Open = [&area = state.Area, ask = std::move(ask)] { return OpenTypedFeed(area, ask()); };
+    connection.Open = [&state, ask = std::move(ask)]() -> Result<std::unique_ptr<TrafficFeed>> {
+        const auto wish = ask();
+        if (!wish)
+            return Fail("feed", "was left");
+        NearestTrafficOptions nearest;
+        nearest.Center = state.Area.AreaCenter;
+        nearest.RadiusNm = wish->RadiusNm;
+        nearest.Most = RoomForTraffic(state, wish->Most);
+        nearest.FollowCenter = [&area = state.Area] { return area.AreaCenter; };
+        return OpenAircraftFeed(wish->Place, std::move(nearest));
+    };
     connection.OnHealth = [&health = state.TrafficHealth](std::string text) { health = std::move(text); };
     return connection;
 }

@@ -1,23 +1,30 @@
 #include "app/FlightGearConnection.h"
 
+#include "app/TrafficHosting.h"
+
 #include <utility>
 
 namespace corvane {
 TrafficConnection MakeFlightGearConnection(AppState& state,
-                                           std::function<std::optional<FlightGearLink>(const AreaModel& area)> ask)
+                                           std::function<std::optional<FlightGearWish>(const AreaModel& area)> ask)
 {
     TrafficConnection connection;
-    connection.Name = "FlightGear multiplayer";
-    connection.Address = "flightgear:";
+    connection.Name = FlightGearConnectionName;
+    connection.Address = FlightGearConnectionAddress;
     connection.ListenMs = 3000; // a relay begins to send when it has heard of us
-    connection.Open = [&area = state.Area, ask = std::move(ask)]() -> Result<std::unique_ptr<TrafficFeed>> {
-        auto link = ask(area);
-        if (!link)
+    connection.Open = [&state, ask = std::move(ask)]() -> Result<std::unique_ptr<TrafficFeed>> {
+        constexpr double WholeEarthNm = 10800; // a relay passes on what is in range
+        auto wish = ask(state.Area);
+        if (!wish)
             return Fail("FlightGear", "was left");
-        auto feed = FlightGearFeed::Start(*std::move(link));
+        auto feed = FlightGearFeed::Start(std::move(wish->Link));
         if (!feed)
             return feed.error();
-        return std::unique_ptr<TrafficFeed>(*std::move(feed));
+        NearestTrafficOptions nearest;
+        nearest.Center = state.Area.AreaCenter;
+        nearest.RadiusNm = WholeEarthNm;
+        nearest.Most = RoomForTraffic(state, wish->Most);
+        return std::unique_ptr<TrafficFeed>(std::make_unique<NearestTraffic>(*std::move(feed), std::move(nearest)));
     };
     connection.OnHealth = [&health = state.TrafficHealth](std::string text) { health = std::move(text); };
     return connection;

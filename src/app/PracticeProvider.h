@@ -1,6 +1,6 @@
 #pragma once
 
-#include "net/DirectPlayPeer.h"
+#include "app/ServedNetwork.h"
 #include "practice/PracticeTransport.h"
 #include "session/InMemoryNetwork.h"
 
@@ -12,7 +12,6 @@ public:
     explicit PracticeProvider(InMemoryNetwork& network, DirectPlayOptions options = {})
         : m_memory(network), m_network(std::move(options))
     {
-        m_network.Options.MustBeFound = true;
     }
 
     [[nodiscard]] std::string Name() const override { return m_memory.Name(); }
@@ -23,7 +22,7 @@ public:
 
 private:
     InMemoryProvider m_memory;
-    DirectPlayProvider m_network;
+    ServedNetwork m_network;
     bool m_onNetwork = false;
 };
 } // namespace corvane

@@ -31,7 +31,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
       m_chat(chat),
       m_desk(desk),
       m_font(MakeScopeFont(ScopeQFont())),
-      m_display({state.Area, state.MagVar, state.Flags, state.Session, state.Players}, m_font),
+      m_display({state.Area, state.MagVar, state.Flags, state.Session, state.Players, &state.TrafficDetails}, m_font),
       m_pump(state.Session, state.Players, state.MagVar, *this, boxes)
 {
     m_ui->setupUi(this);
@@ -40,7 +40,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_displayControls = std::make_unique<DisplayControls>(state.Display, state.Area, *m_ui->modern_display_op1,
                                                           *m_ui->display_options_op1, *this);
     connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
-    m_traffic = std::make_unique<TrafficControls>(state, boxes, *m_ui->offer_targets1, *m_ui->Label9);
+    m_traffic = std::make_unique<TrafficControls>(state, boxes, desk, *m_ui->offer_targets1, *m_ui->Label9);
     m_targets = std::make_unique<TargetControls>(m_display, *m_ui->Picture1, *m_ui->Label1, state.Players);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
     state.Flags = {};

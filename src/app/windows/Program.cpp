@@ -2,6 +2,9 @@
 
 #include "app/AppState.h"
 #include "app/DatabaseReset.h"
+#include "app/FeedConnection.h"
+#include "app/FlightGearConnection.h"
+#include "app/ServedNetwork.h"
 #include "app/windows/AboutWindow.h"
 #include "app/windows/MainWindow.h"
 #include "app/windows/RadarMemory.h"
@@ -200,9 +203,12 @@ void Program::OpenConnection()
         m_state.Area.ClearTables();
         End();
     });
-    m_connection->OfferHosting(ToQString(InMemoryProvider::ConnectionName));
-    m_connection->ShowHosting(ToQString(m_practice.ServedAt()));
-    connect(m_connection, &ConnectionWindow::HostingWanted, this, &Program::ServePractice);
+    m_connection->OfferHosting(ToQString(InMemoryProvider::ConnectionName),
+                               tr("&Host this practice session on the network"));
+    for (const std::string_view traffic : {FlightGearConnectionName, FeedConnectionName})
+        m_connection->OfferHosting(ToQString(traffic), tr("&Host this traffic on the network"));
+    ShowHosting();
+    connect(m_connection, &ConnectionWindow::HostingWanted, this, &Program::ServeSession);
     BringUp(*m_connection);
     if (m_script.Practice)
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
@@ -210,18 +216,37 @@ void Program::OpenConnection()
         QTimer::singleShot(0, m_connection, &ConnectionWindow::Locate);
 }
 
-void Program::ServePractice(const QString& address)
+void Program::ServeSession(const QString& connectionName, const QString& address)
 {
-    if (const Result<void> served = m_practice.ServeAt(ToText(address), m_state.Area); !served)
+    const bool practice = connectionName == ToQString(InMemoryProvider::ConnectionName);
+    if (const Result<void> served =
+            practice ? m_practice.ServeAt(ToText(address), m_state.Area) : ServeTraffic(ToText(address));
+        !served)
         m_boxes.Warn(BoxText(served.error()));
-    m_connection->ShowHosting(ToQString(m_practice.ServedAt()));
+    ShowHosting();
+}
+
+/// What is located next takes place there. Whether it can is tried at once, while the address stands before the user.
+Result<void> Program::ServeTraffic(const std::string& address)
+{
+    m_state.TrafficServedAt.clear();
+    if (const Result<void> possible = address.empty() ? Result<void>() : TryToServeAt(address); !possible)
+        return possible;
+    m_state.TrafficServedAt = address;
+    return {};
+}
+
+void Program::ShowHosting()
+{
+    m_connection->ShowHosting(ToQString(InMemoryProvider::ConnectionName), ToQString(m_practice.ServedAt()));
+    for (const std::string_view traffic : {FlightGearConnectionName, FeedConnectionName})
+        m_connection->ShowHosting(ToQString(traffic), ToQString(m_state.TrafficServedAt));
 }
 
 void Program::OpenRadar()
 {
     m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes, m_desk);
-    m_main =
-        new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk, ToQString(m_practice.ServedAt()));
+    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk, m_connection->HostedAt());
     ConnectRadarMenus();
     PlaceRadarWindows();
     LetGo(m_connection);

@@ -47,7 +47,9 @@ private:
     void OpenChooser();
     void AfterChooser(ChooserNext next);
     void OpenConnection();
-    void ServePractice(const QString& address);
+    void ServeSession(const QString& connectionName, const QString& address);
+    Result<void> ServeTraffic(const std::string& address);
+    void ShowHosting();
     void OpenRadar();
     void AfterDisconnect();
     void PlaceRadarWindows();

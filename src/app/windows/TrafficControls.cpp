@@ -10,8 +10,9 @@
 #include <QPointer>
 
 namespace corvane {
-TrafficControls::TrafficControls(const AppState& state, MessageBoxes& boxes, QAction& offer, QLabel& status)
-    : m_state(state), m_boxes(boxes), m_offer(offer), m_status(status)
+TrafficControls::TrafficControls(const AppState& state, MessageBoxes& boxes, DeskSettings& desk, QAction& offer,
+                                 QLabel& status)
+    : m_state(state), m_boxes(boxes), m_desk(desk), m_offer(offer), m_status(status)
 {
     m_clock.start();
     connect(&m_offer, &QAction::triggered, this, &TrafficControls::OfferTriggered);
@@ -25,7 +26,7 @@ void TrafficControls::OfferTriggered(bool on)
     m_offer.setChecked(false); // until it is so
     m_out.reset();
     const QPointer<TrafficControls> self(this);
-    const auto typed = on ? AskFeedOutPort() : std::nullopt;
+    const auto typed = on ? AskFeedOutPort(m_desk) : std::nullopt;
     if (!self || !typed)
         return; // the session may have ended behind the dialog
     auto opened = OpenFeedOut("sbs:" + *typed, m_state.MagVar, &m_state.TrafficDetails);

@@ -12,6 +12,7 @@ class QLabel;
 
 namespace corvane {
 struct AppState;
+class DeskSettings;
 class FeedOut;
 
 /// The radar's controls for traffic from outside and to it: the menu entry that offers the targets to other programs,
@@ -22,7 +23,7 @@ class TrafficControls final : public QObject {
 
 public:
     /// The widgets are the radar's.
-    TrafficControls(const AppState& state, MessageBoxes& boxes, QAction& offer, QLabel& status);
+    TrafficControls(const AppState& state, MessageBoxes& boxes, DeskSettings& desk, QAction& offer, QLabel& status);
     ~TrafficControls() override;
 
     void Refresh();
@@ -33,6 +34,7 @@ private:
 
     const AppState& m_state;
     MessageBoxes& m_boxes;
+    DeskSettings& m_desk;
     QAction& m_offer;
     QLabel& m_status;
     std::unique_ptr<FeedOut> m_out; ///< null: the targets are not offered

@@ -4,6 +4,7 @@
 #include "app/PracticeHost.h"
 #include "app/PracticeProvider.h"
 #include "app/StartupChecks.h"
+#include "app/TrafficHosting.h"
 #include "app/windows/HostAddressPrompt.h"
 #include "app/windows/Program.h"
 #include "app/windows/ProgramArguments.h"
@@ -44,11 +45,11 @@ static DirectPlayOptions NetworkOptions(const SessionState& session, DeskSetting
     return options;
 }
 
-static TrafficConnection FlightGearConnection(AppState& state)
+/// Traffic from outside, whose look for sessions can be left, and which others can join where the user wants that.
+static TrafficConnection Offered(TrafficConnection connection, const AppState& state, ServedNetwork& network)
 {
-    TrafficConnection connection = MakeFlightGearConnection(state, AskFlightGear);
     connection.WhileWaiting = [&session = state.Session] { return GoesOnWaiting(session); };
-    return connection;
+    return HostedWhereWanted(std::move(connection), state, network);
 }
 
 int main(int argc, char** argv)
@@ -69,7 +70,9 @@ int main(int argc, char** argv)
     QtRecordingDialogs dialogs;
     PlaybackClock playback(SteadyMilliseconds());
     SessionRecorder recorder(SteadyMilliseconds());
+    ServedNetwork trafficNetwork;
     std::optional<TrafficProvider> feedProvider;
+    std::optional<TrafficProvider> flightGearProvider;
     const auto state = std::make_unique<AppState>();
     const ScriptedStart script = arguments.Read(application, *state);
     DeskSettings desk(script.Unattended() ? QString()
@@ -77,10 +80,14 @@ int main(int argc, char** argv)
     DirectPlayProvider networkProvider(NetworkOptions(state->Session, desk));
     PracticeProvider practiceProvider(network);
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);
-    feedProvider.emplace(MakeFeedConnection(*state, AskFeedAddress), state->TrafficDetails);
-    TrafficProvider flightGearProvider(FlightGearConnection(*state), state->TrafficDetails);
+    feedProvider.emplace(Offered(MakeFeedConnection(*state, [&desk] { return AskFeed(desk); }), *state, trafficNetwork),
+                         state->TrafficDetails);
+    flightGearProvider.emplace(
+        Offered(MakeFlightGearConnection(*state, [&desk](const AreaModel& area) { return AskFlightGear(desk, area); }),
+                *state, trafficNetwork),
+        state->TrafficDetails);
     CompositePeerFactory connections(
-        {&networkProvider, &practiceProvider, &recordedProvider, &flightGearProvider, &*feedProvider});
+        {&networkProvider, &practiceProvider, &recordedProvider, &*flightGearProvider, &*feedProvider});
     RecordingPeerFactory factory(connections, recorder);
     PracticeHost practice(practiceProvider, state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));

@@ -104,44 +104,57 @@ bool ConnectionWindow::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-void ConnectionWindow::OfferHosting(const QString& connectionName)
+void ConnectionWindow::OfferHosting(const QString& connectionName, const QString& caption)
 {
-    m_hostedType = connectionName;
+    m_hostings[connectionName].Caption = caption;
     EnableHosting();
 }
 
-void ConnectionWindow::ShowHosting(const QString& address)
+void ConnectionWindow::ShowHosting(const QString& connectionName, const QString& address)
 {
-    m_hostedAt = address;
-    m_ui->Check1->setChecked(!address.isEmpty());
-    if (!address.isEmpty())
-        m_ui->Text2->setText(address);
+    m_hostings[connectionName].At = address;
     EnableHosting();
+}
+
+QString ConnectionWindow::SelectedType() const
+{
+    const auto selected = m_ui->List1->selectedItems();
+    return selected.isEmpty() ? QString() : selected.front()->text();
+}
+
+QString ConnectionWindow::HostedAt() const
+{
+    const auto hosting = m_hostings.find(SelectedType());
+    return hosting == m_hostings.end() ? QString() : hosting->second.At;
 }
 
 void ConnectionWindow::EnableHosting()
 {
-    const auto selected = m_ui->List1->selectedItems();
-    const bool offered = !selected.isEmpty() && selected.front()->text() == m_hostedType && m_ui->List1->isEnabled();
-    m_ui->Check1->setEnabled(offered);
-    m_ui->Label6->setEnabled(offered);
-    m_ui->Text2->setEnabled(offered);
+    const auto hosting = m_hostings.find(SelectedType());
+    const bool offered = hosting != m_hostings.end() && m_ui->List1->isEnabled();
+    for (QWidget* const control : std::initializer_list<QWidget*>{m_ui->Check1, m_ui->Label6, m_ui->Text2})
+        control->setEnabled(offered);
+    m_ui->Check1->setChecked(!HostedAt().isEmpty());
+    if (hosting != m_hostings.end())
+        m_ui->Check1->setText(hosting->second.Caption);
+    if (!HostedAt().isEmpty())
+        m_ui->Text2->setText(HostedAt());
 }
 
 void ConnectionWindow::HostingClicked(bool on)
 {
     TypeChosen(); // what was located is a session that ends now
-    emit HostingWanted(on ? m_ui->Text2->text().trimmed() : QString());
+    emit HostingWanted(SelectedType(), on ? m_ui->Text2->text().trimmed() : QString());
 }
 
 /// The address was changed while the session is hosted.
 void ConnectionWindow::HostElsewhere()
 {
     const QString address = m_ui->Text2->text().trimmed();
-    if (m_hostedAt.isEmpty() || address == m_hostedAt || address.isEmpty())
+    if (HostedAt().isEmpty() || address == HostedAt() || address.isEmpty())
         return;
     TypeChosen(); // what was located is a session that ends now
-    emit HostingWanted(address);
+    emit HostingWanted(SelectedType(), address);
 }
 
 void ConnectionWindow::JoinClicked()

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <map>
 #include <memory>
 
 namespace Ui {
@@ -30,17 +31,20 @@ public:
     /// Presses "Locate Session".
     void Locate();
 
-    /// Offers hosting on the network for the connection type of this name.
-    void OfferHosting(const QString& connectionName);
-    /// Shows at which address the session is hosted; an empty one: it is not.
-    void ShowHosting(const QString& address);
+    /// Offers hosting on the network for the connection type of this name, under a caption such as "Host this practice
+    /// session on the network".
+    void OfferHosting(const QString& connectionName, const QString& caption);
+    /// Shows at which address that type's session is hosted; an empty one: it is not.
+    void ShowHosting(const QString& connectionName, const QString& address);
+    /// Where the session of the selected type is hosted; empty where it is not.
+    [[nodiscard]] QString HostedAt() const;
 
 signals:
     /// The host has accepted. The window stays until the radar window has opened.
     void Joined();
     void ExitRequested();
-    /// The user wants the session hosted at an address of this machine, or, where it is empty, not on the network.
-    void HostingWanted(const QString& address);
+    /// The user wants a type's session hosted at an address of this machine, or, where it is empty, not on the network.
+    void HostingWanted(const QString& connectionName, const QString& address);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -64,12 +68,17 @@ private:
     void Recall();
     void JoinClicked();
 
+    [[nodiscard]] QString SelectedType() const;
+
     std::unique_ptr<Ui::Form2> m_ui;
     DeskSettings& m_desk;
     ConnectionModel m_connection;
     QTimer m_timer1{this};
     QTimer m_timer2{this};
-    QString m_hostedAt;   ///< empty while the session is not hosted
-    QString m_hostedType; ///< the connection type that can be hosted on the network
+    struct Hosting {
+        QString Caption;
+        QString At; ///< empty while the session is not hosted
+    };
+    std::map<QString, Hosting> m_hostings; ///< by the connection types that can be hosted on the network
 };
 } // namespace corvane
