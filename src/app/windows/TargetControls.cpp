@@ -57,6 +57,8 @@ void TargetControls::OpenMenu(QPoint place)
     const auto member = m_display.MemberAt({place.x(), place.y()});
     if (!member)
         return;
+    m_display.PointerLeaves(); // the note would lie under the menu
+    ShowPanel();
     const QString name = ToQString(member->Name);
     auto* const menu = new QMenu(&m_scope);
     menu->setAttribute(Qt::WA_DeleteOnClose);
