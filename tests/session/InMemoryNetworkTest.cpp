@@ -125,7 +125,7 @@ TEST_F(InMemoryNetworkTest, AMachineOfManyPlayersIsNotToldOfItsOwn)
     host.Host("Traffic", 1000);
     std::vector<PlayerId> players;
     for (std::size_t i = 0; i < Many; ++i)
-        players.push_back(*host.Peer->CreatePlayer("Aircraft", "Player", 0, 0));
+        players.push_back(*host.Peer->CreatePlayer("Aircraft", "Player"));
     const auto ann = Joined(host.Guid, "Ann");
     static_cast<void>(SystemTypes(host));
     static_cast<void>(SystemTypes(*ann));
