@@ -138,7 +138,9 @@ Result<void> TrafficPeer::Begin()
     options.HostName = m_connection.Name;
     options.OnNotice = m_connection.OnNotice;
     if (m_stage->OnNetwork()) {
+        options.SessionName = m_connection.Name; // where the traffic comes from is nobody else's business
         options.MaxPlayers = MostOnNetwork;
+        options.MigrateHost = true;
         options.ShowMembers = true;
     }
     auto session = TrafficSession::Create(m_stage->Peers(), *m_feed, m_details, std::move(options));

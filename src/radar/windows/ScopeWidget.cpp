@@ -98,8 +98,8 @@ void ScopeWidget::leaveEvent(QEvent* event)
     emit PointerMoved();
 }
 
-/// Where targets can be selected, the Tab key goes from one to the next. It is caught before it can move the focus, which
-/// moves for other reasons as well.
+/// Where targets can be selected, the Tab key goes from one to the next. It is caught before it can move the focus,
+/// which moves for other reasons as well.
 bool ScopeWidget::TakeTab(const QKeyEvent& event)
 {
     if (event.key() != Qt::Key_Tab || event.modifiers() != Qt::NoModifier || m_display == nullptr ||

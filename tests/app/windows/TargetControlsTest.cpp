@@ -151,11 +151,11 @@ TEST_F(TargetControlsTest, TheMenuOfATargetCentresFollowsWritesAndOpensItsProper
     ChooseInMenu(First, "&Centre on it");
     EXPECT_TRUE(isAt(middle));
     ChooseInMenu(middle, "&Follow it");
-    Pilot(0).Longitude += 0.1;
+    Pilot(0).Longitude += 0.5;
     Refresh();
     EXPECT_TRUE(isAt(middle)) << "wherever it goes";
     ChooseInMenu(middle, "&Follow it");
-    Pilot(0).Longitude += 0.1;
+    Pilot(0).Longitude += 0.5;
     Refresh();
     EXPECT_FALSE(isAt(middle));
     const QImage before = Picture(m_radar);
