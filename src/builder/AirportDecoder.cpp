@@ -125,7 +125,7 @@ void DecodeAirport(BglScan& scan, std::int64_t dataOffset, const std::string& na
     AirportRecord airport;
     airport.Name = name;
     AirportDecoder(scan, airport).WalkRecords(dataOffset + DataHead);
-    scan.Reader.ClearFailure();
+    scan.Absorb("the airport", dataOffset);
     scan.Sink.AddAirport(airport);
 }
 } // namespace corvane

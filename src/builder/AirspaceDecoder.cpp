@@ -146,7 +146,7 @@ void WalkBoundaryList(BglScan& scan, std::int64_t p)
         if (isBoundary) {
             if (const auto airspace = DecodeBoundary(scan, *at); airspace && Written(*airspace))
                 scan.Sink.AddAirspace(*airspace);
-            scan.Reader.ClearFailure();
+            scan.Absorb("the boundary", *at);
         }
         at = head.Next(*at);
     }

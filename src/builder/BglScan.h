@@ -1,6 +1,7 @@
 #pragma once
 
 #include "builder/DatabaseSink.h"
+#include "builder/ScanProblems.h"
 #include "builder/WorkBudget.h"
 #include "core/BglReader.h"
 #include "core/MagVarGrid.h"
@@ -14,12 +15,21 @@
 namespace corvane {
 /// One scenery file on its way through the decoders.
 ///
-/// The decoders absorb the errors of their own records with Reader.ClearFailure(); an error that is still there when a
+/// The decoders absorb the errors of their own records with Absorb; an error that is still there when a
 /// walk looks (Stopped) ends the scan of the file.
 struct BglScan {
     BglScan(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink) noexcept
         : Reader(file), Budget(Reader.Size()), Grid(grid), Sink(sink)
     {
+    }
+
+    /// Ends the failure of a record, if there is one: it has cost that record alone.
+    void Absorb(std::string_view record, std::int64_t at)
+    {
+        if (Reader.Failed() && Problems != nullptr)
+            Problems->Add(at, std::string(record) + " leads outside the file's " + std::to_string(Reader.Size()) +
+                                  " bytes and was cut short");
+        Reader.ClearFailure();
     }
 
     BglReader Reader;
@@ -28,6 +38,7 @@ struct BglScan {
     std::int64_t BlanksLeft = 4 * std::int64_t{32767};
     const MagVarGrid& Grid;
     DatabaseSink& Sink;
+    ScanProblems* Problems = nullptr; ///< where absorbed errors are noted; null: nowhere
 
     /// Where the walk stands, for the message of a failed scan.
     std::string_view Place = "the file header";

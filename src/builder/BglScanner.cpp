@@ -133,19 +133,23 @@ static std::string StopReason(const BglScan& scan)
            NumberText(scan.Reader.Size()) + " bytes";
 }
 
-Result<void> ScanBgl(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink, std::string_view fileName)
+Result<void> ScanBgl(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink, std::string_view fileName,
+                     ScanProblems* problems)
 {
     const BglSections sections = ReadSections(file);
     BglScan scan(file, grid, sink);
+    scan.Problems = problems;
     if (sections.Vors > 0)
         ScanVorSection(scan, sections.Vors);
     if (sections.Ndbs > 0 && !scan.Stopped())
         ScanNdbSection(scan, sections.Ndbs);
     if (sections.Chains && !scan.Stopped())
         ScanNewSections(scan);
-    if (scan.Stopped())
-        return Fail(std::string(fileName), StopReason(scan));
-    return {};
+    if (!scan.Stopped())
+        return {};
+    if (problems != nullptr)
+        problems->Add(scan.PlaceAt, StopReason(scan));
+    return Fail(std::string(fileName), StopReason(scan));
 }
 
 static Error FileError(const std::filesystem::path& path)
@@ -180,14 +184,18 @@ Result<BglFileLoader::Loaded> BglFileLoader::Load(const std::filesystem::path& p
     return Loaded::Whole;
 }
 
-Result<void> ScanBglFile(const std::filesystem::path& path, const MagVarGrid& grid, DatabaseSink& sink)
+Result<void> ScanBglFile(const std::filesystem::path& path, const MagVarGrid& grid, DatabaseSink& sink,
+                         ScanProblems* problems)
 {
     BglFileLoader loader;
     const Result<BglFileLoader::Loaded> loaded = loader.Load(path, std::numeric_limits<std::uint64_t>::max());
-    if (!loaded)
+    if (!loaded) {
+        if (problems != nullptr)
+            problems->Add(0, loaded.error().Why);
         return loaded.error();
+    }
     if (*loaded == BglFileLoader::Loaded::NotOfInterest)
         return {};
-    return ScanBgl(loader.Content(), grid, sink, FullName(path));
+    return ScanBgl(loader.Content(), grid, sink, FullName(path), problems);
 }
 } // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "builder/DatabaseSink.h"
+#include "builder/ScanProblems.h"
 #include "core/Bytes.h"
 #include "core/MagVarGrid.h"
 #include "core/Result.h"
@@ -15,7 +16,10 @@ namespace corvane {
 /// Errors inside an airport, a station or a boundary are absorbed there. An Error (What = fileName) is what remains: a
 /// file cut off inside its directories, or one whose records name each other more often than its size warrants. The
 /// sink has then received the records before it. Layout: docs/formats.md.
-Result<void> ScanBgl(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink, std::string_view fileName = "BGL");
+///
+/// problems  told of the absorbed errors and of what remains, with their places; null: nobody asks
+Result<void> ScanBgl(ByteSpan file, const MagVarGrid& grid, DatabaseSink& sink, std::string_view fileName = "BGL",
+                     ScanProblems* problems = nullptr);
 
 /// The file's first bytes, by which it is known whether there is anything to read in it.
 inline constexpr std::size_t BglHeaderSize = 0x7A;
@@ -42,5 +46,6 @@ private:
 };
 
 /// Loads and scans one scenery file of any size.
-Result<void> ScanBglFile(const std::filesystem::path& path, const MagVarGrid& grid, DatabaseSink& sink);
+Result<void> ScanBglFile(const std::filesystem::path& path, const MagVarGrid& grid, DatabaseSink& sink,
+                         ScanProblems* problems = nullptr);
 } // namespace corvane

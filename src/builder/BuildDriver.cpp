@@ -68,15 +68,29 @@ Result<void> BuildDriver::Begin()
 /// Hands a file's records to the database; a large file is scanned now.
 Result<void> BuildDriver::Store(ScannedFile& scanned)
 {
-    if (!scanned.Status)
+    const bool keepsGoing = m_tell != nullptr;
+    if (!scanned.Status && !keepsGoing)
         return scanned.Status;
+    const RecordCounts before = Counts();
     if (scanned.LeftUnread) {
         scanned.Records = EncodedRecords([this](EncodedRecords& full) { m_writer.Append(full); });
-        if (const Result<void> scan = ScanBglFile(scanned.File.Path, m_grid, scanned.Records); !scan)
+        const Result<void> scan = ScanBglFile(scanned.File.Path, m_grid, scanned.Records, &scanned.Problems);
+        if (!scan && !keepsGoing)
             return scan.error();
     }
     m_writer.Append(scanned.Records);
+    if (keepsGoing && scanned.Problems.Count > 0)
+        Tell(scanned, before);
     return m_writer.Status();
+}
+
+/// before  the records of the files before this one
+void BuildDriver::Tell(const ScannedFile& scanned, const RecordCounts& before) const
+{
+    const RecordCounts& now = Counts();
+    const RecordCounts ofFile{now.Airports - before.Airports, now.Vors - before.Vors, now.Ndbs - before.Ndbs,
+                              now.Airspaces - before.Airspaces};
+    m_tell({m_progress.Title, m_progress.CurrentFile, ofFile, scanned.Problems});
 }
 
 Result<BuildProgress> BuildDriver::ScanNext()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "builder/BuildPlan.h"
+#include "builder/BuildReport.h"
 #include "builder/DatabaseWriter.h"
 #include "builder/ScanAhead.h"
 #include "core/MagVarGrid.h"
@@ -48,6 +49,10 @@ public:
     /// the folders. status  told what is being read, before it is
     Result<void> Prepare(const std::function<void(std::string_view)>& status = {});
 
+    /// Goes on after a scenery file that fails, with what it gave before, and tells of each file that fails or has
+    /// records with errors. Without it the first file that fails ends the build, and nothing is told.
+    void KeepGoing(std::function<void(const FileProblems&)> tell) { m_tell = std::move(tell); }
+
     /// Scans at most one file. An Error names the scenery file or the database file that failed; what a message box
     /// shows for it is FailureText.
     Result<BuildProgress> ScanNext();
@@ -76,6 +81,7 @@ private:
     Result<void> ReadAreas(std::vector<SceneryArea>& areas) const;
     Result<void> Begin();
     Result<void> Store(ScannedFile& scanned);
+    void Tell(const ScannedFile& scanned, const RecordCounts& before) const;
 
     std::filesystem::path m_appFolder;
     SimulatorFolder m_simulator;
@@ -85,5 +91,6 @@ private:
     DatabaseWriter m_writer;
     std::unique_ptr<ScanAhead> m_scanAhead; ///< borrows the plan and the grid; there from the first step on
     BuildProgress m_progress;
+    std::function<void(const FileProblems&)> m_tell; ///< empty: the build does not keep going
 };
 } // namespace corvane

@@ -97,7 +97,7 @@ static void WalkVorRun(BglScan& scan, std::int64_t r, int channel, NavaidRecord&
         if (type == StationType) {
             if (!DecodeStation(scan.Reader, r, VorLayout, TenThousandthsText(FirstChannel + ChannelStep * channel),
                                station))
-                scan.Reader.ClearFailure();
+                scan.Absorb("the VOR", r);
             scan.Sink.AddVor(station);
         }
         r += size;
@@ -138,7 +138,7 @@ static void WalkNdbRun(BglScan& scan, std::int64_t r, NavaidRecord& station)
     constexpr std::int64_t NdbSize = 42;
     while (scan.Reader.ReadU8(r) == StationType && scan.Budget.Spend(NdbSize)) {
         if (!DecodeStation(scan.Reader, r, NdbLayout, NdbFrequency(scan.Reader, r), station))
-            scan.Reader.ClearFailure();
+            scan.Absorb("the NDB", r);
         scan.Sink.AddNdb(station);
         r += NdbSize;
     }

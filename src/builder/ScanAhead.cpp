@@ -50,10 +50,12 @@ std::shared_ptr<ScanAhead::Slot> ScanAhead::TakeFile()
 void ScanAhead::Scan(ScannedFile& scanned, BglFileLoader& loader) const
 {
     const Result<BglFileLoader::Loaded> loaded = loader.Load(scanned.File.Path, LargeFile);
-    if (!loaded)
+    if (!loaded) {
         scanned.Status = loaded.error();
-    else if (*loaded == BglFileLoader::Loaded::Whole)
-        scanned.Status = ScanBgl(loader.Content(), m_grid, scanned.Records, FullName(scanned.File.Path));
+        scanned.Problems.Add(0, loaded.error().Why);
+    } else if (*loaded == BglFileLoader::Loaded::Whole)
+        scanned.Status =
+            ScanBgl(loader.Content(), m_grid, scanned.Records, FullName(scanned.File.Path), &scanned.Problems);
     else
         scanned.LeftUnread = *loaded == BglFileLoader::Loaded::TooLarge;
 }

@@ -21,6 +21,7 @@ struct ScannedFile {
     PlannedFile File;
     Result<void> Status;
     EncodedRecords Records;
+    ScanProblems Problems;
     bool LeftUnread = false; ///< too large to be decoded ahead: to be scanned straight into the database
 };
 

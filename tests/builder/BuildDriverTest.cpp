@@ -12,6 +12,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace corvane {
 namespace {
 using testing::ElementsAre;
@@ -175,6 +177,44 @@ TEST_F(BuildDriverTest, FailsNamingAFileThatVanished)
     EXPECT_EQ(step.error().What, (Fs() / "One/scenery/a.bgl").string());
     EXPECT_EQ(driver.FailureText(), "Error - while scanning this BGL file:  " + ToLower(Fs().string()) +
                                         "\\one\\scenery\\a.bgl  . The program will shutdown.");
+}
+
+TEST_F(BuildDriverTest, KeepsGoingOnRequestAndTellsWhatWasPassedOver)
+{
+    WriteCfg({"One"});
+    Bytes tooLong = IcaoRecord("A");
+    tooLong[5] = 0x7F; // the record's size leads outside of the file
+    WriteBgl("One/scenery/absorbed.bgl", AirportFile("A", tooLong));
+    Bytes bad = AirportFile("B", {});
+    bad.resize(bad.size() - 12); // the directory's entry is cut off
+    WriteBgl("One/scenery/bad.bgl", bad);
+    WriteBgl("One/scenery/gone.bgl", AirportFile("C", {}));
+    WriteBgl("One/scenery/whole.bgl", AirportFile("D", {}));
+    BuildDriver driver = Driver();
+    std::vector<FileProblems> told;
+    driver.KeepGoing([&](const FileProblems& file) { told.push_back(file); });
+    ASSERT_TRUE(driver.Prepare());
+    std::filesystem::remove(Fs() / "One/scenery/gone.bgl");
+    while (true) {
+        const auto step = driver.ScanNext();
+        ASSERT_TRUE(step) << step.error().Text();
+        if (step->Done)
+            break;
+    }
+    ASSERT_TRUE(driver.Finish());
+    EXPECT_EQ(driver.Counts().Airports, 2);
+    ASSERT_EQ(told.size(), 3U);
+    EXPECT_EQ(told[0].Records.Airports, 1) << "the airport is there, cut short";
+    EXPECT_THAT(told[0].Problems.First.at(0).Why, testing::StartsWith("the airport leads outside the file's"));
+    EXPECT_GT(told[0].Problems.First.at(0).Offset, 0);
+    EXPECT_EQ(told[1].Records, RecordCounts());
+    EXPECT_THAT(told[1].Problems.First.at(0).Why, testing::StartsWith("the airport directory entry at byte"));
+    EXPECT_EQ(told[2].Problems.First.at(0).Why, "No such file or directory");
+    EXPECT_EQ(told[2].Area, "Area 0");
+    const std::string lines = BuildReportLines(told);
+    EXPECT_EQ(std::ranges::count(lines, '\n'), 3);
+    EXPECT_THAT(lines, testing::HasSubstr("gone.bgl\",\"Line\":0,\"Why\":\"No such file or directory\","
+                                          "\"Area\":\"Area 0\",\"Offset\":0,\"Records\":{\"Airports\":0,"));
 }
 
 TEST_F(BuildDriverTest, LeavesNothingBehindWhenGivenUpOrFailed)
