@@ -21,6 +21,7 @@ MessagePump::MessagePump(SessionState& session, PlayerTable& players, const MagV
 void MessagePump::Start()
 {
     m_isSessionHost = false;
+    m_malformedCount = 0;
     m_hostlessTicks = 0;
     static_cast<void>( // the upkeep tick asks again
         SendFromOwnPlayer(m_session, AllPlayers, EncodeMessage(PlainMessage{MessageType::IdentifyRequest})));
@@ -70,13 +71,22 @@ Result<void> MessagePump::Drain()
     return {};
 }
 
+/// A message that cannot be read ends the session, unless the user would rather have it passed over.
+Result<void> MessagePump::Malformed(const Error& why)
+{
+    if (!m_passesMalformed)
+        return why;
+    ++m_malformedCount;
+    return {};
+}
+
 Result<void> MessagePump::Handle(const ReceivedMessage& message)
 {
     if (message.From == SystemSender)
         return {}; // the transport's own messages may be shorter than a header
     const auto header = DecodeHeader(message.Content);
     if (!header)
-        return header.error();
+        return Malformed(header.error());
     switch (header->Type) {
     case MessageType::HostLeft: return HandleHostLeft();
     case MessageType::RemovedByHost: EndSession(RemovedText); return {};
@@ -116,7 +126,7 @@ Result<void> MessagePump::Admit(PlayerId sender, MessageType request)
 Result<void> MessagePump::HandleAnnounce(const MessageHeader& header, const ReceivedMessage& message)
 {
     if (const auto announce = DecodeAnnounce(header, message.Content); !announce)
-        return announce.error();
+        return Malformed(announce.error());
     const auto found = FindSender(message.From);
     if (!found)
         return found.error();
@@ -137,7 +147,7 @@ Result<void> MessagePump::HandleAircraftInfo(const MessageHeader& header, const 
         return found;
     const auto info = DecodeAircraftInfo(header, message.Content);
     if (!info)
-        return info.error();
+        return Malformed(info.error());
     for (auto index = entry; index; index = m_players.FindNextPlayer(*index)) {
         PlayerRecord& player = m_players.Players()[*index];
         player.AircraftType = info->AircraftType;
@@ -154,7 +164,7 @@ Result<void> MessagePump::HandlePosition(const MessageHeader& header, const Rece
         return found;
     const auto position = DecodePosition(header, message.Content);
     if (!position)
-        return position.error();
+        return Malformed(position.error());
     for (auto index = entry; index; index = m_players.FindNextPlayer(*index)) {
         PlayerRecord& player = m_players.Players()[*index];
         UpdatePosition(player, *position);
@@ -177,7 +187,7 @@ Result<void> MessagePump::HandleChat(const MessageHeader& header, const Received
 {
     const auto chat = DecodeChatText(header, message.Content);
     if (!chat)
-        return chat.error();
+        return Malformed(chat.error());
     if (chat->Text.empty())
         return {};
     const auto sender = FindSender(message.From);

@@ -63,6 +63,11 @@ public:
     static constexpr int TakeOverMs = 30000;
 
     [[nodiscard]] bool IsSessionHost() const noexcept { return m_isSessionHost; }
+    /// Whether a message that cannot be read is counted and passed over from now on. By the simulator's own rules it
+    /// ends the session.
+    void PassMalformed(bool passes) noexcept { m_passesMalformed = passes; }
+    /// Those that have been passed over since Start.
+    [[nodiscard]] std::int64_t MalformedCount() const noexcept { return m_malformedCount; }
     /// The failure that was taken for a removal from the session, if there was one.
     [[nodiscard]] const std::optional<Error>& LastError() const noexcept { return m_lastError; }
 
@@ -74,6 +79,7 @@ private:
     };
 
     Result<void> Drain();
+    Result<void> Malformed(const Error& why);
     Result<void> Handle(const ReceivedMessage& message);
     Result<void> HandleJoined(const MessageHeader& header, const ReceivedMessage& message);
     Result<void> Admit(PlayerId sender, MessageType request);
@@ -100,6 +106,8 @@ private:
     MessageBoxes& m_boxes;
     std::unordered_map<PlayerId, Sender> m_senders; ///< emptied whenever names or entries may have changed
     std::optional<Error> m_lastError;
+    std::int64_t m_malformedCount = 0;
+    bool m_passesMalformed = false;
     bool m_isSessionHost = false;
     int m_hostlessTicks = 0;
     bool m_sessionOver = false; ///< nothing of this tick may go on

@@ -83,7 +83,7 @@ void PlayerPropertiesModel::Save(const FlightPlanFields& typed)
     PlayerRecord* pilot = PickedPilot();
     if (pilot == nullptr)
         return PilotNotFound();
-    const auto altitude = RoundChecked<std::int16_t>(LeadingNumber(TrimSpaces(typed.CruiseAltitude)));
+    const auto altitude = CruiseAltitudeOf(typed.CruiseAltitude);
     if (!altitude)
         return m_boxes.Warn("The cruise altitude must be a number of feet from -32768 to 32767.");
     pilot->FlightRules = typed.Ifr ? 1 : 0;
@@ -112,6 +112,11 @@ std::optional<LatLon> PlayerPropertiesModel::Center()
         return std::nullopt;
     }
     return LatLon{pilot->Latitude, pilot->Longitude};
+}
+
+std::optional<std::int16_t> CruiseAltitudeOf(std::string_view text)
+{
+    return RoundChecked<std::int16_t>(LeadingNumber(TrimSpaces(text)));
 }
 
 double LeadingNumber(std::string_view text)

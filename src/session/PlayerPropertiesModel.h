@@ -6,6 +6,7 @@
 #include "session/SessionState.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -70,6 +71,9 @@ private:
     std::optional<std::size_t> m_selected;
     FlightPlanFields m_fields;
 };
+
+/// The cruise altitude in feet that a text begins with; nothing where a flight plan cannot hold it.
+std::optional<std::int16_t> CruiseAltitudeOf(std::string_view text);
 
 /// The number at the start of a text: an optional sign, digits, a decimal part. Spaces anywhere in it are skipped, so
 /// "12 000 ft" reads 12000; there are no exponents ("3E4" reads 3). 0 where the text starts with no number.

@@ -176,6 +176,20 @@ TEST_P(BrokenSessions, CountAsRemoval)
     EXPECT_EQ(Disconnects, 1);
     EXPECT_TRUE(Pump.LastError());
 }
+/// The same with the option: what cannot be read is passed over and counted, what the session refuses still ends it.
+TEST_P(BrokenSessions, AreForgivenTheirMessages)
+{
+    Players.Append("Host", HostMember.Id, PilotRole);
+    Pump.PassMalformed(true);
+    HostMember.SendBytes(Session.OwnPlayerId, GetParam().Message);
+    HostMember.Send(Session.OwnPlayerId, ChatTextMessage{"After it"});
+    FailingOperation = GetParam().Operation;
+    Pump.PumpTick();
+    const bool malformed = FailingOperation.empty();
+    EXPECT_EQ(Disconnects, malformed ? 0 : 1);
+    EXPECT_EQ(Pump.MalformedCount(), malformed ? 1 : 0);
+    EXPECT_EQ(Chat.size(), malformed ? 1U : 0U);
+}
 const Bytes SomeChat = EncodeMessage(ChatTextMessage{"Hello"});
 INSTANTIATE_TEST_SUITE_P(
     MessagePump, BrokenSessions,
