@@ -88,7 +88,7 @@ protected:
         std::vector<TerrainPoint> points;
         const auto source = OpenFileSource(Out());
         EXPECT_TRUE(source && ReadTerrain(
-                                  **source, [](double, double) { return true; }, points));
+                                  **source, [](LatLon) { return true; }, points));
         return points;
     }
 
