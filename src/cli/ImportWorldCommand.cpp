@@ -7,6 +7,7 @@
 #include "demo/DemoWorld.h"
 #include "demo/WorldData.h"
 #include "os/InterruptWatch.h"
+#include "world/FlightGearFiles.h"
 #include "world/WorldImport.h"
 
 #include <optional>
@@ -148,6 +149,12 @@ static Result<void> ImportAndReport(WorldOptions& options, const Console& consol
     return {};
 }
 
+/// An empty name would be no input at all, and the database be replaced by an empty one.
+static std::string CheckNamed(const std::string& file)
+{
+    return file.empty() ? "a file's name is empty" : std::string();
+}
+
 void AddImportWorld(CLI::App& import, const Console& console, CommandWork& work)
 {
     CLI::App* const command = import.add_subcommand(
@@ -155,14 +162,19 @@ void AddImportWorld(CLI::App& import, const Console& console, CommandWork& work)
     const auto options = std::make_shared<WorldOptions>();
     options->Import.AppFolder = ".";
     CLI::Option_group* const inputs = command->add_option_group("Input", "At least one of these");
-    inputs->add_option("--apt-dat", options->Import.AptDat, "Airports: an apt.dat, plain or gzip")->type_name("FILE");
+    inputs->add_option("--apt-dat", options->Import.AptDat, "Airports: an apt.dat, plain or gzip")
+        ->type_name("FILE")
+        ->check(CheckNamed);
     inputs->add_option("--nav-dat", options->Import.NavDat, "VORs, NDBs and ILS: a nav.dat, plain or gzip")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(CheckNamed);
     inputs->add_option("--airspaces", options->Import.Airspaces, "Airspaces: OpenAir files")
         ->type_name("FILE")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->check(CheckNamed);
     inputs->add_option("--flightgear", options->FlightGear, "The data folder of FlightGear, which has the first two")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->check(CheckNamed);
     inputs->require_option(1, 0);
     command->add_option("--app-folder", options->Import.AppFolder, "The folder of the database")
         ->type_name("DIR")

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -65,9 +64,10 @@ private:
     const WorldImport& m_import;
     std::span<const std::int16_t> m_magVar;
     const WorldImportCallbacks& m_callbacks;
-    fs::path m_folder;      ///< absolute
-    SimulatorFolder m_home; ///< that the settings name
-    MadeFolders m_made;     ///< goes after the writer, whose files may lie in it
+    fs::path m_folder;                 ///< absolute
+    std::vector<fs::path> m_airspaces; ///< each file once
+    SimulatorFolder m_home;            ///< that the settings name
+    MadeFolders m_made;                ///< goes after the writer, whose files may lie in it
     bool m_keepsMagdec = false;
     MagVarGrid m_grid;
     DatabaseWriter m_writer;
@@ -104,32 +104,6 @@ static std::uint64_t SizeOf(const fs::path& path)
     return error ? 0 : size;
 }
 
-FlightGearFiles FilesOfFlightGear(const fs::path& folder)
-{
-    const auto packedOrPlain = [&](const char* name) {
-        const fs::path plain = folder / name;
-        fs::path packed = plain;
-        packed += ".gz";
-        if (FileExists(packed))
-            return packed;
-        return FileExists(plain) ? plain : fs::path();
-    };
-    return {packedOrPlain("Airports/apt.dat"), packedOrPlain("Navaids/nav.dat")};
-}
-
-std::optional<fs::path> FindFlightGear()
-{
-    std::vector<fs::path> folders = {"/usr/share/games/flightgear", "/usr/share/flightgear",
-                                     "/usr/local/share/flightgear"};
-    if (const char* const root = std::getenv("FG_ROOT"); root != nullptr && *root != '\0')
-        folders.insert(folders.begin(), root);
-    for (const fs::path& folder : folders) {
-        if (!FilesOfFlightGear(folder).AptDat.empty())
-            return folder;
-    }
-    return std::nullopt;
-}
-
 Result<void> MadeFolders::Make(const fs::path& folder)
 {
     std::error_code error;
@@ -158,6 +132,14 @@ WorldImporter::WorldImporter(const WorldImport& import, std::span<const std::int
     assert(magVar.size() == MagVarGrid::CellCount);
 }
 
+static bool ContainsFile(const std::vector<fs::path>& files, const fs::path& file)
+{
+    return std::ranges::any_of(files, [&](const fs::path& other) {
+        std::error_code ignored;
+        return fs::equivalent(other, file, ignored);
+    });
+}
+
 Result<void> WorldImporter::Prepare()
 {
     if (Result<void> made = m_made.Make(m_folder); !made)
@@ -169,7 +151,11 @@ Result<void> WorldImporter::Prepare()
     } else {
         std::ranges::copy(m_magVar, m_grid.Values.begin());
     }
-    for (const fs::path& path : m_import.Airspaces)
+    for (const fs::path& path : m_import.Airspaces) {
+        if (!ContainsFile(m_airspaces, path))
+            m_airspaces.push_back(path);
+    }
+    for (const fs::path& path : m_airspaces)
         m_bytes += SizeOf(path);
     m_bytes += SizeOf(m_import.AptDat) + SizeOf(m_import.NavDat);
     return m_writer.Open();
@@ -271,7 +257,7 @@ Result<void> WorldImporter::ReadAll()
         if (Result<void> read = ReadApt(); !read)
             return read;
     }
-    for (const fs::path& path : m_import.Airspaces) {
+    for (const fs::path& path : m_airspaces) {
         if (Result<void> read = ReadAirspaces(path); !read)
             return read;
     }

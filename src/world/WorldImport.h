@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -21,10 +20,10 @@ namespace corvane {
 /// docs/maps.md tells what becomes of what.
 
 struct WorldImport {
-    std::filesystem::path AptDat; ///< airports; empty for none
-    std::filesystem::path NavDat; ///< VORs, NDBs and ILS; empty for none
-    std::vector<std::filesystem::path> Airspaces;
-    std::filesystem::path AppFolder; ///< is created where it is not there
+    std::filesystem::path AptDat;                 ///< airports; empty for none
+    std::filesystem::path NavDat;                 ///< VORs, NDBs and ILS; empty for none
+    std::vector<std::filesystem::path> Airspaces; ///< a file that is named twice counts once
+    std::filesystem::path AppFolder;              ///< is created where it is not there
     AptOptions Apt;
     MapSources Maps; ///< for outlines and terrain where AppFolder has none
 };
@@ -48,16 +47,6 @@ struct WorldImportCounts {
     WorldMapCounts Maps;
     std::vector<PassedLines> PassedOver; ///< of each file that has any
 };
-
-/// The airport and navaid files of an installed FlightGear: Airports/apt.dat and Navaids/nav.dat below a folder, packed
-/// or plain. A file that is not there is empty.
-struct FlightGearFiles {
-    std::filesystem::path AptDat;
-    std::filesystem::path NavDat;
-};
-FlightGearFiles FilesOfFlightGear(const std::filesystem::path& folder);
-/// The folder where FlightGear's data lie: that of the environment's FG_ROOT, or where distributions put it.
-std::optional<std::filesystem::path> FindFlightGear();
 
 /// What the settings name as the simulator's folder where the database is made of open data: the database's own folder,
 /// or one in it where the settings cannot hold that one's name.

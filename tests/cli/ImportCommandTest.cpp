@@ -38,6 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongCase{"CellsTooSmall", {"terrain", "a.tif", "--out", "b", "--every", "0.09"}},
                     WrongCase{"CellsTooLarge", {"terrain", "a.tif", "--out", "b", "--every", "61"}},
                     WrongCase{"NoNumber", {"terrain", "a.tif", "--out", "b", "--every", "nan"}},
+                    WrongCase{"NoName", {"world", "--apt-dat", ""}},
                     WrongCase{"NoSuchImport", {"airports", "a.csv", "--out", "b"}}),
     [](const auto& row) { return std::string(row.param.Name); });
 

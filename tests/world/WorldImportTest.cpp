@@ -9,6 +9,7 @@
 #include "tests/core/TemporaryFolder.h"
 #include "tests/world/WorldText.h"
 #include "world/Credits.h"
+#include "world/FlightGearFiles.h"
 
 #include <gmock/gmock.h>
 
@@ -139,6 +140,17 @@ TEST(WorldImport, LeavesASimulatorsOwnGridAlone)
     ASSERT_TRUE(ImportWorld(SampleImport(folder.Path()), TenDegrees()));
     EXPECT_EQ(ContentOf(folder.Path()).count("scenery/magdec.bgl"), 0U);
     EXPECT_EQ(AirportsOf(folder.Path())[0].Runways[0].MagHeading, 70);
+}
+
+TEST(WorldImport, ReadsAFileThatIsNamedTwiceOnce)
+{
+    const TemporaryFolder folder;
+    WorldImport import = SampleImport(folder.Path());
+    const auto once = ImportWorld(import, TenDegrees());
+    import.Airspaces.push_back(Samples / ".." / Samples.filename() / "airspaces.openair");
+    const auto twice = ImportWorld(import, TenDegrees());
+    ASSERT_TRUE(once && twice);
+    EXPECT_EQ(twice->Records.Airspaces, once->Records.Airspaces);
 }
 
 struct FailureCase {

@@ -4,6 +4,7 @@
 #include "core/windows/QtText.h"
 #include "demo/DemoWorld.h"
 #include "ui_WorldDataWindow.h"
+#include "world/FlightGearFiles.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>

@@ -83,6 +83,8 @@ Result<void> OutlineReader::ReadFile(const std::filesystem::path& path, FileProg
 
 Result<void> OutlineReader::ReadGshhgFile(const std::filesystem::path& path)
 {
+    if (!m_layers.empty())
+        return Fail(m_file, "has no layer of that name");
     const Result<std::vector<std::vector<LatLon>>> lines = ReadGshhg(path);
     if (!lines)
         return lines.error();
