@@ -6,21 +6,49 @@
 #include <array>
 
 namespace corvane {
-static constexpr double DimPart = 0.55;
+/// What is drawn, and its colour in each scheme. Classic is as it has always been; the others were found by search:
+/// against black each colour has a contrast of 4.5 : 1 or more (high contrast 6.3 : 1), and any two differ by Delta E
+/// 20 or more (CIE76), also as people see them who lack one kind of cone. A test computes both.
+static constexpr std::array<SchemeColours, 15> Table{{
+    // what, classic, high contrast, safe, dim
+    {"targets, runways", ScopeGreen, {92, 157, 87}, {154, 255, 102}, {2, 175, 94}},
+    {"airspaces", {0, 255, 255}, {0, 152, 255}, {142, 194, 176}, {222, 197, 198}},
+    {"the controlled sector", {192, 0, 192}, {208, 105, 185}, {202, 36, 202}, {158, 71, 239}},
+    {"ILS, the selected airspace", {255, 255, 0}, {117, 255, 118}, {193, 185, 0}, {164, 153, 0}},
+    {"airports", {255, 0, 0}, {254, 81, 25}, {255, 95, 87}, {251, 105, 193}},
+    {"VORs", {0, 0, 255}, {253, 0, 238}, {163, 58, 255}, {188, 63, 191}},
+    {"NDBs", {0, 255, 0}, {46, 193, 67}, {8, 255, 139}, {133, 227, 0}},
+    {"gates", {128, 64, 64}, {209, 183, 205}, {158, 98, 150}, {178, 96, 43}},
+    {"outlines, range rings", {128, 128, 128}, {150, 220, 167}, {128, 118, 112}, {123, 158, 255}},
+    {"taxiways", {192, 192, 192}, {187, 190, 252}, {220, 252, 250}, {80, 124, 140}},
+    {"texts", {255, 255, 255}, {223, 255, 239}, {203, 196, 234}, {120, 215, 253}},
+    {"the selected target", {160, 255, 160}, {236, 203, 41}, {76, 198, 126}, {132, 146, 130}},
+    {"a conflict to come, low altitude", {255, 220, 0}, {255, 255, 0}, {255, 255, 52}, {181, 215, 94}},
+    {"a violation", {255, 80, 64}, {226, 99, 141}, {229, 51, 22}, {255, 180, 151}},
+    {"notes", {200, 200, 200}, {223, 255, 239}, {203, 196, 234}, {120, 215, 253}},
+}};
+
+std::span<const SchemeColours> AllSchemeColours() noexcept
+{
+    return Table;
+}
+
+Color SchemeColours::In(ColourScheme scheme) const noexcept
+{
+    switch (scheme) {
+    case ColourScheme::Classic: break;
+    case ColourScheme::Contrast: return Contrast;
+    case ColourScheme::Safe: return Safe;
+    case ColourScheme::Dim: return Dim;
+    }
+    return Classic;
+}
 
 TargetColours ColoursOf(ColourScheme scheme) noexcept
 {
-    constexpr TargetColours Classic{ScopeGreen, {160, 255, 160}, {255, 220, 0}, {255, 80, 64}, {200, 200, 200}};
-    switch (scheme) {
-    case ColourScheme::Classic: break;
-    case ColourScheme::Contrast:
-        return {{128, 255, 128}, {255, 255, 255}, {255, 255, 0}, {255, 112, 96}, {255, 255, 255}};
-    case ColourScheme::Safe: return {{86, 180, 233}, {255, 255, 255}, {240, 228, 66}, {213, 94, 0}, {200, 200, 200}};
-    case ColourScheme::Dim:
-        return {Dimmed(Classic.Target, DimPart), Dimmed(Classic.Selected, DimPart), Dimmed(Classic.Prediction, DimPart),
-                Dimmed(Classic.Violation, DimPart), Dimmed(Classic.Note, DimPart)};
-    }
-    return Classic;
+    const auto in = [scheme](SchemeRow row) { return Table[static_cast<std::size_t>(row)].In(scheme); };
+    return {in(SchemeRow::Target),    in(SchemeRow::Selected), in(SchemeRow::Prediction),
+            in(SchemeRow::Violation), in(SchemeRow::Note),     scheme == ColourScheme::Classic ? 0.0 : 1.0};
 }
 
 Color Dimmed(Color color, double part) noexcept
@@ -31,56 +59,12 @@ Color Dimmed(Color color, double part) noexcept
     return {dim(color.R), dim(color.G), dim(color.B)};
 }
 
-/// The brightest part at full light, and a quarter of white in it; grey stays below the texts' white.
-static Color Brightened(Color color) noexcept
-{
-    constexpr int GreyLift = 70;
-    const int brightest = std::max({color.R, color.G, color.B});
-    if (brightest == 0)
-        return color;
-    if (color.R == color.G && color.G == color.B) {
-        const auto grey = static_cast<std::uint8_t>(std::min(brightest + GreyLift, 255));
-        return {grey, grey, grey};
-    }
-    const auto lift = [brightest](std::uint8_t light) {
-        return static_cast<std::uint8_t>(64 + light * 191 / brightest);
-    };
-    return {lift(color.R), lift(color.G), lift(color.B)};
-}
-
-namespace {
-struct ColourPair {
-    Color Classic;
-    Color Safe;
-};
-} // namespace
-
-static Color MadeSafe(Color color) noexcept
-{
-    constexpr std::array<ColourPair, 9> Pairs{{
-        {ScopeGreen, {86, 180, 233}},      // targets, runways
-        {{0, 255, 255}, {0, 114, 178}},    // airspaces
-        {{192, 0, 192}, {204, 121, 167}},  // the controlled sector
-        {{255, 255, 0}, {240, 228, 66}},   // ILS, the selected airspace
-        {{255, 0, 0}, {230, 159, 0}},      // airports
-        {{0, 0, 255}, {110, 150, 230}},    // VORs
-        {{0, 255, 0}, {0, 158, 115}},      // NDBs
-        {{128, 64, 64}, {150, 105, 70}},   // gates
-        {{128, 128, 128}, {110, 110, 110}} // outlines, range rings: behind everything else
-    }};
-    const auto* const found = std::ranges::find(Pairs, color, &ColourPair::Classic);
-    return found == Pairs.end() ? color : found->Safe;
-}
-
 Color InScheme(ColourScheme scheme, Color color) noexcept
 {
-    switch (scheme) {
-    case ColourScheme::Classic: break;
-    case ColourScheme::Contrast: return Brightened(color);
-    case ColourScheme::Safe: return MadeSafe(color);
-    case ColourScheme::Dim: return Dimmed(color, DimPart);
-    }
-    return color;
+    if (scheme == ColourScheme::Classic)
+        return color;
+    const auto* const found = std::ranges::find(Table, color, &SchemeColours::Classic);
+    return found == Table.end() ? color : found->In(scheme);
 }
 
 Surface& ColouredSurface::Prepared()

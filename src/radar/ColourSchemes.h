@@ -3,19 +3,55 @@
 #include "radar/DisplayOptions.h"
 #include "radar/Surface.h"
 
+#include <cstdint>
+#include <span>
+#include <string_view>
+
 namespace corvane {
+/// The rows of the schemes' table, in its order.
+enum class SchemeRow : std::uint8_t {
+    Target, ///< and runways
+    Airspace,
+    ControlledSector,
+    Ils, ///< and the selected airspace
+    Airport,
+    Vor,
+    Ndb,
+    Gate,
+    Outline, ///< and range rings
+    Taxiway,
+    Text,
+    Selected,
+    Prediction,
+    Violation,
+    Note
+};
+
+/// One kind of thing on the scope and its colour in each scheme.
+struct SchemeColours {
+    std::string_view What;
+    Color Classic; ///< as the scope has always had it, whatever its contrast
+    Color Contrast;
+    Color Safe; ///< for people who lack one kind of cone
+    Color Dim;  ///< for a dark room
+
+    [[nodiscard]] Color In(ColourScheme scheme) const noexcept;
+};
+/// All of them, a SchemeRow each.
+std::span<const SchemeColours> AllSchemeColours() noexcept;
+
 /// The colours of targets and alerts in a scheme.
 struct TargetColours {
     Color Target;
     Color Selected;
     Color Prediction; ///< a conflict to come, and an altitude that is too low
     Color Violation;
-    Color Note; ///< what the scope says of itself
+    Color Note;            ///< what the scope says of itself
+    double LeastLight = 0; ///< what a target keeps of its light however old it is
 };
 TargetColours ColoursOf(ColourScheme scheme) noexcept;
 
-/// One of the map's colours as the scheme has it. Classic leaves it; contrast makes it brighter, dim darker for a dark
-/// room; safe keeps apart what people with a colour vision deficiency confuse (the palette of Okabe and Ito).
+/// One of the map's classic colours as the scheme has it.
 Color InScheme(ColourScheme scheme, Color color) noexcept;
 
 /// A part of a colour's light, 0 .. 1.

@@ -35,6 +35,19 @@ void RadarDisplay::Resize(std::int32_t widthPx, std::int32_t heightPx)
     RedrawAll();
 }
 
+bool RadarDisplay::Classic() const noexcept
+{
+    DisplayOptions classic;
+    classic.Colours = m_options.Colours;
+    return m_options == classic;
+}
+
+void RadarDisplay::SetLineWidth(double width)
+{
+    m_painter.SetLineWidth(width);
+    MapIsStale();
+}
+
 void RadarDisplay::SetScale(double scale)
 {
     m_painter.SetScale(scale);

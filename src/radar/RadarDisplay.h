@@ -39,6 +39,8 @@ public:
     void Resize(std::int32_t widthPx, std::int32_t heightPx);
     /// The screen has so many pixels to one of the scope, 1 or more; the font's size must follow.
     void SetScale(double scale);
+    /// Lines and points are drawn so many times as wide, 1 or more.
+    void SetLineWidth(double width);
     void ZoomIn();
     void ZoomOut();
     void Recenter(LatLon center);
@@ -60,7 +62,7 @@ public:
     /// How targets are drawn from now on. The classic display draws as if there were no other.
     void SetDisplay(const DisplayOptions& options, double now);
     [[nodiscard]] const DisplayOptions& Display() const noexcept { return m_options; }
-    [[nodiscard]] bool Classic() const noexcept { return m_options == ClassicDisplay(); }
+    [[nodiscard]] bool Classic() const noexcept;
     /// A member has reported what its record holds.
     void Report(const PlayerRecord& member, double now);
     /// The targets of every display but the classic one; what is changed there shows after TargetsChanged.

@@ -17,23 +17,23 @@ ScopePoint RasterSurface::OnImage(ScopePoint at) const noexcept
 
 void RasterSurface::Line(ScopePoint from, ScopePoint to)
 {
-    RasterLine(m_image, State, OnImage(from), OnImage(to), m_scale);
+    RasterLine(m_image, State, OnImage(from), OnImage(to), m_scale * m_lineWidth);
 }
 
 void RasterSurface::Ellipse(ScopePoint corner1, ScopePoint corner2)
 {
-    RasterEllipse(m_image, State, OnImage(corner1), OnImage(corner2), m_scale);
+    RasterEllipse(m_image, State, OnImage(corner1), OnImage(corner2), m_scale * m_lineWidth);
 }
 
 void RasterSurface::Arc(ScopePoint corner1, ScopePoint corner2, ScopePoint start, ScopePoint end)
 {
-    RasterArc(m_image, State, OnImage(corner1), OnImage(corner2), OnImage(start), OnImage(end), m_scale);
+    RasterArc(m_image, State, OnImage(corner1), OnImage(corner2), OnImage(start), OnImage(end), m_scale * m_lineWidth);
 }
 
 void RasterSurface::SetPixel(ScopePoint at, Color color)
 {
     const DrawState pen{color};
-    RasterLine(m_image, pen, OnImage(at), OnImage(at), m_scale);
+    RasterLine(m_image, pen, OnImage(at), OnImage(at), m_scale * m_lineWidth);
 }
 
 /// All four bytes of a pixel times part / 255, rounded, two bytes at a time.

@@ -23,6 +23,8 @@ public:
     }
     /// Pixels of the image to one of the surface, 1 or more.
     void SetScale(double scale) noexcept { m_scale = scale; }
+    /// Lines, edges and points so many times as wide, 1 or more.
+    void SetLineWidth(double width) noexcept { m_lineWidth = width; }
 
     void Line(ScopePoint from, ScopePoint to) override;
     void Ellipse(ScopePoint corner1, ScopePoint corner2) override;
@@ -51,6 +53,7 @@ private:
     PixelImage& m_image;
     const ScopeFont& m_font;
     double m_scale;
+    double m_lineWidth = 1;
     Ink m_ink; ///< of the last text: nearly all are in one colour
 };
 } // namespace corvane

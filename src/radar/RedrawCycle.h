@@ -19,6 +19,8 @@ public:
         m_scale = scale;
         m_surface.SetScale(scale);
     }
+    /// Lines and points so many times as wide as they are; the next DrawMap follows it.
+    void SetLineWidth(double width) noexcept { m_surface.SetLineWidth(width); }
     RedrawCycle(const RedrawCycle&) = delete; // the surface draws on this object's own picture
     RedrawCycle& operator=(const RedrawCycle&) = delete;
 

@@ -2,6 +2,7 @@
 
 #include "core/Rounding.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane {
@@ -51,7 +52,7 @@ static void DrawPrediction(Surface& surface, const TargetMarks& marks, const Tar
 
 static Color ColorOf(const TargetMark& mark, const TargetColours& colours) noexcept
 {
-    return Dimmed(mark.Selected ? colours.Selected : colours.Target, mark.Light);
+    return Dimmed(mark.Selected ? colours.Selected : colours.Target, std::max(mark.Light, colours.LeastLight));
 }
 
 static void DrawSmall(Surface& surface, const TargetMark& mark, Color color)

@@ -238,10 +238,11 @@ TEST_F(TargetDisplayTest, SchemesRecolourAndDraggedBlocksStay)
     Pilot("N1", 5, 5, 7000);
     Options.Colours = ColourScheme::Safe;
     Refresh(0);
-    EXPECT_THAT(Drawn(), Contains("text 521,453 86,180,233 N1"));
+    EXPECT_THAT(Drawn(), Contains("text 521,453 154,255,102 N1"));
     Display->ByHand().Drag(Mark(0).Track, {-100, 40});
     Refresh(1);
-    EXPECT_THAT(Drawn(), IsSupersetOf({"text 400,540 86,180,233 N1", "line 500,500 447,540 pen 86,180,233 w1 solid"}));
+    EXPECT_THAT(Drawn(),
+                IsSupersetOf({"text 400,540 154,255,102 N1", "line 500,500 447,540 pen 154,255,102 w1 solid"}));
     EXPECT_EQ(Display->BlockAt({401, 541}), &Mark(0));
     EXPECT_EQ(Display->BlockAt({521, 453}), nullptr);
     EXPECT_EQ(Display->TargetAt({507, 500}), &Mark(0));

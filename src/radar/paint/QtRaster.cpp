@@ -9,9 +9,14 @@
 namespace corvane {
 QFont ScopeQFont(double scale)
 {
-    constexpr int PixelSize = 11; // 8 points at 96 dots per inch
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(RoundTo<std::int32_t>(PixelSize * scale));
+    return ScopeQFont({}, 0, scale);
+}
+
+QFont ScopeQFont(const QString& family, std::int32_t sizePx, double scale)
+{
+    constexpr int UsualSizePx = 11; // 8 points at 96 dots per inch
+    QFont font(family.isEmpty() ? QStringLiteral("DejaVu Sans") : family);
+    font.setPixelSize(RoundTo<std::int32_t>((sizePx == 0 ? UsualSizePx : sizePx) * scale));
     font.setStyleHint(QFont::SansSerif);
     font.setHintingPreference(QFont::PreferFullHinting);
     font.setKerning(false);

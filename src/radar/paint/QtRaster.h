@@ -10,6 +10,8 @@ namespace corvane {
 /// The scope's typeface: small, hinted, with characters at whole pixels, the same size on every display.
 /// scale  of the screen: pixels to one of the scope
 QFont ScopeQFont(double scale = 1);
+/// Another family, or the same where it is empty, in another size: pixels of the scope, 0 for the usual one.
+QFont ScopeQFont(const QString& family, std::int32_t sizePx, double scale);
 
 /// Draws the characters of a font once. Needs a running QGuiApplication.
 ScopeFont MakeScopeFont(const QFont& font);
