@@ -30,6 +30,7 @@ void HealthLine::Refresh()
     if (m_recording.Playback.IsPaused())
         Heard(); // nobody can say anything
     const HealthReport report = m_health.Report(m_players.PlayerCount(), m_clock());
+    m_isQuiet = report.Level != HealthLevel::Well;
     const bool over = report.Level == HealthLevel::Over;
     m_parts.Bar.setVisible(over || m_parts.Show.isChecked());
     m_parts.Locate.setVisible(over);

@@ -36,6 +36,8 @@ public:
     /// A member has been heard.
     void Heard() { m_health.Heard(m_clock()); }
     void Refresh();
+    /// Nobody has been heard for a while, as the last Refresh found.
+    [[nodiscard]] bool IsQuiet() const noexcept { return m_isQuiet; }
 
 signals:
     void LocateRequested();
@@ -47,5 +49,6 @@ private:
     QString m_hostedAt;
     MillisecondClock m_clock = SteadyMilliseconds();
     SessionHealth m_health{m_clock()};
+    bool m_isQuiet = false;
 };
 } // namespace corvane

@@ -1,6 +1,7 @@
 #include "app/windows/MainWindow.h"
 
 #include "app/AppState.h"
+#include "app/windows/AttentionControls.h"
 #include "app/windows/HealthLine.h"
 #include "app/windows/NoticeLine.h"
 #include "app/windows/RadarMemory.h"
@@ -40,6 +41,9 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_displayControls = std::make_unique<DisplayControls>(state.Display, state.Area, *m_ui->modern_display_op1,
                                                           *m_ui->display_options_op1, *this);
     connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
+    m_appearance = std::make_unique<AppearanceControls>(desk, *m_ui->appearance_op1, *this);
+    connect(m_appearance.get(), &AppearanceControls::Changed, this, &MainWindow::TakeAppearance);
+    m_attention = std::make_unique<AttentionControls>(desk, *m_ui->signals_op1, *m_ui->Label13, *this);
     m_traffic = std::make_unique<TrafficControls>(state, boxes, desk, *m_ui->offer_targets1, *m_ui->Label9);
     m_targets = std::make_unique<TargetControls>(m_display, *m_ui->Picture1, *m_ui->Label1, state.Players);
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(state.Area)));
@@ -53,7 +57,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
     RestoreRadarView(desk, state.Area, state.Flags, m_display);
     m_ui->Picture1->SetDisplay(&m_display);
-    TakeDisplay();
+    TakeAppearance();
     UpdateScope();
     MakeTimer(m_timer1, "Timer1", PumpIntervalMs, &MainWindow::PumpTick);
     MakeTimer(m_timer2, "Timer2", TargetIntervalMs, &MainWindow::TargetTick);
@@ -96,7 +100,7 @@ void MainWindow::ConnectControls()
     });
     connect(m_ui->Picture1, &ScopeWidget::DensityChanged, this, [this] {
         const double density = m_ui->Picture1->devicePixelRatioF();
-        m_font = MakeScopeFont(ScopeQFont(density));
+        m_font = MakeFont(density);
         m_display.SetScale(density);
     });
     connect(m_ui->load_all_db_files, &QAction::triggered, this, &MainWindow::ChooserRequested);
@@ -138,13 +142,16 @@ void MainWindow::PumpTick()
         return;
     m_traffic->Refresh();
     m_recording->Refresh(); // which may show a box: this window may have been left when it returns
-    if (!m_left)
-        m_health->Refresh();
+    if (m_left)
+        return;
+    m_health->Refresh();
+    m_attention->Refresh(m_health->IsQuiet());
 }
 
 void MainWindow::TargetTick()
 {
     m_display.RefreshTargets(Now());
+    m_attention->LookAt(m_display.Targets().Monitor().Alerts());
     if (!m_display.Classic())
         m_targets->ShowPanel();
     UpdateScope();
@@ -183,8 +190,21 @@ double MainWindow::Now() const
 
 void MainWindow::TakeDisplay()
 {
-    m_display.SetDisplay(m_state.Display, Now());
+    m_display.SetDisplay(InAppearance(m_state.Display, m_appearance->Look()), Now());
     UpdateScope();
+}
+
+ScopeFont MainWindow::MakeFont(double density) const
+{
+    const Appearance& look = m_appearance->Look();
+    return MakeScopeFont(ScopeQFont(QString::fromStdString(look.ScopeFont), look.ScopeTextPx, density));
+}
+
+void MainWindow::TakeAppearance()
+{
+    m_font = MakeFont(m_ui->Picture1->devicePixelRatioF());
+    m_display.SetLineWidth(m_appearance->Look().LineWidth);
+    TakeDisplay();
 }
 
 void MainWindow::PositionReported(const PlayerRecord& player)
@@ -306,17 +326,24 @@ void MainWindow::RefreshPlayerList()
 void MainWindow::AddChatLine(std::string_view from, std::string_view text)
 {
     m_health->Heard();
+    m_attention->Note(AttentionSign::Chat);
     m_chat.AddChatLine(from, text);
 }
 
 void MainWindow::PlayerAdded(const PlayerRecord& player)
 {
     m_health->Heard();
+    m_attention->Note(AttentionSign::Join);
     if (!m_desk.Flag(RememberKey, false))
         return;
     for (PlayerRecord& entry : m_state.Players.Players())
         if (&entry == &player)
             m_state.Plans.Restore(entry);
+}
+
+void MainWindow::PlayerRemoved(const PlayerRecord& /*player*/)
+{
+    m_attention->Note(AttentionSign::Leave);
 }
 
 void MainWindow::PlayerUpdated(const PlayerRecord& /*player*/)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/windows/AppearanceControls.h"
 #include "app/windows/DisplayControls.h"
 #include "app/windows/RecordingControls.h"
 #include "app/windows/TargetControls.h"
@@ -21,6 +22,7 @@ class Form1;
 
 namespace corvane {
 struct AppState;
+class AttentionControls;
 class ChatWindow;
 class DeskSettings;
 class HealthLine;
@@ -84,6 +86,7 @@ private:
     void PlayerAdded(const PlayerRecord& player) override;
     void PlayerUpdated(const PlayerRecord& player) override;
     void PositionReported(const PlayerRecord& player) override;
+    void PlayerRemoved(const PlayerRecord& player) override;
     void Disconnect() override { Leave(); }
 
     void ConnectControls();
@@ -97,6 +100,8 @@ private:
     void UpdateScope();
     [[nodiscard]] double Now() const;
     void TakeDisplay();
+    void TakeAppearance();
+    [[nodiscard]] ScopeFont MakeFont(double density) const;
     void StartRefreshing();
     void LeaveIfWanted();
     void SetControlsEnabled(bool enabled);
@@ -116,6 +121,8 @@ private:
     std::unique_ptr<HealthLine> m_health;
     std::unique_ptr<NoticeLine> m_notices;
     std::unique_ptr<DisplayControls> m_displayControls;
+    std::unique_ptr<AppearanceControls> m_appearance;
+    std::unique_ptr<AttentionControls> m_attention;
     std::unique_ptr<TrafficControls> m_traffic;
     QActionGroup m_actions{this}; ///< what the menus do
     QTimer m_timer1{this};        ///< message pump

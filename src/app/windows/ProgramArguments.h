@@ -19,6 +19,8 @@ public:
     /// Prints the help or the version where they are asked for, and ends the program: before there is a display, so
     /// that scripts and consoles without one can ask.
     void AnswerWithoutDisplay(int& argc, char** argv);
+    /// Whether a script wants a picture; to be asked after that.
+    [[nodiscard]] bool ForPicture() const { return m_parser.isSet(m_screenshot); }
     /// Takes the folder into the state and the rest as the scripted start. Ends the program where the arguments are
     /// wrong or the user's own folder cannot be made.
     ScriptedStart Read(const QCoreApplication& application, AppState& state);

@@ -5,6 +5,7 @@
 #include "app/PracticeProvider.h"
 #include "app/StartupChecks.h"
 #include "app/TrafficHosting.h"
+#include "app/windows/AppearanceMemory.h"
 #include "app/windows/HostAddressPrompt.h"
 #include "app/windows/Program.h"
 #include "app/windows/ProgramArguments.h"
@@ -60,6 +61,8 @@ int main(int argc, char** argv)
     QApplication::setDesktopFileName("org.corvane.Corvane"); // of the menu entry, by which desktops know its windows
     ProgramArguments arguments;
     arguments.AnswerWithoutDisplay(argc, argv);
+    if (!arguments.ForPicture()) // those are all alike
+        ApplyInterfaceScale();
     const QApplication application(argc, argv);
     QApplication::setWindowIcon(RadarIcon());
     QApplication::setQuitOnLastWindowClosed(false); // windows follow one another; the flow says when it ends
@@ -77,6 +80,8 @@ int main(int argc, char** argv)
     const ScriptedStart script = arguments.Read(application, *state);
     DeskSettings desk(script.Unattended() ? QString()
                                           : DeskSettings::DefaultFile()); // a script's pictures are all alike
+    if (const Appearance look = ReadAppearance(desk); look != Appearance())
+        ApplyWindowFont(look);
     DirectPlayProvider networkProvider(NetworkOptions(state->Session, desk));
     PracticeProvider practiceProvider(network);
     RecordedSessionProvider recordedProvider(playback, dialogs, shown);

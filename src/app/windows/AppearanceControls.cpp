@@ -1,0 +1,33 @@
+#include "app/windows/AppearanceControls.h"
+
+#include "app/windows/AppearanceMemory.h"
+#include "radar/windows/AppearanceWindow.h"
+
+#include <QAction>
+
+namespace corvane {
+AppearanceControls::AppearanceControls(DeskSettings& desk, QAction& window, QWidget& radar)
+    : m_desk(desk), m_radar(radar), m_look(ReadAppearance(desk))
+{
+    connect(&window, &QAction::triggered, this, &AppearanceControls::OpenWindow);
+}
+
+void AppearanceControls::Take()
+{
+    KeepAppearance(m_desk, m_look);
+    ApplyWindowFont(m_look);
+    emit Changed();
+}
+
+void AppearanceControls::OpenWindow()
+{
+    if (!m_window) {
+        m_window = new AppearanceWindow(m_look, &m_radar);
+        m_window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_window, &AppearanceWindow::Changed, this, &AppearanceControls::Take);
+    }
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+} // namespace corvane
