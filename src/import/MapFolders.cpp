@@ -25,7 +25,7 @@ struct MapFiles {
 static std::vector<MapFiles> KnownMaps()
 {
     std::vector<MapFiles> maps;
-    constexpr std::string_view Resolutions = "licfh"; // low suits the world, then coarser and finer ones
+    constexpr std::string_view Resolutions = "ilchf"; // what suits a world of which every so many-eth point is drawn
     for (const char resolution : Resolutions) {
         const std::string r(1, resolution);
         maps.push_back({"binned_GSHHS_" + r + ".nc", {"binned_border_" + r + ".nc"}});
