@@ -1,6 +1,7 @@
 #include "app/windows/AppearanceControls.h"
 
 #include "app/windows/AppearanceMemory.h"
+#include "app/windows/DialogPlace.h"
 #include "radar/windows/AppearanceWindow.h"
 
 #include <QAction>
@@ -25,6 +26,7 @@ void AppearanceControls::OpenWindow()
         m_window = new AppearanceWindow(m_look, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &AppearanceWindow::Changed, this, &AppearanceControls::Take);
+        PlaceBelowMenus(*m_window, m_radar);
     }
     m_window->show();
     m_window->raise();

@@ -1,6 +1,7 @@
 #include "app/windows/AttentionControls.h"
 
 #include "app/windows/AttentionWindow.h"
+#include "app/windows/DialogPlace.h"
 #include "app/windows/TonePlayer.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
@@ -88,6 +89,7 @@ void AttentionControls::OpenWindow()
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &AttentionWindow::Changed, this, &AttentionControls::Keep);
         connect(m_window, &AttentionWindow::TryRequested, this, &AttentionControls::Play);
+        PlaceBelowMenus(*m_window, m_radar);
     }
     m_window->show();
     m_window->raise();

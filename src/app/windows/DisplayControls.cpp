@@ -1,5 +1,6 @@
 #include "app/windows/DisplayControls.h"
 
+#include "app/windows/DialogPlace.h"
 #include "area/AreaModel.h"
 #include "radar/windows/DisplayOptionsWindow.h"
 
@@ -37,13 +38,11 @@ void DisplayControls::SwitchModern(bool on)
 
 void DisplayControls::OpenWindow()
 {
-    constexpr int BelowTheMenus = 50;
     if (!m_window) {
         m_window = new DisplayOptionsWindow(m_options, m_area.AreaMode, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &DisplayOptionsWindow::Changed, this, &DisplayControls::OptionsChanged);
-        m_window->adjustSize();
-        m_window->move(m_radar.x() + m_radar.width() - m_window->width(), m_radar.y() + BelowTheMenus);
+        PlaceBelowMenus(*m_window, m_radar);
     }
     m_window->show();
     m_window->raise();
