@@ -1,6 +1,6 @@
 #include "radar/windows/AppearanceWindow.h"
 
-#include "radar/paint/ScopePaint.h"
+#include "radar/paint/QtRaster.h"
 #include "ui_AppearanceWindow.h"
 
 #include <QApplication>
