@@ -110,12 +110,13 @@ TEST_P(AccessibleScheme, IsToldApartByEverybody)
     }
 }
 
+std::string SchemeName(const testing::TestParamInfo<ColourScheme>& row)
+{
+    constexpr std::array<const char*, 4> Names = {"Classic", "Contrast", "Safe", "Dim"};
+    return Names[static_cast<std::size_t>(row.param)];
+}
 INSTANTIATE_TEST_SUITE_P(Radar, AccessibleScheme,
-                         testing::Values(ColourScheme::Contrast, ColourScheme::Safe, ColourScheme::Dim),
-                         [](const auto& scheme) {
-                             constexpr std::array Names{"Classic", "Contrast", "Safe", "Dim"};
-                             return Names[static_cast<std::size_t>(scheme.param)];
-                         });
+                         testing::Values(ColourScheme::Contrast, ColourScheme::Safe, ColourScheme::Dim), SchemeName);
 
 TEST(ColourSchemes, ClassicIsWhatItWasAndTheTableHoldsEveryColourOnce)
 {
