@@ -186,14 +186,13 @@ void Baseline(benchmark::State& state, const AreaSize& size)
     Bench bench(size, state.range(0));
     RecordingSurface recorder;
     DrawMapLayers(recorder, bench.Scene());
-    PictureBox box;
-    box.Resize(Width, Height);
+    PixelImage picture(Width, Height);
     PixelImage snapshot;
-    RasterSurface surface(box.Image(), bench.Font);
+    RasterSurface surface(picture, bench.Font);
     while (state.KeepRunning()) {
-        box.SetPicture(nullptr);
+        picture.Fill(PixelImage::Black);
         recorder.Replay(surface);
-        snapshot = box.Image();
+        snapshot = picture;
         benchmark::DoNotOptimize(snapshot.Row(0));
     }
     state.counters["operations"] = static_cast<double>(recorder.Operations().size());

@@ -1,5 +1,7 @@
 #include "area/DistanceBound.h"
 
+#include <cassert>
+
 namespace corvane {
 static constexpr double NmPerDegree = 60;
 static constexpr double Slack = 0.9999; // more than sin(x)/x loses along the meridian, and all rounding
@@ -11,6 +13,7 @@ DistanceBound::DistanceBound(LatLon center, std::int16_t reachNm) noexcept
       m_latReach(m_beyondNm / NmPerDegree),
       m_latWeight(Slack * NmPerDegree * NmPerDegree)
 {
+    assert(reachNm > 0);
     constexpr double NearPole = 89.9;
     if (!m_onEarth || std::abs(center.Lat) + m_latReach >= NearPole)
         return;

@@ -3,6 +3,8 @@
 #include "core/DatabaseFiles.h"
 #include "core/File.h"
 
+#include <cassert>
+
 namespace corvane {
 void DatabaseWriter::Note(const Result<void>& outcome)
 {
@@ -27,6 +29,7 @@ void DatabaseWriter::Write(Output& output, ByteSpan bytes)
 {
     if (!m_status || bytes.empty())
         return;
+    assert(output.File); // Open comes first, and nothing after Commit and Abandon
     output.File->Write(bytes);
     Note(output.File->Status());
     output.Size += static_cast<std::int64_t>(bytes.size());
@@ -51,8 +54,10 @@ void DatabaseWriter::Append(EncodedRecords& records)
 
 Result<void> DatabaseWriter::Commit()
 {
-    for (Output& output : m_outputs)
+    for (Output& output : m_outputs) {
+        assert(output.File);
         Note(output.File->Close());
+    }
     for (Output& output : m_outputs) {
         if (m_status)
             Note(output.File->Commit());

@@ -65,6 +65,7 @@ bool EncodedRecords::Move(Bytes& bytes, const std::vector<std::size_t>& nextPosA
     for (const std::size_t at : nextPosAt) {
         assert(at + 4 <= bytes.size());
         const auto nextPos = static_cast<std::int32_t>(LittleEndian<4>(bytes.data() + at));
+        assert(nextPos > static_cast<std::int64_t>(at) + 4); // it leads behind the record
         ByteWriter(bytes).PatchI32(at, static_cast<std::int32_t>(nextPos + offset));
     }
     return true;

@@ -2,6 +2,7 @@
 
 #include "core/File.h"
 
+#include <cassert>
 #include <system_error>
 #include <utility>
 
@@ -87,6 +88,7 @@ std::optional<ScannedFile> ScanAhead::Next()
         const std::shared_ptr<Slot> slot = TakeFile();
         if (!slot)
             return std::nullopt;
+        assert(m_slots.size() == 1);
         m_slots.clear(); // nobody else works on it
         lock.unlock();
         Scan(slot->Scanned, m_ownLoader);
@@ -95,6 +97,7 @@ std::optional<ScannedFile> ScanAhead::Next()
     const std::shared_ptr<Slot> slot = m_slots.front();
     m_changed.wait(lock, [&slot] { return slot->Done; });
     m_slots.pop_front();
+    assert(m_bytesHeld >= slot->Scanned.Records.ByteCount());
     m_bytesHeld -= slot->Scanned.Records.ByteCount();
     m_changed.notify_all();
     return std::move(slot->Scanned);

@@ -3,6 +3,7 @@
 #include "core/FieldCodec.h"
 #include "core/NumberText.h"
 
+#include <cassert>
 #include <limits>
 #include <string>
 
@@ -27,6 +28,7 @@ static std::optional<std::size_t> EncodeAt(Bytes& out, const Record& record, std
     const std::size_t start = out.size();
     FieldWriter fields(out);
     VisitFields(record, fields);
+    assert(fields.NextPosAt() > start); // the record has one, behind its first text
     const std::int64_t next = position + static_cast<std::int64_t>(out.size() - start);
     if (next > std::numeric_limits<std::int32_t>::max()) {
         out.resize(start);

@@ -5,6 +5,7 @@
 #include "core/Text.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -32,6 +33,7 @@ HighestTerrain FindHighestTerrain(const std::vector<TerrainPoint>& points, LatLo
         for (auto d = static_cast<std::size_t>(distance); d < highest.size() && highest[d] < point.ElevationFt; ++d)
             highest[d] = point.ElevationFt;
     }
+    assert(std::ranges::is_sorted(highest)); // what a point at the front does not raise it raises nowhere
     return highest;
 }
 
@@ -63,6 +65,7 @@ std::span<MinimumAltitudes::Destination> MinimumAltitudes::FindDestinations(std:
     const std::string key = ToUpper(TrimSpaces(icao));
     if (key.empty())
         return {};
+    assert(std::ranges::is_sorted(m_destinations, {}, &Destination::Icao));
     const auto first = std::ranges::lower_bound(m_destinations, key, {}, &Destination::Icao);
     const auto last = std::ranges::upper_bound(m_destinations, key, {}, &Destination::Icao);
     return {first, last};

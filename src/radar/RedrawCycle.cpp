@@ -7,12 +7,12 @@
 namespace corvane {
 void RedrawCycle::DrawMap(const MapScene& scene, ColourScheme colours)
 {
-    const PixelImage& picture = m_scope.Image();
     const auto width = RoundTo<std::int32_t>(scene.View.ScopeWidthPx * m_scale);
     const auto height = RoundTo<std::int32_t>(scene.View.ScopeHeightPx * m_scale);
-    if (picture.Width() != width || picture.Height() != height)
-        m_scope.Resize(width, height);
-    m_scope.SetPicture(nullptr);
+    if (m_picture.Width() != width || m_picture.Height() != height)
+        m_picture.Resize(width, height);
+    else
+        m_picture.Fill(PixelImage::Black);
     m_surface.RestoreDefaults();
     if (colours == ColourScheme::Classic) {
         DrawMapLayers(m_surface, scene);
@@ -21,6 +21,6 @@ void RedrawCycle::DrawMap(const MapScene& scene, ColourScheme colours)
         DrawMapLayers(coloured, scene);
         m_surface.RestoreDefaults();
     }
-    m_map = m_scope.Image();
+    m_map = m_picture;
 }
 } // namespace corvane

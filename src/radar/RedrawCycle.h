@@ -2,8 +2,10 @@
 
 #include "radar/DisplayOptions.h"
 #include "radar/MapScene.h"
-#include "radar/PictureBox.h"
+#include "radar/PixelImage.h"
 #include "radar/RasterSurface.h"
+
+#include <cassert>
 
 namespace corvane {
 /// The scope's pictures and the cycle in which they are drawn: the map once for a view, then again and again the map's
@@ -12,7 +14,7 @@ namespace corvane {
 class RedrawCycle {
 public:
     /// The font is borrowed.
-    explicit RedrawCycle(const ScopeFont& font) noexcept : m_surface(m_scope.Image(), font) {}
+    explicit RedrawCycle(const ScopeFont& font) noexcept : m_surface(m_picture, font) {}
     /// Pixels of the picture to one of the scope, 1 or more; the next DrawMap follows it.
     void SetScale(double scale) noexcept
     {
@@ -27,15 +29,19 @@ public:
     /// Clears the scope to the size of the scene's view times the scale, draws the map layers and takes their snapshot.
     void DrawMap(const MapScene& scene, ColourScheme colours = ColourScheme::Classic);
     /// Takes everything off the scope but the map.
-    void RestoreMap() noexcept { m_scope.SetPicture(&m_map); }
+    void RestoreMap()
+    {
+        assert(m_map.Width() == m_picture.Width() && m_map.Height() == m_picture.Height());
+        m_picture = m_map;
+    }
 
     /// What is drawn over the map goes here.
     [[nodiscard]] Surface& Scope() noexcept { return m_surface; }
-    [[nodiscard]] const PixelImage& Picture() const noexcept { return m_scope.Image(); }
+    [[nodiscard]] const PixelImage& Picture() const noexcept { return m_picture; }
 
 private:
-    PictureBox m_scope;
-    PixelImage m_map; ///< the snapshot: map layers without targets
+    PixelImage m_picture; ///< what is shown
+    PixelImage m_map;     ///< the snapshot: map layers without targets
     RasterSurface m_surface;
     double m_scale = 1;
 };

@@ -1,47 +1,17 @@
 #include "radar/RedrawCycle.h"
 
 #include "radar/MapLayers.h"
-#include "radar/PictureBox.h"
 #include "radar/RecordingSurface.h"
 
 #include <gtest/gtest.h>
 
 namespace corvane {
 namespace {
-constexpr std::uint32_t Red = 0xffff0000;
-
-TEST(PictureBox, ClearingRestoresTheBackground)
+TEST(PixelImage, HoldsItsSizes)
 {
-    PixelImage background(4, 2);
-    background.Fill(Red);
-    PictureBox box;
-    box.Resize(4, 2);
-    EXPECT_EQ(box.Image(), PixelImage(4, 2)); // black
-    box.Image().Row(0)[0] = 0xff123456;
-    box.SetPicture(&background); // shows at once
-    EXPECT_EQ(box.Image(), background);
-    box.Image().Row(1)[3] = 0xff123456;
-    EXPECT_NE(box.Image(), background); // what is drawn persists
-    box.Clear();
-    EXPECT_EQ(box.Image(), background);
-    box.SetPicture(nullptr);
-    EXPECT_EQ(box.Image(), PixelImage(4, 2));
-}
-
-TEST(PictureBox, ShowsPicturesOfOtherSizesFromTheTopLeft)
-{
-    PixelImage background(3, 3);
-    background.Fill(Red);
-    PictureBox box;
-    box.Resize(4, 2);
-    box.SetPicture(&background);
-    EXPECT_EQ(box.Image().At(2, 1), Red);
-    EXPECT_EQ(box.Image().At(3, 1), PixelImage::Black);
-    box.Resize(0, 0);
-    box.Clear();
-    box.Resize(-5, 1 << 30);
-    EXPECT_EQ(box.Image().Width(), 0);
-    EXPECT_EQ(box.Image().Height(), PixelImage::LargestSide);
+    const PixelImage image(-5, 1 << 30);
+    EXPECT_EQ(image.Width(), 0);
+    EXPECT_EQ(image.Height(), PixelImage::LargestSide);
 }
 
 struct PaintedScope : testing::Test {
