@@ -5,7 +5,7 @@
 namespace corvane {
 static std::string Reason()
 {
-    const char* const reason = dlerror();
+    const char* const reason = dlerror(); // NOLINT(concurrency-mt-unsafe): each thread has its own in glibc
     return reason == nullptr ? "is not known" : reason;
 }
 
