@@ -22,7 +22,8 @@ static std::string ReadText(const fs::path& path)
 static void CopyDataWith(const fs::path& folder, const char* file, const std::string& from, const std::string& to)
 {
     for (const auto& entry : fs::directory_iterator(DefaultDataFolder()))
-        fs::copy_file(entry.path(), folder / entry.path().filename());
+        if (entry.is_regular_file())
+            fs::copy_file(entry.path(), folder / entry.path().filename());
     std::string text = ReadText(folder / file);
     const std::size_t at = text.find(from);
     ASSERT_NE(at, std::string::npos);

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QFontDatabase>
 #include <QSettings>
 
 namespace corvane {
@@ -41,7 +42,7 @@ void KeepAppearance(DeskSettings& desk, const Appearance& look)
 
 void ApplyWindowFont(const Appearance& look)
 {
-    QApplication::setFont(QFont()); // the desktop's
+    QApplication::setFont(QFontDatabase::systemFont(QFontDatabase::GeneralFont)); // the desktop's
     if (look.WindowTextPt == 0)
         return;
     QFont font = QApplication::font();
