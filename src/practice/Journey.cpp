@@ -31,7 +31,8 @@ const PracticeAirport* JourneyPlanner::PickAirport(PracticeRandom& random) const
 
 LatLon JourneyPlanner::RandomPlace(double nearestNm, double farthestNm, PracticeRandom& random) const
 {
-    return Along(m_scene->Center(), random.Between(0, 360), random.Between(nearestNm, farthestNm));
+    const double distanceNm = random.Between(nearestNm, farthestNm);
+    return Along(m_scene->Center(), random.Between(0, 360), distanceNm);
 }
 
 void JourneyPlanner::Plan(Journey& journey, const PracticeAirport* from, PracticeRandom& random) const

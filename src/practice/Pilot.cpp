@@ -92,7 +92,8 @@ void Pilot::BeginAirborne(Scenario scenario, PracticeRandom& random)
     const PracticeAirport* destination = m_orders.Trip.Destination;
     const bool arrival = scenario == Scenario::Arrival && destination != nullptr;
     const LatLon around = arrival ? destination->Position : m_planner.Scene().Center();
-    m_state.Position = Along(around, random.Between(0, 360), arrival ? random.Between(25, 55) : random.Between(10, 70));
+    const double distanceNm = arrival ? random.Between(25, 55) : random.Between(10, 70);
+    m_state.Position = Along(around, random.Between(0, 360), distanceNm);
     m_orders.Air.BeginEnRoute(m_state, m_orders.Trip);
 }
 

@@ -53,7 +53,8 @@ TEST_F(Obeying, DoesWhatItReadsBackWhateverItWasDoing)
                                 "direct BIG", "join the localizer 16R", "maintain 9000"};
     int done = 0;
     for (int trial = 0; trial < 400; ++trial) {
-        Pilot pilot = Make(Kinds[Random.Below(Kinds.size())], Ways[Random.Below(Ways.size())]);
+        const AircraftKind kind = Kinds[Random.Below(Kinds.size())];
+        Pilot pilot = Make(kind, Ways[Random.Below(Ways.size())]);
         Fly(pilot, Random.Between(0, 900));
         const std::string before = Before[Random.Below(Before.size())];
         Tell(pilot, before);
