@@ -19,7 +19,6 @@ using testing::SizeIs;
 using Lists = std::map<std::string, std::vector<int>>;
 
 /// Two bins of 180 degrees: the eastern half of the world, then the western one. 364 steps are about a degree.
-constexpr int Middle = 32768; // the equator
 Lists Coasts()
 {
     const auto segment = [](int points, int level) { return points << 9 | level << 6; };
