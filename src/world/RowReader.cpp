@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 namespace corvane {
 static constexpr std::string_view Blanks = " \t";

@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <utility>
 
 namespace corvane {
 std::string BaseStationTime()
