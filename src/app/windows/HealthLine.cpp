@@ -32,13 +32,16 @@ void HealthLine::Refresh()
     const HealthReport report = m_health.Report(m_players.PlayerCount(), m_clock());
     m_isQuiet = report.Level != HealthLevel::Well;
     const bool over = report.Level == HealthLevel::Over;
-    m_parts.Bar.setVisible(over || m_parts.Show.isChecked());
+    m_parts.Bar.setVisible(over || m_malformed > 0 || m_parts.Show.isChecked());
     m_parts.Locate.setVisible(over);
     QString text = ToQString(report.Text);
     if (!m_hostedAt.isEmpty())
         text += ", hosting at " + m_hostedAt;
     if (m_recording.Recorder.IsRecording())
         text += ", recording";
+    if (m_malformed > 0)
+        text += m_malformed == 1 ? tr(", 1 malformed message passed over")
+                                 : tr(", %1 malformed messages passed over").arg(m_malformed);
     if (text == m_parts.Text.text())
         return;
     m_parts.Text.setText(text);

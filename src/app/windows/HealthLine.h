@@ -17,7 +17,7 @@ namespace corvane {
 class DeskSettings;
 
 /// The line on the radar that tells how the session fares: on request always, and by itself when it seems to be over,
-/// with a button that offers to locate sessions again.
+/// with a button that offers to locate sessions again, and when messages had to be passed over.
 class HealthLine final : public QObject {
     Q_OBJECT
 
@@ -35,6 +35,8 @@ public:
 
     /// A member has been heard.
     void Heard() { m_health.Heard(m_clock()); }
+    /// So many messages could not be read and have been passed over.
+    void Forgiven(std::int64_t malformed) { m_malformed = malformed; }
     void Refresh();
     /// Nobody has been heard for a while, as the last Refresh found.
     [[nodiscard]] bool IsQuiet() const noexcept { return m_isQuiet; }
@@ -47,6 +49,7 @@ private:
     const PlayerTable& m_players;
     RecordingParts m_recording;
     QString m_hostedAt;
+    std::int64_t m_malformed = 0;
     MillisecondClock m_clock = SteadyMilliseconds();
     SessionHealth m_health{m_clock()};
     bool m_isQuiet = false;

@@ -2,13 +2,19 @@
 
 #include "app/AppState.h"
 #include "app/windows/AttentionControls.h"
+#include "app/windows/Bookmarks.h"
+#include "app/windows/FindControls.h"
 #include "app/windows/HealthLine.h"
 #include "app/windows/NoticeLine.h"
 #include "app/windows/RadarMemory.h"
+#include "app/windows/SecondScopeControls.h"
+#include "app/windows/TrafficListControls.h"
+#include "app/windows/ViewKeys.h"
 #include "area/ChooserModel.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "radar/paint/QtRaster.h"
+#include "recording/PlaybackClock.h"
 #include "session/windows/ChatWindow.h"
 #include "ui_MainWindow.h"
 
@@ -20,6 +26,7 @@
 
 namespace corvane {
 static constexpr const char* AskKey = "askBeforeLeaving";
+static constexpr const char* ForgiveKey = "session/passMalformed";
 static constexpr int TargetIntervalMs = 1000;
 static constexpr int PanelIntervalMs = 500;
 
@@ -52,6 +59,13 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
         HealthLine::Parts{*m_ui->show_health1, *m_ui->HealthBar, *m_ui->Label10, *m_ui->Command7}, desk, state.Players,
         recording, hostedAt);
     m_notices = std::make_unique<NoticeLine>(desk, *m_ui->NoticeBar, *m_ui->Label11, *m_ui->Command8);
+    const int firstFreeKey = recording.Playback.IsOpen() ? RecordingControls::SpeedCount + 1 : 1;
+    m_bookmarks = std::make_unique<Bookmarks>(desk, state.Area, m_display, *m_ui->bookmarks1, firstFreeKey);
+    m_find = std::make_unique<FindControls>(FindControls::Parts{desk, *m_ui->find1, *this, *m_ui->Picture1, m_display},
+                                            state.Area, state.Players);
+    m_list = std::make_unique<TrafficListControls>(state, m_display, desk, *m_ui->show_traffic1, *this);
+    m_second = std::make_unique<SecondScopeControls>(SecondScopeControls::Parts{*m_ui->second_scope1, *this, m_display},
+                                                     state, desk);
     ConnectControls();
     GatherActions();
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
@@ -103,17 +117,30 @@ void MainWindow::ConnectControls()
         m_font = MakeFont(density);
         m_display.SetScale(density);
     });
+    connect(m_bookmarks.get(), &Bookmarks::Recalled, this, &MainWindow::UpdateScope);
+    connect(m_find.get(), &FindControls::Moved, this, &MainWindow::UpdateScope);
+    connect(m_list.get(), &TrafficListControls::CenterRequested, this, &MainWindow::RecenterView);
+    connect(m_second.get(), &SecondScopeControls::PropertiesRequested, this, &MainWindow::PropertiesOfRequested);
+    connect(m_second.get(), &SecondScopeControls::WriteRequested, &m_chat, &ChatWindow::WriteTo);
     connect(m_ui->load_all_db_files, &QAction::triggered, this, &MainWindow::ChooserRequested);
     connect(m_ui->create_new_db1, &QAction::triggered, this, &MainWindow::NewDatabaseRequested);
     connect(m_ui->edit_players1, &QAction::triggered, this, &MainWindow::PlayerPropertiesRequested);
     connect(m_ui->show_airpts_list1, &QAction::triggered, this, &MainWindow::AirportListRequested);
     connect(m_ui->show_chat_win_op1, &QAction::triggered, this, &MainWindow::ChatRequested);
     connect(m_ui->preferences_op1, &QAction::triggered, this, &MainWindow::PreferencesRequested);
-    m_ui->remember_op1->setChecked(m_desk.Flag(RememberKey, false));
-    connect(m_ui->remember_op1, &QAction::toggled, this, [this](bool on) { m_desk.Keep(RememberKey, on); });
-    m_ui->ask_op1->setChecked(m_desk.Flag(AskKey, false));
-    connect(m_ui->ask_op1, &QAction::toggled, this, [this](bool on) { m_desk.Keep(AskKey, on); });
+    KeepSwitch(*m_ui->remember_op1, RememberKey);
+    KeepSwitch(*m_ui->ask_op1, AskKey);
+    KeepSwitch(*m_ui->forgive_op1, ForgiveKey);
+    m_pump.PassMalformed(m_ui->forgive_op1->isChecked());
+    connect(m_ui->forgive_op1, &QAction::toggled, this, [this](bool on) { m_pump.PassMalformed(on); });
     connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
+}
+
+/// A menu entry that is as it was left yesterday; off at first.
+void MainWindow::KeepSwitch(QAction& entry, const char* key)
+{
+    entry.setChecked(m_desk.Flag(key, false));
+    connect(&entry, &QAction::toggled, this, [this, key](bool on) { m_desk.Keep(key, on); });
 }
 
 /// Collects what the menus do, so that it can be switched off: a desktop that shows menus outside of the window does
@@ -121,8 +148,8 @@ void MainWindow::ConnectControls()
 void MainWindow::GatherActions()
 {
     m_actions.setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
-    for (const QAction* menu : m_ui->MenuBar->actions())
-        for (QAction* action : menu->menu()->actions())
+    for (const QMenu* menu : m_ui->MenuBar->findChildren<QMenu*>())
+        for (QAction* action : menu->actions())
             if (action->actionGroup() == nullptr)
                 m_actions.addAction(action);
 }
@@ -144,6 +171,7 @@ void MainWindow::PumpTick()
     m_recording->Refresh(); // which may show a box: this window may have been left when it returns
     if (m_left)
         return;
+    m_health->Forgiven(m_pump.MalformedCount());
     m_health->Refresh();
     m_attention->Refresh(m_health->IsQuiet());
 }
@@ -170,8 +198,7 @@ void MainWindow::PanelTick()
 
 void MainWindow::ZoomBy(int steps)
 {
-    for (int step = 0; step < std::abs(steps); ++step)
-        steps > 0 ? m_display.ZoomIn() : m_display.ZoomOut();
+    corvane::ZoomBy(m_display, steps);
     UpdateScope();
 }
 
@@ -210,6 +237,7 @@ void MainWindow::TakeAppearance()
 void MainWindow::PositionReported(const PlayerRecord& player)
 {
     m_display.Report(player, Now());
+    m_second->Report(player);
 }
 
 /// Lets the targets be refreshed, unless nobody sees them, they would wipe the measuring line, or another window works
@@ -223,17 +251,9 @@ void MainWindow::StartRefreshing()
 void MainWindow::keyPressEvent(QKeyEvent* event)
 {
     const bool forTargets = m_targets->PressKey(*event);
-    switch (event->key()) {
-    case Qt::Key_Plus:
-    case Qt::Key_Equal: ZoomBy(1); break;
-    case Qt::Key_Minus: ZoomBy(-1); break;
-    case Qt::Key_C: m_display.CenterOnArea(); break;
-    case Qt::Key_Left: m_display.Pan(-1, 0); break;
-    case Qt::Key_Right: m_display.Pan(1, 0); break;
-    case Qt::Key_Up: m_display.Pan(0, 1); break;
-    case Qt::Key_Down: m_display.Pan(0, -1); break;
-    case Qt::Key_Escape: m_ui->Picture1->EndMeasuring(); break;
-    default:
+    if (event->key() == Qt::Key_Escape)
+        m_ui->Picture1->EndMeasuring();
+    else if (!PressViewKey(m_display, *event)) {
         if (!forTargets)
             QMainWindow::keyPressEvent(event);
         return;
@@ -270,6 +290,9 @@ void MainWindow::SetControlsEnabled(bool enabled)
 void MainWindow::TakeOver()
 {
     m_takenOver = true;
+    m_find->Close(); // what it finds may be of another area soon
+    m_list->Pause();
+    m_second->Pause();
     m_ui->Picture1->EndMeasuring(); // the button's release will not be heard
     m_timer2.stop();
     m_timer4.stop();
@@ -282,6 +305,8 @@ void MainWindow::GiveBack()
     SetControlsEnabled(true);
     m_timer2.start();
     m_timer4.start();
+    m_list->Resume();
+    m_second->Resume();
     m_ui->Picture1->setFocus();
     activateWindow();
 }
@@ -309,6 +334,7 @@ void MainWindow::ShowNewArea()
 {
     setWindowTitle(ToQString(ChooserModel::MainWindowCaption(m_state.Area)));
     m_display.AreaChanged();
+    m_second->ShowNewArea();
     UpdateScope();
 }
 
@@ -341,14 +367,16 @@ void MainWindow::PlayerAdded(const PlayerRecord& player)
             m_state.Plans.Restore(entry);
 }
 
-void MainWindow::PlayerRemoved(const PlayerRecord& /*player*/)
+void MainWindow::PlayerUpdated(const PlayerRecord& player)
 {
-    m_attention->Note(AttentionSign::Leave);
+    m_list->Heard(player.PlayerId);
+    m_health->Heard();
 }
 
-void MainWindow::PlayerUpdated(const PlayerRecord& /*player*/)
+void MainWindow::PlayerRemoved(const PlayerRecord& player)
 {
-    m_health->Heard();
+    m_attention->Note(AttentionSign::Leave);
+    m_list->Removed(player.PlayerId);
 }
 
 /// Leaves the session, unless flight plans would be lost and the user wants to be asked.
@@ -365,6 +393,9 @@ void MainWindow::Leave()
     if (m_left)
         return;
     m_left = true;
+    m_find->Close();
+    m_list->Close();
+    m_second->Close();
     m_state.Plans.Keep(m_state.Players.Players());
     m_ui->Command3->setText("PLEASE WAIT...");
     m_ui->Command3->repaint();

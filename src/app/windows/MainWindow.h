@@ -23,10 +23,14 @@ class Form1;
 namespace corvane {
 struct AppState;
 class AttentionControls;
+class Bookmarks;
 class ChatWindow;
 class DeskSettings;
+class FindControls;
 class HealthLine;
 class NoticeLine;
+class SecondScopeControls;
+class TrafficListControls;
 
 /// The radar: the scope with its controls, the session behind it, and the menus that open the other windows.
 class MainWindow final : public QMainWindow, private PumpEvents {
@@ -90,6 +94,7 @@ private:
     void Disconnect() override { Leave(); }
 
     void ConnectControls();
+    void KeepSwitch(QAction& entry, const char* key);
     void GatherActions();
     void MakeTimer(QTimer& timer, const char* name, int intervalMs, void (MainWindow::*tick)()) const;
     void PumpTick();
@@ -120,6 +125,10 @@ private:
     std::unique_ptr<RecordingControls> m_recording;
     std::unique_ptr<HealthLine> m_health;
     std::unique_ptr<NoticeLine> m_notices;
+    std::unique_ptr<Bookmarks> m_bookmarks;
+    std::unique_ptr<FindControls> m_find;
+    std::unique_ptr<TrafficListControls> m_list;
+    std::unique_ptr<SecondScopeControls> m_second;
     std::unique_ptr<DisplayControls> m_displayControls;
     std::unique_ptr<AppearanceControls> m_appearance;
     std::unique_ptr<AttentionControls> m_attention;

@@ -11,6 +11,8 @@
 #include <QMenu>
 #include <QPointer>
 
+#include <array>
+
 namespace corvane {
 RecordingControls::RecordingControls(const RecordingParts& parts, MessageBoxes& boxes, QAction& record, QMenu& playback,
                                      QLabel& status)
@@ -34,13 +36,14 @@ void RecordingControls::FillMenu(QMenu& playback)
     });
     playback.addSeparator();
     m_speeds = new QActionGroup(this);
-    for (const int speed : {1, 2, 5, 10, 30, 60}) {
+    for (const int speed : std::array<int, SpeedCount>{1, 2, 5, 10, 30, 60}) {
         auto* const action = playback.addAction(QStringLiteral("%1x").arg(speed));
         action->setObjectName(QStringLiteral("speed%1").arg(speed));
         action->setCheckable(true);
         action->setData(speed);
         m_speeds->addAction(action);
-        action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(m_speeds->actions().size())));
+        if (m_parts.Playback.IsOpen()) // else the keys are free for others
+            action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(m_speeds->actions().size())));
     }
     connect(m_speeds, &QActionGroup::triggered, this, [this](const QAction* action) {
         m_parts.Playback.SetSpeed(action->data().toInt());

@@ -27,6 +27,8 @@ class RecordingControls final : public QObject {
     Q_OBJECT
 
 public:
+    static constexpr int SpeedCount = 6; ///< which the keys from Ctrl+1 on choose while a recording plays
+
     /// The widgets are the radar's; it fills the menu.
     RecordingControls(const RecordingParts& parts, MessageBoxes& boxes, QAction& record, QMenu& playback,
                       QLabel& status);

@@ -44,6 +44,20 @@ void KeepPlaces(DeskSettings& desk, const QWidget& radar, const QWidget& chat)
     desk.Keep(ChatHidden, !chat.isVisible());
 }
 
+void PlaceInCorner(const DeskSettings& desk, const char* key, const QWidget& radar, QWidget& window, Qt::Corner corner)
+{
+    constexpr int BelowTheMenus = 50;
+    if (desk.RestorePlace(key, window))
+        return;
+    QRect place(QPoint(), window.size() + Frame);
+    const QRect inside = radar.geometry().adjusted(0, BelowTheMenus, 0, 0);
+    if (corner == Qt::TopRightCorner)
+        place.moveTopRight(inside.topRight());
+    else
+        place.moveBottomLeft(inside.bottomLeft());
+    window.move(place.topLeft());
+}
+
 void PlaceOver(const QWidget& radar, const QWidget& chat, QWidget& window)
 {
     constexpr int BelowTheMenus = 50;

@@ -1,5 +1,6 @@
 #include "builder/windows/BuilderWindow.h"
 
+#include "builder/windows/BuildReportDialog.h"
 #include "core/windows/QtText.h"
 #include "ui_BuilderWindow.h"
 
@@ -55,6 +56,9 @@ void BuilderWindow::StartScan()
 {
     m_boxes.Inform("Now the create database file process will begin, this can take a few minutes, please wait");
     m_ui->Command2->setEnabled(false);
+    m_ui->KeepGoing->setEnabled(false);
+    if (m_ui->KeepGoing->isChecked())
+        m_driver->KeepGoing([this](const FileProblems& file) { m_problems.push_back(file); });
     m_scanning.start();
     m_readAllAirports.start();
 }
@@ -99,6 +103,8 @@ void BuilderWindow::Finish()
     m_boxes.Show(MessageIcon::Information, "Corvane v3.0",
                  "The creation process, of the database files, was completed!");
     m_over = true;
+    if (!m_problems.empty())
+        BuildReportDialog(std::move(m_problems), m_boxes, this).exec();
     hide();
     emit Finished();
 }

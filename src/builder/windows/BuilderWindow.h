@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class Form4;
@@ -51,6 +52,7 @@ private:
     QTimer m_readSceneriesPaths{this};
     QTimer m_readAllAirports{this};
     QElapsedTimer m_scanning;
+    std::vector<FileProblems> m_problems; ///< of a build that keeps going
     bool m_over = false;
 };
 } // namespace corvane

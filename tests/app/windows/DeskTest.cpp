@@ -1,18 +1,12 @@
 #include "app/windows/RadarMemory.h"
 #include "radar/windows/ScopeWidget.h"
-#include "session/windows/ChatWindow.h"
-#include "tests/app/windows/ProgramFixture.h"
+#include "tests/app/windows/DeskFixture.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QDialog>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFrame>
 #include <QRegularExpression>
 #include <QRubberBand>
-#include <QTextBlock>
-#include <QTextEdit>
 #include <QWindow>
 
 #include <filesystem>
@@ -20,48 +14,10 @@
 #include <numeric>
 #include <vector>
 
-// The desk around the scope: how windows stand to one another, the chat, and what is as it was yesterday.
+// The desk around the scope: how windows stand to one another, and what is as it was yesterday.
 
 namespace corvane {
 namespace {
-class DeskTest : public ProgramTest {
-protected:
-    void SetUp() override
-    {
-        ProgramTest::SetUp();
-        m_radar = StartInRadar();
-        m_chat = WaitFor("Form6");
-    }
-    /// Ends the program and starts it again, with what the disk remembers.
-    void StartOver()
-    {
-        m_program.reset();
-        m_desk.reset();
-        ReleaseSessionObjects(m_state.Session);
-        m_state.Session.OwnPlayerId = 0;
-        m_state.Players.Empty();
-        Start();
-    }
-    void StartOverInRadar()
-    {
-        StartOver();
-        PickAirport(WaitForLists(), "KSEA");
-        m_radar = WaitFor("Form1");
-        m_chat = nullptr;
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            m_chat = widget->objectName() == "Form6" ? widget : m_chat;
-    }
-    QLineEdit& Line() { return In<QLineEdit>(m_chat, "Text1"); }
-    QString Shown() { return In<QTextEdit>(m_chat, "RichTextBox1").toPlainText(); }
-    void Hear(std::string_view from, std::string_view text)
-    {
-        static_cast<ChatWindow*>(m_chat)->AddChatLine(from, text);
-    }
-
-    QWidget* m_radar = nullptr;
-    QWidget* m_chat = nullptr;
-};
-
 TEST_F(DeskTest, WindowsOverTheRadarBelongToItAndItPointsThemOut)
 {
     EXPECT_EQ(m_chat->windowHandle()->transientParent(), m_radar->windowHandle());
@@ -97,93 +53,6 @@ TEST_F(DeskTest, ReturnPressesWhatTheEyeExpects)
     In<QPushButton>(m_chat, "Command2").setFocus();
     QTest::keyClick(&In<QPushButton>(m_chat, "Command2"), Qt::Key_Return);
     EXPECT_FALSE(m_chat->isVisible()) << "the button that has the keyboard";
-}
-
-TEST_F(DeskTest, NoPartOfTheFirstTextIsEverSent)
-{
-    struct Way {
-        const char* Name;
-        std::function<void()> Begin;
-    };
-    for (const Way& way : {Way{"a click into the text",
-                               [&] {
-                                   QTest::mouseClick(&Line(), Qt::LeftButton, {}, {60, 8});
-                               }},
-                           Way{"an arrow key", [&] { QTest::keyClick(&Line(), Qt::Key_Left); }}}) {
-        way.Begin();
-        QTest::keyClicks(&Line(), "hi all");
-        EXPECT_EQ(Line().text(), "hi all") << way.Name;
-        StartOverInRadar();
-    }
-}
-
-TEST_F(DeskTest, ChatLinesAreAddedWithoutTouchingWhatIsRead)
-{
-    auto& history = In<QTextEdit>(m_chat, "RichTextBox1");
-    Hear("Ann", "good evening");
-    history.find("good", QTextDocument::FindBackward);
-    history.moveCursor(QTextCursor::Start);
-    ASSERT_TRUE(history.find("good"));
-    QElapsedTimer clock;
-    clock.start();
-    for (int i = 0; i < 500; ++i)
-        Hear("Bob", "line " + std::to_string(i));
-    RecordProperty("MillisecondsFor500Lines", static_cast<int>(clock.elapsed()));
-    EXPECT_EQ(history.textCursor().selectedText(), "good");
-    EXPECT_TRUE(Shown().startsWith("Bob: line 499\nBob: line 498\n"));
-    EXPECT_TRUE(Shown().endsWith("\nBob: line 0\nAnn: good evening\n[Corvane v3.0]"));
-    for (int i = 0; i < 300; ++i)
-        Hear("Bob", std::string(1000, 'x'));
-    EXPECT_LE(static_cast<std::size_t>(Shown().size()), ChatModel::HistoryLimit);
-    Hear("Bob", "roger atc controller");
-    EXPECT_EQ(QTextCursor(history.document()).block().begin().fragment().charFormat().fontWeight(), QFont::Bold)
-        << "the own callsign";
-}
-
-TEST_F(DeskTest, WhatNobodyHasReadIsCounted)
-{
-    auto& count = In<QLabel>(m_radar, "Label12");
-    Click(m_chat, "Command2");
-    EXPECT_TRUE(count.isHidden());
-    Hear("Ann", "one");
-    EXPECT_EQ(count.text(), "Chat: 1 new line");
-    Hear("Ann", "two");
-    EXPECT_EQ(count.text(), "Chat: 2 new lines");
-    EXPECT_EQ(m_chat->windowTitle(), "(2) Chat Window");
-    EXPECT_FALSE(count.isHidden());
-    Choose(m_radar, "show_chat_win_op1");
-    EXPECT_TRUE(count.isHidden());
-    EXPECT_EQ(m_chat->windowTitle(), "Chat Window");
-}
-
-TEST_F(DeskTest, TheChatLineRecallsCompletesAndWritesReadyTexts)
-{
-    In<QAction>(m_chat, "ready_texts1").trigger();
-    auto* const texts = m_chat->findChild<QDialog*>("ReadyTexts");
-    ASSERT_NE(texts, nullptr);
-    In<QLineEdit>(texts, "F4").setText("%c, radar contact");
-    texts->accept();
-    ASSERT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
-    auto& members = In<QListWidget>(m_chat, "List1");
-    const QString pilot = members.item(1)->text();
-    members.setCurrentRow(1);
-    QTest::keyClick(&Line(), Qt::Key_F4);
-    EXPECT_EQ(Line().text(), pilot + ", radar contact");
-    QTest::keyClick(&Line(), Qt::Key_Return);
-    QTest::keyClicks(&Line(), "later " + pilot.left(pilot.size() - 1).toLower());
-    QTest::keyClick(&Line(), Qt::Key_Tab);
-    EXPECT_EQ(Line().text(), "later " + pilot + " ");
-    QTest::keyClick(&Line(), Qt::Key_Up);
-    EXPECT_EQ(Line().text(), pilot + ", radar contact");
-    QTest::keyClick(&Line(), Qt::Key_Down);
-    EXPECT_EQ(Line().text(), "later " + pilot + " ");
-    In<QAction>(m_chat, "show_times1").trigger();
-    QTest::keyClick(&Line(), Qt::Key_Return);
-    EXPECT_TRUE(QRegularExpression("^\\d\\d:\\d\\d \\*\\*ATC Controller: later ").match(Shown()).hasMatch());
-    StartOverInRadar();
-    QTest::keyClick(&Line(), Qt::Key_F4);
-    EXPECT_EQ(Line().text(), ", radar contact") << "no pilot is selected";
-    EXPECT_TRUE(In<QAction>(m_chat, "show_times1").isChecked());
 }
 
 TEST_F(DeskTest, PlacesAreRememberedAndTheViewOnRequest)

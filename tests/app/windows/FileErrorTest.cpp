@@ -4,6 +4,9 @@
 #include "tests/app/windows/ProgramFixture.h"
 #include "tests/core/FileSizeLimit.h"
 
+#include <QCheckBox>
+#include <QTableWidget>
+
 #include <filesystem>
 #include <fstream>
 
@@ -87,6 +90,31 @@ TEST_F(FileErrorTest, ADiskThatFillsUpDuringTheScanIsToBlameAndNotTheScenery)
     EXPECT_EQ(m_shown.Icons.back(), MessageIcon::Critical);
     for (const std::string_view name : DataFileNames())
         EXPECT_FALSE(HasFile(name)) << name;
+}
+
+TEST_F(FileErrorTest, ABuildGoesPastASceneryFileThatFailsOnRequest)
+{
+    QWidget* const builder = StartInBuilder();
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SimulatorFolder())) {
+        if (entry.path().extension() == ".bgl" && entry.path().stem() != "magdec") {
+            std::filesystem::remove(entry.path());
+            break;
+        }
+    }
+    In<QCheckBox>(builder, "KeepGoing").setChecked(true);
+    QString reason;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, builder, [&] {
+        if (QWidget* const report = Find("BuildReport")) {
+            reason = In<QTableWidget>(report, "Problems").item(0, 4)->text();
+            Click(report, "CloseButton");
+        }
+    });
+    look.start(20);
+    Click(builder, "Command2");
+    EXPECT_NE(WaitFor("Form5"), nullptr);
+    EXPECT_EQ(reason, "No such file or directory");
+    EXPECT_TRUE(HasFile(SettingsFileName));
 }
 
 TEST_F(FileErrorTest, TheChooserCanBeUsedWithoutAListThatCannotBeRead)

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "core/MillisecondClock.h"
+#include "radar/RadarDisplay.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class SecondScopeForm;
+}
+
+namespace corvane {
+struct AppState;
+class DeskSettings;
+class TargetControls;
+
+/// A scope beside the radar's: the same targets, preferences and display options in a view of its own. It works on a
+/// copy of the members, so that what it draws changes nothing on the first one.
+class SecondScopeWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr const char* PlaceKey = "places/secondScope";
+
+    /// view  where the radar looks, which is where this begins
+    SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view);
+    ~SecondScopeWindow() override;
+
+    /// A member has reported what its record holds.
+    void Report(const PlayerRecord& member);
+    /// Another area has been loaded.
+    void ShowNewArea();
+    /// Another window works in the radar's place: nothing can be used here either. Resume ends it.
+    void Pause();
+    void Resume();
+
+signals:
+    void PropertiesRequested(QString name);
+    void WriteRequested(QString name);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void ConnectControls();
+    void Refresh();
+    void FollowSettings();
+    void UpdateScope();
+    [[nodiscard]] double Now() const;
+
+    std::unique_ptr<Ui::SecondScopeForm> m_ui;
+    const AppState& m_state;
+    DeskSettings& m_desk;
+    PlayerTable m_players; ///< as they were at the last refresh
+    DisplayFlags m_flags;  ///< as they are shown
+    ScopeFont m_font;
+    RadarDisplay m_display;
+    std::unique_ptr<TargetControls> m_targets;
+    MillisecondClock m_clock = SteadyMilliseconds();
+    QTimer m_refresh{this};
+    QTimer m_panel{this};
+};
+} // namespace corvane
