@@ -4,6 +4,7 @@
 #include "core/Rounding.h"
 #include "core/Text.h"
 #include "radar/PlayerTargets.h"
+#include "radar/RadioText.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -41,15 +42,9 @@ static std::string FlightPlanLine(const PlayerRecord& target)
 
 static std::string RadioLine(const MemberRadio& radio)
 {
-    constexpr std::int32_t KhzPerMhz = 1000;
-    std::string line;
-    if (radio.Squawk)
-        line = PaddedNumber(*radio.Squawk, 4);
-    if (radio.FrequencyKhz)
-        line.append(line.empty() ? "" : " ")
-            .append(NumberText(*radio.FrequencyKhz / KhzPerMhz) + '.' +
-                    PaddedNumber(*radio.FrequencyKhz % KhzPerMhz, 3));
-    return line;
+    const std::string squawk = SquawkText(radio);
+    const std::string frequency = FrequencyText(radio);
+    return squawk + (squawk.empty() || frequency.empty() ? "" : " ") + frequency;
 }
 
 static void AddCompactLines(BlockText& block, const PlayerRecord& target, const BlockSubject& subject)

@@ -3,6 +3,7 @@
 #include "core/Geodesy.h"
 #include "core/NumberText.h"
 #include "core/Text.h"
+#include "radar/RadioText.h"
 #include "session/PlayerPropertiesModel.h"
 
 #include <unordered_map>
@@ -36,6 +37,12 @@ static void Set(TrafficRow& row, TrafficColumn column, TrafficCell value)
     row.Cells[static_cast<std::size_t>(column)] = std::move(value);
 }
 
+static void SetIfTold(TrafficRow& row, TrafficColumn column, std::string text)
+{
+    if (!text.empty())
+        Set(row, column, std::move(text));
+}
+
 static void AddPosition(TrafficRow& row, const PlayerRecord& member, const TrafficSources& sources)
 {
     const LatLon center = sources.Area.AreaCenter;
@@ -54,19 +61,6 @@ void ShowPlan(TrafficRow& row, const PlayerRecord& pilot)
     Set(row, TrafficColumn::Cruise, std::int32_t{pilot.CruiseAltitude});
 }
 
-static void AddRadio(TrafficRow& row, const MemberRadio& radio)
-{
-    constexpr std::size_t CodeDigits = 4;
-    constexpr std::int32_t KhzPerMhz = 1000;
-    constexpr std::size_t KhzDigits = 3;
-    if (radio.Squawk)
-        Set(row, TrafficColumn::Code, PaddedNumber(*radio.Squawk, CodeDigits));
-    if (radio.FrequencyKhz && *radio.FrequencyKhz > 0)
-        Set(row, TrafficColumn::Radio,
-            NumberText(*radio.FrequencyKhz / KhzPerMhz) + "." +
-                PaddedNumber(*radio.FrequencyKhz % KhzPerMhz, KhzDigits));
-}
-
 static TrafficRow RowOf(const PlayerRecord& member, const TrafficSources& sources, std::string alerts)
 {
     constexpr std::int64_t MsPerSecond = 1000;
@@ -80,8 +74,9 @@ static TrafficRow RowOf(const PlayerRecord& member, const TrafficSources& source
     }
     if (const auto heard = sources.HeardMs.find(member.PlayerId); heard != sources.HeardMs.end())
         Set(row, TrafficColumn::Age, static_cast<std::int32_t>((sources.NowMs - heard->second) / MsPerSecond));
-    if (sources.Radios != nullptr)
-        AddRadio(row, sources.Radios->RadioOf(member.PlayerId));
+    const MemberRadio radio = sources.Radios != nullptr ? sources.Radios->RadioOf(member.PlayerId) : MemberRadio{};
+    SetIfTold(row, TrafficColumn::Code, SquawkText(radio));
+    SetIfTold(row, TrafficColumn::Radio, FrequencyText(radio));
     Set(row, TrafficColumn::Alert, std::move(alerts));
     return row;
 }
