@@ -64,8 +64,8 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_find = std::make_unique<FindControls>(FindControls::Parts{desk, *m_ui->find1, *this, *m_ui->Picture1, m_display},
                                             state.Area, state.Players);
     m_list = std::make_unique<TrafficListControls>(state, m_display, desk, *m_ui->show_traffic1, *this);
-    m_second = std::make_unique<SecondScopeControls>(SecondScopeControls::Parts{*m_ui->second_scope1, *this, m_display},
-                                                     state, desk);
+    m_second = std::make_unique<SecondScopeControls>(
+        SecondScopeControls::Parts{*m_ui->second_scope1, *this, m_display, m_appearance->Look()}, state, desk);
     ConnectControls();
     GatherActions();
     m_display.Load(m_ui->Picture1->width(), m_ui->Picture1->height());
@@ -114,7 +114,7 @@ void MainWindow::ConnectControls()
     });
     connect(m_ui->Picture1, &ScopeWidget::DensityChanged, this, [this] {
         const double density = m_ui->Picture1->devicePixelRatioF();
-        m_font = MakeFont(density);
+        m_font = MakeScopeFont(m_appearance->Look(), density);
         m_display.SetScale(density);
     });
     connect(m_bookmarks.get(), &Bookmarks::Recalled, this, &MainWindow::UpdateScope);
@@ -221,16 +221,11 @@ void MainWindow::TakeDisplay()
     UpdateScope();
 }
 
-ScopeFont MainWindow::MakeFont(double density) const
-{
-    const Appearance& look = m_appearance->Look();
-    return MakeScopeFont(ScopeQFont(QString::fromStdString(look.ScopeFont), look.ScopeTextPx, density));
-}
-
 void MainWindow::TakeAppearance()
 {
-    m_font = MakeFont(m_ui->Picture1->devicePixelRatioF());
-    m_display.SetLineWidth(m_appearance->Look().LineWidth);
+    const Appearance& look = m_appearance->Look();
+    m_font = MakeScopeFont(look, m_ui->Picture1->devicePixelRatioF());
+    m_display.SetLineWidth(look.LineWidth);
     TakeDisplay();
 }
 

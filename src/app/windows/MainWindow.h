@@ -106,7 +106,6 @@ private:
     [[nodiscard]] double Now() const;
     void TakeDisplay();
     void TakeAppearance();
-    [[nodiscard]] ScopeFont MakeFont(double density) const;
     void StartRefreshing();
     void LeaveIfWanted();
     void SetControlsEnabled(bool enabled);
@@ -128,9 +127,9 @@ private:
     std::unique_ptr<Bookmarks> m_bookmarks;
     std::unique_ptr<FindControls> m_find;
     std::unique_ptr<TrafficListControls> m_list;
+    std::unique_ptr<AppearanceControls> m_appearance;
     std::unique_ptr<SecondScopeControls> m_second;
     std::unique_ptr<DisplayControls> m_displayControls;
-    std::unique_ptr<AppearanceControls> m_appearance;
     std::unique_ptr<AttentionControls> m_attention;
     std::unique_ptr<TrafficControls> m_traffic;
     QActionGroup m_actions{this}; ///< what the menus do

@@ -23,7 +23,7 @@ bool SecondScopeControls::IsOpen() const
 void SecondScopeControls::OpenWindow()
 {
     if (!IsOpen()) {
-        m_window = std::make_unique<SecondScopeWindow>(m_state, m_desk, m_parts.Display.View());
+        m_window = std::make_unique<SecondScopeWindow>(m_state, m_desk, m_parts.Display.View(), m_parts.Look);
         connect(m_window.get(), &SecondScopeWindow::PropertiesRequested, this,
                 &SecondScopeControls::PropertiesRequested);
         connect(m_window.get(), &SecondScopeWindow::WriteRequested, this, &SecondScopeControls::WriteRequested);

@@ -12,6 +12,7 @@ class DeskSettings;
 class RadarDisplay;
 class SecondScopeWindow;
 struct AppState;
+struct Appearance;
 struct PlayerRecord;
 
 /// The radar's second scope: its menu entry opens the window, which closes with the radar.
@@ -19,11 +20,12 @@ class SecondScopeControls final : public QObject {
     Q_OBJECT
 
 public:
-    /// The radar's parts. The second scope begins where the display looks.
+    /// The radar's parts. The second scope begins where the display looks, and looks as the radar does.
     struct Parts {
         QAction& Open;
         QWidget& Radar;
         const RadarDisplay& Display;
+        const Appearance& Look;
     };
     SecondScopeControls(const Parts& parts, const AppState& state, DeskSettings& desk);
     ~SecondScopeControls() override;

@@ -11,13 +11,16 @@
 #include <QKeyEvent>
 
 namespace corvane {
-SecondScopeWindow::SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view)
+SecondScopeWindow::SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view,
+                                     const Appearance& look)
     : m_ui(std::make_unique<Ui::SecondScopeForm>()),
       m_state(state),
       m_desk(desk),
       m_players(state.Players),
       m_flags(state.Flags),
-      m_font(MakeScopeFont(ScopeQFont())),
+      m_look(look),
+      m_shownLook(look),
+      m_font(MakeScopeFont(look, 1)),
       m_display({state.Area, state.MagVar, m_flags, state.Session, m_players, &state.TrafficDetails}, m_font)
 {
     constexpr int RefreshMs = 1000;
@@ -27,7 +30,7 @@ SecondScopeWindow::SecondScopeWindow(const AppState& state, DeskSettings& desk, 
     m_ui->ScopeBar2->adjustSize();
     m_display.Load(m_ui->Picture2->width(), m_ui->Picture2->height());
     m_display.Show(view.ViewCenter, view.ZoomLevel);
-    m_display.SetDisplay(state.Display, Now());
+    TakeLook();
     m_ui->Picture2->SetDisplay(&m_display);
     ConnectControls();
     m_refresh.setObjectName("SecondTimer");
@@ -60,7 +63,7 @@ void SecondScopeWindow::ConnectControls()
     });
     connect(m_ui->Picture2, &ScopeWidget::DensityChanged, this, [this] {
         const double density = m_ui->Picture2->devicePixelRatioF();
-        m_font = MakeScopeFont(ScopeQFont(density));
+        m_font = MakeScopeFont(m_shownLook, density);
         m_display.SetScale(density);
     });
     connect(m_targets.get(), &TargetControls::Changed, this, &SecondScopeWindow::UpdateScope);
@@ -89,11 +92,22 @@ void SecondScopeWindow::Refresh()
     UpdateScope();
 }
 
-/// Preferences and display options are the radar's.
+void SecondScopeWindow::TakeLook()
+{
+    m_shownLook = m_look;
+    m_font = MakeScopeFont(m_shownLook, m_ui->Picture2->devicePixelRatioF());
+    m_display.SetLineWidth(m_shownLook.LineWidth);
+    m_display.SetDisplay(InAppearance(m_state.Display, m_shownLook), Now());
+}
+
+/// Preferences, display options and appearance are the radar's.
 void SecondScopeWindow::FollowSettings()
 {
-    if (m_display.Display() != m_state.Display)
-        m_display.SetDisplay(m_state.Display, Now());
+    if (m_shownLook != m_look)
+        TakeLook();
+    const DisplayOptions options = InAppearance(m_state.Display, m_look);
+    if (m_display.Display() != options)
+        m_display.SetDisplay(options, Now());
     if (m_flags == m_state.Flags)
         return;
     m_flags = m_state.Flags;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/MillisecondClock.h"
+#include "radar/Appearance.h"
 #include "radar/RadarDisplay.h"
 
 #include <QTimer>
@@ -26,7 +27,8 @@ public:
     static constexpr const char* PlaceKey = "places/secondScope";
 
     /// view  where the radar looks, which is where this begins
-    SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view);
+    /// look  the radar's, borrowed: what changes there shows here with the next refresh
+    SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view, const Appearance& look);
     ~SecondScopeWindow() override;
 
     /// A member has reported what its record holds.
@@ -49,6 +51,7 @@ private:
     void ConnectControls();
     void Refresh();
     void FollowSettings();
+    void TakeLook();
     void UpdateScope();
     [[nodiscard]] double Now() const;
 
@@ -57,6 +60,8 @@ private:
     DeskSettings& m_desk;
     PlayerTable m_players; ///< as they were at the last refresh
     DisplayFlags m_flags;  ///< as they are shown
+    const Appearance& m_look;
+    Appearance m_shownLook;
     ScopeFont m_font;
     RadarDisplay m_display;
     std::unique_ptr<TargetControls> m_targets;

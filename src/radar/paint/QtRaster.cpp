@@ -81,6 +81,11 @@ ScopeFont MakeScopeFont(const QFont& font)
     return scopeFont;
 }
 
+ScopeFont MakeScopeFont(const Appearance& look, double scale)
+{
+    return MakeScopeFont(ScopeQFont(QString::fromStdString(look.ScopeFont), look.ScopeTextPx, scale));
+}
+
 QImage BorrowAsQImage(const PixelImage& image)
 {
     constexpr qsizetype BytesPerPixel = 4;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "radar/Appearance.h"
 #include "radar/PixelImage.h"
 #include "radar/ScopeFont.h"
 
@@ -15,6 +16,8 @@ QFont ScopeQFont(const QString& family, std::int32_t sizePx, double scale);
 
 /// Draws the characters of a font once. Needs a running QGuiApplication.
 ScopeFont MakeScopeFont(const QFont& font);
+/// The scope's font as the user chose it, on a screen of a scale.
+ScopeFont MakeScopeFont(const Appearance& look, double scale);
 
 /// An image's pixels as a QImage that borrows them: valid until the image is resized or destroyed.
 QImage BorrowAsQImage(const PixelImage& image);

@@ -88,7 +88,9 @@ TEST_F(DeskTest, EveryControlOfTheRadarsWindowsHasAName)
     for (const auto& [entry, name] : {std::pair("find1", "Find"),
                                       {"show_traffic1", "Traffic"},
                                       {"second_scope1", "SecondScope"},
-                                      {"display_options_op1", "DisplayOptionsForm"}}) {
+                                      {"display_options_op1", "DisplayOptionsForm"},
+                                      {"appearance_op1", "AppearanceForm"},
+                                      {"signals_op1", "AttentionForm"}}) {
         Choose(m_radar, entry);
         QWidget* const window = WaitFor(name);
         ExpectNames(window);

@@ -1,3 +1,4 @@
+#include "radar/DisplayOptions.h"
 #include "radar/TrafficTable.h"
 #include "radar/windows/ScopeFlash.h"
 #include "radar/windows/ScopeWidget.h"
@@ -133,7 +134,13 @@ TEST_F(DeskTest, TheSecondScopeHasAViewOfItsOwnOverTheSameTargets)
     for (PlayerRecord& player : m_state.Players.Players())
         player.Latitude = 0;
     Fire(second, "SecondTimer");
-    EXPECT_NE(shown(), before) << "follows targets and preferences";
+    const QImage followed = shown();
+    EXPECT_NE(followed, before) << "follows targets and preferences";
+    Choose(m_radar, "appearance_op1");
+    In<QComboBox>(WaitFor("AppearanceForm"), "Colours").setCurrentIndex(static_cast<int>(ColourScheme::Safe));
+    Fire(second, "SecondTimer");
+    EXPECT_NE(shown(), followed) << "and the appearance";
+    Find("AppearanceForm")->close();
     Choose(m_radar, "preferences_op1");
     EXPECT_FALSE(second->isEnabled());
     Find("Form10")->close();
