@@ -1,7 +1,8 @@
 #include "app/windows/AppearanceControls.h"
 
 #include "app/windows/AppearanceMemory.h"
-#include "app/windows/DialogPlace.h"
+#include "app/windows/WindowPlaces.h"
+#include "core/windows/WindowManners.h"
 #include "radar/windows/AppearanceWindow.h"
 
 #include <QAction>
@@ -26,10 +27,9 @@ void AppearanceControls::OpenWindow()
         m_window = new AppearanceWindow(m_look, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &AppearanceWindow::Changed, this, &AppearanceControls::Take);
-        PlaceBelowMenus(*m_window, m_radar);
+        m_window->adjustSize();
+        PlaceInCorner(m_desk, "places/appearance", m_radar, *m_window, Qt::TopRightCorner);
     }
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    BringUp(*m_window);
 }
 } // namespace corvane

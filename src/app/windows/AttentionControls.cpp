@@ -1,10 +1,11 @@
 #include "app/windows/AttentionControls.h"
 
 #include "app/windows/AttentionWindow.h"
-#include "app/windows/DialogPlace.h"
 #include "app/windows/TonePlayer.h"
+#include "app/windows/WindowPlaces.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
+#include "core/windows/WindowManners.h"
 
 #include <QAction>
 #include <QLabel>
@@ -89,10 +90,9 @@ void AttentionControls::OpenWindow()
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &AttentionWindow::Changed, this, &AttentionControls::Keep);
         connect(m_window, &AttentionWindow::TryRequested, this, &AttentionControls::Play);
-        PlaceBelowMenus(*m_window, m_radar);
+        m_window->adjustSize();
+        PlaceInCorner(m_desk, "places/signals", m_radar, *m_window, Qt::TopRightCorner);
     }
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    BringUp(*m_window);
 }
 } // namespace corvane

@@ -1,15 +1,16 @@
 #include "app/windows/DisplayControls.h"
 
-#include "app/windows/DialogPlace.h"
+#include "app/windows/WindowPlaces.h"
 #include "area/AreaModel.h"
+#include "core/windows/WindowManners.h"
 #include "radar/windows/DisplayOptionsWindow.h"
 
 #include <QAction>
 
 namespace corvane {
-DisplayControls::DisplayControls(DisplayOptions& options, const AreaModel& area, QAction& modern, QAction& window,
-                                 QWidget& radar)
-    : m_options(options), m_area(area), m_modern(modern), m_radar(radar)
+DisplayControls::DisplayControls(DisplayOptions& options, const AreaModel& area, DeskSettings& desk, QAction& modern,
+                                 QAction& window, QWidget& radar)
+    : m_options(options), m_area(area), m_desk(desk), m_modern(modern), m_radar(radar)
 {
     if (m_options == ModernDisplay())
         m_options = ModernDisplay(area.AreaMode); // chosen before there was an area
@@ -42,10 +43,9 @@ void DisplayControls::OpenWindow()
         m_window = new DisplayOptionsWindow(m_options, m_area.AreaMode, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &DisplayOptionsWindow::Changed, this, &DisplayControls::OptionsChanged);
-        PlaceBelowMenus(*m_window, m_radar);
+        m_window->adjustSize();
+        PlaceInCorner(m_desk, "places/displayOptions", m_radar, *m_window, Qt::TopRightCorner);
     }
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    BringUp(*m_window);
 }
 } // namespace corvane

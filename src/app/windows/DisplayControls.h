@@ -9,6 +9,7 @@ class QAction;
 class QWidget;
 
 namespace corvane {
+class DeskSettings;
 class DisplayOptionsWindow;
 struct AreaModel;
 
@@ -19,7 +20,8 @@ class DisplayControls final : public QObject {
 
 public:
     /// The actions are the radar's, and the radar is the window's parent.
-    DisplayControls(DisplayOptions& options, const AreaModel& area, QAction& modern, QAction& window, QWidget& radar);
+    DisplayControls(DisplayOptions& options, const AreaModel& area, DeskSettings& desk, QAction& modern,
+                    QAction& window, QWidget& radar);
 
 signals:
     void Changed();
@@ -31,6 +33,7 @@ private:
 
     DisplayOptions& m_options;
     const AreaModel& m_area;
+    DeskSettings& m_desk;
     QAction& m_modern;
     QWidget& m_radar;
     DisplayOptions m_lastModern; ///< what the switch brings back; classic before there was any

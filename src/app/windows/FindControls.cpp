@@ -1,7 +1,6 @@
 #include "app/windows/FindControls.h"
 
 #include "app/windows/WindowPlaces.h"
-#include "core/windows/DeskSettings.h"
 #include "core/windows/WindowManners.h"
 #include "radar/RadarDisplay.h"
 #include "radar/windows/FindWindow.h"
@@ -10,8 +9,6 @@
 #include <QAction>
 
 namespace corvane {
-static constexpr const char* FindPlace = "places/find";
-
 FindControls::FindControls(const Parts& parts, const AreaModel& area, const PlayerTable& players)
     : m_parts(parts), m_area(area), m_players(players)
 {
@@ -24,7 +21,7 @@ void FindControls::Close()
 {
     if (!m_window)
         return;
-    m_parts.Desk.KeepPlace(FindPlace, *m_window);
+    m_window->close();
     m_window.reset();
 }
 
@@ -34,7 +31,7 @@ void FindControls::OpenWindow()
         Close();
         m_window = std::make_unique<FindWindow>(m_area, m_players);
         connect(m_window.get(), &FindWindow::Picked, this, &FindControls::CenterOn);
-        PlaceInCorner(m_parts.Desk, FindPlace, m_parts.Radar, *m_window, Qt::TopRightCorner);
+        PlaceInCorner(m_parts.Desk, "places/find", m_parts.Radar, *m_window, Qt::TopRightCorner);
         BelongTo(*m_window, m_parts.Radar);
     }
     BringUp(*m_window);

@@ -45,7 +45,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     m_ui->setupUi(this);
     m_recording = std::make_unique<RecordingControls>(recording, boxes, *m_ui->record_session1, *m_ui->playback_op1,
                                                       *m_ui->Label8);
-    m_displayControls = std::make_unique<DisplayControls>(state.Display, state.Area, *m_ui->modern_display_op1,
+    m_displayControls = std::make_unique<DisplayControls>(state.Display, state.Area, desk, *m_ui->modern_display_op1,
                                                           *m_ui->display_options_op1, *this);
     connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
     m_appearance = std::make_unique<AppearanceControls>(desk, *m_ui->appearance_op1, *this);

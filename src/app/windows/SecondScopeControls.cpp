@@ -23,11 +23,11 @@ bool SecondScopeControls::IsOpen() const
 void SecondScopeControls::OpenWindow()
 {
     if (!IsOpen()) {
-        m_window = std::make_unique<SecondScopeWindow>(m_state, m_desk, m_parts.Display.View(), m_parts.Look);
+        m_window = std::make_unique<SecondScopeWindow>(m_state, m_parts.Display.View(), m_parts.Look);
         connect(m_window.get(), &SecondScopeWindow::PropertiesRequested, this,
                 &SecondScopeControls::PropertiesRequested);
         connect(m_window.get(), &SecondScopeWindow::WriteRequested, this, &SecondScopeControls::WriteRequested);
-        PlaceInCorner(m_desk, SecondScopeWindow::PlaceKey, m_parts.Radar, *m_window, Qt::TopRightCorner);
+        PlaceInCorner(m_desk, "places/secondScope", m_parts.Radar, *m_window, Qt::TopRightCorner);
         BelongTo(*m_window, m_parts.Radar);
     }
     BringUp(*m_window);

@@ -3,7 +3,6 @@
 #include "app/AppState.h"
 #include "app/windows/TargetControls.h"
 #include "app/windows/ViewKeys.h"
-#include "core/windows/DeskSettings.h"
 #include "radar/paint/QtRaster.h"
 #include "ui_SecondScopeWindow.h"
 
@@ -11,11 +10,9 @@
 #include <QKeyEvent>
 
 namespace corvane {
-SecondScopeWindow::SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view,
-                                     const Appearance& look)
+SecondScopeWindow::SecondScopeWindow(const AppState& state, const ScopeView& view, const Appearance& look)
     : m_ui(std::make_unique<Ui::SecondScopeForm>()),
       m_state(state),
-      m_desk(desk),
       m_players(state.Players),
       m_flags(state.Flags),
       m_look(look),
@@ -161,7 +158,6 @@ void SecondScopeWindow::closeEvent(QCloseEvent* event)
 {
     m_refresh.stop();
     m_panel.stop();
-    m_desk.KeepPlace(PlaceKey, *this);
     QWidget::closeEvent(event);
 }
 } // namespace corvane

@@ -15,7 +15,6 @@ class SecondScopeForm;
 
 namespace corvane {
 struct AppState;
-class DeskSettings;
 class TargetControls;
 
 /// A scope beside the radar's: the same targets, preferences and display options in a view of its own. It works on a
@@ -24,11 +23,9 @@ class SecondScopeWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr const char* PlaceKey = "places/secondScope";
-
     /// view  where the radar looks, which is where this begins
     /// look  the radar's, borrowed: what changes there shows here with the next refresh
-    SecondScopeWindow(const AppState& state, DeskSettings& desk, const ScopeView& view, const Appearance& look);
+    SecondScopeWindow(const AppState& state, const ScopeView& view, const Appearance& look);
     ~SecondScopeWindow() override;
 
     /// A member has reported what its record holds.
@@ -57,7 +54,6 @@ private:
 
     std::unique_ptr<Ui::SecondScopeForm> m_ui;
     const AppState& m_state;
-    DeskSettings& m_desk;
     PlayerTable m_players; ///< as they were at the last refresh
     DisplayFlags m_flags;  ///< as they are shown
     const Appearance& m_look;

@@ -2,7 +2,6 @@
 
 #include "app/AppState.h"
 #include "app/windows/WindowPlaces.h"
-#include "core/windows/DeskSettings.h"
 #include "core/windows/WindowManners.h"
 #include "radar/RadarDisplay.h"
 #include "radar/windows/TrafficWindow.h"
@@ -10,8 +9,6 @@
 #include <QAction>
 
 namespace corvane {
-static constexpr const char* ListPlace = "places/traffic";
-
 TrafficListControls::TrafficListControls(AppState& state, RadarDisplay& display, DeskSettings& desk, QAction& open,
                                          QWidget& radar)
     : QObject(&radar), m_state(state), m_display(display), m_desk(desk), m_radar(radar)
@@ -42,10 +39,8 @@ void TrafficListControls::Resume()
 
 void TrafficListControls::Close()
 {
-    if (!m_window)
-        return;
-    m_desk.KeepPlace(ListPlace, *m_window);
-    m_window->close();
+    if (m_window)
+        m_window->close();
 }
 
 void TrafficListControls::OpenWindow()
@@ -53,7 +48,7 @@ void TrafficListControls::OpenWindow()
     if (!m_window) {
         m_window = std::make_unique<TrafficWindow>(m_state.Players);
         connect(m_window.get(), &TrafficWindow::CenterRequested, this, &TrafficListControls::CenterRequested);
-        PlaceInCorner(m_desk, ListPlace, m_radar, *m_window, Qt::BottomLeftCorner);
+        PlaceInCorner(m_desk, "places/traffic", m_radar, *m_window, Qt::BottomLeftCorner);
         BelongTo(*m_window, m_radar);
     }
     Refresh();

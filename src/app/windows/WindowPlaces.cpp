@@ -2,6 +2,7 @@
 
 #include "core/windows/DeskSettings.h"
 
+#include <QEvent>
 #include <QScreen>
 #include <QWidget>
 
@@ -9,19 +10,20 @@
 
 namespace corvane {
 static constexpr QSize Frame(12, 40); ///< of a window, which is not known before it is shown
+static constexpr int BelowTheMenus = 50;
 
 void PlaceRadar(QWidget& radar, QWidget& chat)
 {
     const QRect screen = radar.screen()->availableGeometry();
-    radar.resize(radar.size().boundedTo(screen.size() - QSize(0, Frame.height())));
-    QRect place = radar.geometry();
+    radar.resize(radar.size().boundedTo(screen.size() - Frame));
+    QRect place(QPoint(), radar.size() + Frame);
     place.moveCenter(screen.center());
-    const int besides = chat.width() + Frame.width();
-    if (place.width() + Frame.width() + besides <= screen.width()) {
-        place.moveLeft(std::min(place.left(), screen.right() - besides - place.width()));
-        chat.move(place.right() + Frame.width(), place.bottom() - chat.height());
+    const QSize besides = chat.size() + Frame;
+    if (place.width() + besides.width() <= screen.width()) {
+        place.moveLeft(std::min(place.left(), screen.right() - besides.width() - place.width()));
+        chat.move(place.right(), place.bottom() - besides.height());
     } else {
-        chat.move(place.bottomRight() - QPoint(chat.width(), chat.height()));
+        chat.move(place.right() - besides.width(), place.bottom() - besides.height());
     }
     radar.move(place.topLeft());
 }
@@ -44,9 +46,33 @@ void KeepPlaces(DeskSettings& desk, const QWidget& radar, const QWidget& chat)
     desk.Keep(ChatHidden, !chat.isVisible());
 }
 
-void PlaceInCorner(const DeskSettings& desk, const char* key, const QWidget& radar, QWidget& window, Qt::Corner corner)
+namespace {
+/// Remembers where a window stood when it was closed.
+class PlaceKeeper final : public QObject {
+public:
+    PlaceKeeper(DeskSettings& desk, const char* key, QWidget& window)
+        : QObject(&window), m_desk(desk), m_key(key), m_window(window)
+    {
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Close && m_window.isVisible())
+            m_desk.KeepPlace(m_key, m_window);
+        return false;
+    }
+
+private:
+    DeskSettings& m_desk;
+    const char* m_key;
+    const QWidget& m_window;
+};
+} // namespace
+
+void PlaceInCorner(DeskSettings& desk, const char* key, const QWidget& radar, QWidget& window, Qt::Corner corner)
 {
-    constexpr int BelowTheMenus = 50;
+    new PlaceKeeper(desk, key, window); // the window's
     if (desk.RestorePlace(key, window))
         return;
     QRect place(QPoint(), window.size() + Frame);
@@ -60,7 +86,6 @@ void PlaceInCorner(const DeskSettings& desk, const char* key, const QWidget& rad
 
 void PlaceOver(const QWidget& radar, const QWidget& chat, QWidget& window)
 {
-    constexpr int BelowTheMenus = 50;
     window.adjustSize();
     QRect place(QPoint(radar.x() + (radar.width() - window.width()) / 2, radar.y() + BelowTheMenus),
                 window.size() + Frame);

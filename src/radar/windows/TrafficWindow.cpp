@@ -9,11 +9,11 @@
 #include <QShortcut>
 
 namespace corvane {
-TrafficWindow::TrafficWindow(PlayerTable& players) : m_ui(std::make_unique<Ui::TrafficForm>()), m_model(players, this)
+TrafficWindow::TrafficWindow(PlayerTable& players) : m_ui(std::make_unique<Ui::TrafficForm>()), m_items(players, this)
 {
     m_ui->setupUi(this);
-    m_sorted.setSourceModel(&m_model);
-    m_sorted.setSortRole(TrafficModel::SortRole);
+    m_sorted.setSourceModel(&m_items);
+    m_sorted.setSortRole(TrafficItems::SortRole);
     m_sorted.setFilterKeyColumn(-1); // any
     m_sorted.setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_ui->Members->setModel(&m_sorted);
@@ -22,7 +22,7 @@ TrafficWindow::TrafficWindow(PlayerTable& players) : m_ui(std::make_unique<Ui::T
     connect(m_ui->Filter, &QLineEdit::textChanged, &m_sorted, &QSortFilterProxyModel::setFilterFixedString);
     connect(m_ui->Copy, &QPushButton::clicked, this, &TrafficWindow::CopyAsCsv);
     connect(m_ui->Members, &QTableView::activated, this, &TrafficWindow::CenterOn);
-    connect(&m_model, &TrafficModel::PlanStored, this, [this](const QString& callsign, bool stored) {
+    connect(&m_items, &TrafficItems::PlanStored, this, [this](const QString& callsign, bool stored) {
         m_ui->Status->setText((stored ? tr("%1: saved") : tr("%1: not saved")).arg(callsign));
     });
     connect(new QShortcut(Qt::Key_F2, m_ui->Members, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
@@ -37,7 +37,7 @@ TrafficWindow::~TrafficWindow() = default;
 void TrafficWindow::Show(std::vector<TrafficRow> rows)
 {
     const bool first = !m_ui->Members->currentIndex().isValid();
-    m_model.Take(std::move(rows));
+    m_items.Take(std::move(rows));
     ShowOnlyUsedColumns();
     if (!first || m_sorted.rowCount() == 0)
         return;
@@ -63,7 +63,7 @@ void TrafficWindow::EditPlan()
 void TrafficWindow::ShowOnlyUsedColumns()
 {
     for (const TrafficColumn column : {TrafficColumn::Code, TrafficColumn::Radio})
-        m_ui->Members->setColumnHidden(static_cast<int>(column), !m_model.HasAny(column));
+        m_ui->Members->setColumnHidden(static_cast<int>(column), !m_items.HasAny(column));
 }
 
 void TrafficWindow::CenterOn(const QModelIndex& index)
@@ -71,7 +71,7 @@ void TrafficWindow::CenterOn(const QModelIndex& index)
     const QModelIndex source = m_sorted.mapToSource(index);
     if (!source.isValid())
         return;
-    if (const auto& position = m_model.Row(source).Position)
+    if (const auto& position = m_items.Row(source).Position)
         emit CenterRequested(*position);
 }
 
@@ -79,7 +79,7 @@ void TrafficWindow::CopyAsCsv()
 {
     std::vector<TrafficRow> shown;
     for (int row = 0; row < m_sorted.rowCount(); ++row)
-        shown.push_back(m_model.Row(m_sorted.mapToSource(m_sorted.index(row, 0))));
+        shown.push_back(m_items.Row(m_sorted.mapToSource(m_sorted.index(row, 0))));
     QApplication::clipboard()->setText(ToQString(TrafficCsv(shown)));
     m_ui->Status->setText(tr("Copied: %1 members").arg(shown.size()));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "radar/windows/TrafficModel.h"
+#include "radar/windows/TrafficItems.h"
 
 #include <QSortFilterProxyModel>
 #include <QWidget>
@@ -32,7 +32,7 @@ private:
     void ShowOnlyUsedColumns();
 
     std::unique_ptr<Ui::TrafficForm> m_ui;
-    TrafficModel m_model;
+    TrafficItems m_items;
     QSortFilterProxyModel m_sorted;
 };
 } // namespace corvane

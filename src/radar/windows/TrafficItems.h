@@ -9,11 +9,11 @@
 namespace corvane {
 /// The members as a table. A member keeps its row for as long as it is there and only what changed is announced, so
 /// what is selected or being typed stays.
-class TrafficModel final : public QAbstractTableModel {
+class TrafficItems final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    TrafficModel(PlayerTable& players, QObject* parent);
+    TrafficItems(PlayerTable& players, QObject* parent);
 
     /// The rows anew, in the order of the player table: members go, and others come after the last.
     void Take(std::vector<TrafficRow> rows);

@@ -1,4 +1,4 @@
-#include "radar/windows/TrafficModel.h"
+#include "radar/windows/TrafficItems.h"
 
 #include "core/windows/QtText.h"
 
@@ -6,7 +6,7 @@
 #include <utility>
 
 namespace corvane {
-TrafficModel::TrafficModel(PlayerTable& players, QObject* parent) : QAbstractTableModel(parent), m_players(players) {}
+TrafficItems::TrafficItems(PlayerTable& players, QObject* parent) : QAbstractTableModel(parent), m_players(players) {}
 
 static bool SameMember(const TrafficRow& a, const TrafficRow& b)
 {
@@ -23,7 +23,7 @@ static std::size_t CountKept(const std::vector<TrafficRow>& rows, const std::vec
     return kept;
 }
 
-void TrafficModel::Take(std::vector<TrafficRow> rows)
+void TrafficItems::Take(std::vector<TrafficRow> rows)
 {
     constexpr std::size_t ManyGo = 200; // each one by itself would take long
     if (m_rows.size() - CountKept(m_rows, rows) > ManyGo) {
@@ -47,7 +47,7 @@ void TrafficModel::Take(std::vector<TrafficRow> rows)
 }
 
 /// Leaves the members that are there still, which then are the first of the new rows.
-void TrafficModel::RemoveAllBut(const std::vector<TrafficRow>& rows)
+void TrafficItems::RemoveAllBut(const std::vector<TrafficRow>& rows)
 {
     std::size_t at = 0;
     for (std::size_t row = 0; row < m_rows.size();) {
@@ -67,7 +67,7 @@ void TrafficModel::RemoveAllBut(const std::vector<TrafficRow>& rows)
 }
 
 /// Announces the cells that changed, neighbours together.
-void TrafficModel::AnnounceChanges(int row, const TrafficRow& before)
+void TrafficItems::AnnounceChanges(int row, const TrafficRow& before)
 {
     const TrafficRow& now = m_rows[static_cast<std::size_t>(row)];
     const std::size_t columns = now.Cells.size();
@@ -82,13 +82,13 @@ void TrafficModel::AnnounceChanges(int row, const TrafficRow& before)
     }
 }
 
-const TrafficRow& TrafficModel::Row(const QModelIndex& index) const
+const TrafficRow& TrafficItems::Row(const QModelIndex& index) const
 {
     assert(index.isValid() && static_cast<std::size_t>(index.row()) < m_rows.size());
     return m_rows[static_cast<std::size_t>(index.row())];
 }
 
-bool TrafficModel::HasAny(TrafficColumn column) const
+bool TrafficItems::HasAny(TrafficColumn column) const
 {
     for (const TrafficRow& row : m_rows)
         if (!CellText(row.At(column)).empty())
@@ -96,12 +96,12 @@ bool TrafficModel::HasAny(TrafficColumn column) const
     return false;
 }
 
-int TrafficModel::rowCount(const QModelIndex& parent) const
+int TrafficItems::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
-int TrafficModel::columnCount(const QModelIndex& parent) const
+int TrafficItems::columnCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(TrafficColumnNames.size());
 }
@@ -121,7 +121,7 @@ static QString Spoken(const TrafficRow& row, std::size_t column)
     return ToQString(std::string(TrafficColumnNames.at(column).Title) + " " + CellText(row.Cells.at(column)));
 }
 
-QVariant TrafficModel::data(const QModelIndex& index, int role) const
+QVariant TrafficItems::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || static_cast<std::size_t>(index.row()) >= m_rows.size())
         return {};
@@ -140,14 +140,14 @@ QVariant TrafficModel::data(const QModelIndex& index, int role) const
     }
 }
 
-QVariant TrafficModel::headerData(int section, Qt::Orientation orientation, int role) const
+QVariant TrafficItems::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     return ToQString(TrafficColumnNames.at(static_cast<std::size_t>(section)).Title);
 }
 
-Qt::ItemFlags TrafficModel::flags(const QModelIndex& index) const
+Qt::ItemFlags TrafficItems::flags(const QModelIndex& index) const
 {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
     const bool editable =
@@ -155,7 +155,7 @@ Qt::ItemFlags TrafficModel::flags(const QModelIndex& index) const
     return editable ? flags | Qt::ItemIsEditable : flags;
 }
 
-bool TrafficModel::setData(const QModelIndex& index, const QVariant& value, int role)
+bool TrafficItems::setData(const QModelIndex& index, const QVariant& value, int role)
 {
     if (role != Qt::EditRole || !index.isValid())
         return false;
