@@ -17,6 +17,7 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
     options.Seed = m_seed++; // every session meets other pilots; the first those of the seed
     options.Address = m_transport.Address();
     options.SessionName = PracticeSessionName(area.AreaName);
+    options.Scenario = m_scenario;
     if (m_transport.OnNetwork()) { // one machine, which others rely on
         options.PeerForEach = false;
         options.HostStaysS = -1;

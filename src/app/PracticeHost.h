@@ -8,8 +8,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace corvane {
 /// Keeps one practice session going over the loaded area, so that the connection window has it to offer.
@@ -21,6 +23,8 @@ public:
     {
     }
 
+    /// What happens in sessions made from now on; unless given, pilots come and go as they like.
+    void Play(std::optional<PracticeScenario> scenario) { m_scenario = std::move(scenario); }
     /// Makes a session over an area, unless one over it goes on. A failure leaves none.
     Result<void> HostOver(const AreaModel& area);
     /// Makes the session anew under an address of this machine, where other machines can join it; an empty address
@@ -37,6 +41,7 @@ private:
     PracticeTransport& m_transport;
     const MagVarGrid& m_variation;
     std::uint64_t m_seed; ///< of the next session
+    std::optional<PracticeScenario> m_scenario;
     std::string m_address;
     std::string m_areaName;
     std::unique_ptr<PracticeSession> m_session;

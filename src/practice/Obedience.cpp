@@ -34,6 +34,7 @@ ObeyAnswer Obedience::Obey(std::span<const Instruction> instructions, const Repo
     m_tellsAltitude = std::any_of(instructions.begin(), instructions.end(),
                                   [](const Instruction& instruction) { return instruction.Kind == Kind::Altitude; });
     const PilotOrders before = m_pilot.Orders;
+    m_pilot.Orders.Handed = false; // whoever is called is back
     std::vector<std::string> readBacks;
     for (const Instruction& instruction : instructions) {
         ObeyAnswer answer = Obey(instruction);
@@ -267,6 +268,8 @@ ObeyAnswer Obedience::ObeyContact(const Instruction& instruction)
 ObeyAnswer Obedience::Say(SayWhat what) const
 {
     const PracticeAirport* destination = m_pilot.Orders.Trip.Destination;
+    constexpr std::array<std::string_view, AircraftKindCount> Kinds{"piston single", "twin turboprop", "light jet",
+                                                                    "airliner", "helicopter"};
     switch (what) {
     case SayWhat::Altitude: return "altitude " + NumberText(RoundTo<std::int32_t>(m_report.AltitudeFt));
     case SayWhat::Heading:
@@ -275,10 +278,10 @@ ObeyAnswer Obedience::Say(SayWhat what) const
     case SayWhat::Position: return PositionText(m_report, m_pilot.Scene);
     case SayWhat::Intentions:
         return destination == nullptr ? std::string("local flight, no destination") : "landing " + destination->Icao;
-    case SayWhat::AircraftType: return std::string(m_pilot.Aircraft.Titles.front());
+    case SayWhat::AircraftType: return std::string(Kinds[static_cast<std::size_t>(m_pilot.Aircraft.Kind)]);
     case SayWhat::Transponder: return "squawking " + m_pilot.Orders.Transponder;
     case SayWhat::Fuel: break;
     }
-    return std::string("fuel for three hours");
+    return std::string("plenty of fuel");
 }
 } // namespace corvane

@@ -70,6 +70,8 @@ std::string Pilot::FirstCall() const
 std::string Pilot::Request() const
 {
     const GroundRun& ground = m_orders.Ground;
+    if (m_orders.Handed)
+        return {};
     if (ground.WaitsAtStand())
         return "request taxi";
     if (ground.WaitsAtRunway())

@@ -23,6 +23,7 @@ ProgramArguments::ProgramArguments()
                   "DIR", QDir::currentPath()),
       m_airport("airport", "Chooses this airport's area.", "ICAO"),
       m_practice("practice", "Joins the practice session."),
+      m_scenario("scenario", "A file that says who flies in the practice session and what happens there.", "FILE"),
       m_screenshot("screenshot", "Saves the radar window's picture once targets have moved, and ends.", "FILE"),
       m_firstStart("first-start",
                    "Deletes the settings and database files first: the program begins as on its first day."),
@@ -34,8 +35,8 @@ ProgramArguments::ProgramArguments()
 {
     m_parser.setApplicationDescription("An air traffic control radar for multiplayer sessions of Microsoft Flight "
                                        "Simulator 2002.");
-    m_parser.addOptions(
-        {m_appFolder, m_airport, m_practice, m_screenshot, m_firstStart, m_userFolder, m_takeOver, m_demo, m_display});
+    m_parser.addOptions({m_appFolder, m_airport, m_practice, m_scenario, m_screenshot, m_firstStart, m_userFolder,
+                         m_takeOver, m_demo, m_display});
 }
 
 void ProgramArguments::TakeDisplayName(int& argc, char** argv)
@@ -92,6 +93,16 @@ static DisplayOptions ChosenDisplay(std::string_view name)
     std::exit(2); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
 }
 
+/// The scenario of a file; ends the program where it cannot be played.
+static PracticeScenario ChosenScenario(const QString& file)
+{
+    if (auto scenario = ReadScenario(ToPath(file)))
+        return *std::move(scenario);
+    else
+        std::cerr << "corvane: " << TerminalText(scenario.error().Text()) << '\n';
+    std::exit(1); // NOLINT(concurrency-mt-unsafe): no other thread runs yet
+}
+
 ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppState& state)
 {
     m_parser.process(application);
@@ -104,6 +115,8 @@ ScriptedStart ProgramArguments::Read(const QCoreApplication& application, AppSta
     ScriptedStart script;
     script.Airport = ToUpper(ToText(m_parser.value(m_airport)));
     script.Practice = m_parser.isSet(m_practice) || demonstration;
+    if (m_parser.isSet(m_scenario))
+        script.Scenario = ChosenScenario(m_parser.value(m_scenario));
     script.Screenshot = m_parser.value(m_screenshot);
     script.FirstStart = m_parser.isSet(m_firstStart);
     if (demonstration && script.Airport.empty())

@@ -36,6 +36,7 @@ private:
     QCommandLineOption m_appFolder;
     QCommandLineOption m_airport;
     QCommandLineOption m_practice;
+    QCommandLineOption m_scenario;
     QCommandLineOption m_screenshot;
     QCommandLineOption m_firstStart;
     QCommandLineOption m_userFolder;

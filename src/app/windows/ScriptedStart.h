@@ -1,16 +1,19 @@
 #pragma once
 
 #include "core/MessageBoxes.h"
+#include "practice/PracticeScenario.h"
 
 #include <QString>
 
+#include <optional>
 #include <string>
 
 namespace corvane {
 /// What the command line asks to be done as if a person had pressed the buttons.
 struct ScriptedStart {
-    std::string Airport;     ///< ICAO code to choose in the area chooser; empty: the person chooses
-    bool Practice = false;   ///< join the practice session
+    std::string Airport;                      ///< ICAO code to choose in the area chooser; empty: the person chooses
+    bool Practice = false;                    ///< join the practice session
+    std::optional<PracticeScenario> Scenario; ///< of the practice session
     QString Screenshot;      ///< save the main window's picture here once targets have moved, and end; empty: go on
     bool FirstStart = false; ///< delete the settings first, so that the program begins with the set-up
 

@@ -96,6 +96,7 @@ int main(int argc, char** argv)
     RecordingPeerFactory factory(connections, recorder);
     PracticeHost practice(practiceProvider, state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
+    practice.Play(script.Scenario);
     ScriptedBoxes boxes(shown, script);
     Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs}, desk);
     program.Start();
