@@ -1,5 +1,7 @@
 #include "app/PracticeHost.h"
 
+#include <cassert>
+
 namespace corvane {
 void PracticeHost::End()
 {
@@ -17,7 +19,8 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
     options.Seed = m_seed++; // every session meets other pilots; the first those of the seed
     options.Address = m_transport.Address();
     options.SessionName = PracticeSessionName(area.AreaName);
-    options.Scenario = m_scenario;
+    if (m_playing)
+        options.Scenario = m_scenarios[*m_playing];
     if (m_transport.OnNetwork()) { // one machine, which others rely on
         options.PeerForEach = false;
         options.HostStaysS = -1;
@@ -30,6 +33,14 @@ Result<void> PracticeHost::HostOver(const AreaModel& area)
     m_session = *std::move(session);
     m_areaName = area.AreaName;
     return {};
+}
+
+Result<void> PracticeHost::Play(std::optional<std::size_t> scenario, const AreaModel& area)
+{
+    assert(!scenario || *scenario < m_scenarios.size());
+    m_playing = scenario;
+    End();
+    return HostOver(area);
 }
 
 Result<void> PracticeHost::ServeAt(std::string_view address, const AreaModel& area)

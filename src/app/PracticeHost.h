@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 /// Keeps one practice session going over the loaded area, so that the connection window has it to offer.
@@ -23,8 +24,23 @@ public:
     {
     }
 
-    /// What happens in sessions made from now on; unless given, pilots come and go as they like.
-    void Play(std::optional<PracticeScenario> scenario) { m_scenario = std::move(scenario); }
+    /// What can happen in the session, besides that pilots come and go as they like.
+    [[nodiscard]] const std::vector<PracticeScenario>& Scenarios() const noexcept { return m_scenarios; }
+    void SetScenarios(std::vector<PracticeScenario> scenarios)
+    {
+        m_scenarios = std::move(scenarios);
+        m_playing.reset();
+    }
+    /// Adds a scenario, which sessions made from now on play.
+    void AddAndPlay(PracticeScenario scenario)
+    {
+        m_playing = m_scenarios.size();
+        m_scenarios.push_back(std::move(scenario));
+    }
+    /// Makes the session anew with the scenario of that index; without one, pilots come and go.
+    Result<void> Play(std::optional<std::size_t> scenario, const AreaModel& area);
+    /// The index of the scenario that is played; nothing while none is.
+    [[nodiscard]] std::optional<std::size_t> Playing() const noexcept { return m_playing; }
     /// Makes a session over an area, unless one over it goes on. A failure leaves none.
     Result<void> HostOver(const AreaModel& area);
     /// Makes the session anew under an address of this machine, where other machines can join it; an empty address
@@ -41,7 +57,8 @@ private:
     PracticeTransport& m_transport;
     const MagVarGrid& m_variation;
     std::uint64_t m_seed; ///< of the next session
-    std::optional<PracticeScenario> m_scenario;
+    std::vector<PracticeScenario> m_scenarios;
+    std::optional<std::size_t> m_playing; ///< index of it; below their number
     std::string m_address;
     std::string m_areaName;
     std::unique_ptr<PracticeSession> m_session;

@@ -209,6 +209,7 @@ void Program::OpenConnection()
         m_connection->OfferHosting(ToQString(traffic), tr("&Host this traffic on the network"));
     ShowHosting();
     connect(m_connection, &ConnectionWindow::HostingWanted, this, &Program::ServeSession);
+    OfferScenarios();
     BringUp(*m_connection);
     if (m_script.Practice)
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
@@ -243,6 +244,20 @@ void Program::ShowHosting()
         m_connection->ShowHosting(ToQString(traffic), ToQString(m_state.TrafficServedAt));
 }
 
+void Program::OfferScenarios()
+{
+    QStringList names;
+    for (const PracticeScenario& scenario : m_practice.Scenarios())
+        names << ToQString(scenario.Name);
+    m_connection->OfferScenarios(ToQString(InMemoryProvider::ConnectionName), names,
+                                 m_practice.Playing() ? static_cast<int>(*m_practice.Playing()) : -1);
+    connect(m_connection, &ConnectionWindow::ScenarioWanted, this, [this](int index) {
+        const auto scenario = index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(index));
+        if (const Result<void> hosted = m_practice.Play(scenario, m_state.Area); !hosted)
+            m_boxes.Warn(BoxText(hosted.error()));
+    });
+}
+
 void Program::OpenRadar()
 {
     m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes, m_desk);
@@ -252,8 +267,10 @@ void Program::OpenRadar()
     LetGo(m_connection);
     m_boxes.JoinEnds();
     m_script.Practice = false;
+    constexpr int UsualTargets = 3; // a scenario begins with as few as it likes
     if (!m_script.Screenshot.isEmpty())
-        m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot);
+        m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot,
+                                                       m_script.Scenario ? 1 : UsualTargets);
 }
 
 void Program::PlaceRadarWindows()

@@ -50,6 +50,7 @@ private:
     void ServeSession(const QString& connectionName, const QString& address);
     Result<void> ServeTraffic(const std::string& address);
     void ShowHosting();
+    void OfferScenarios();
     void OpenRadar();
     void AfterDisconnect();
     void PlaceRadarWindows();

@@ -11,8 +11,8 @@
 namespace corvane {
 static constexpr int LookEveryMs = 1000;
 
-ScreenshotRun::ScreenshotRun(QWidget& window, const PlayerTable& players, QString fileName)
-    : m_window(window), m_players(players), m_fileName(std::move(fileName))
+ScreenshotRun::ScreenshotRun(QWidget& window, const PlayerTable& players, QString fileName, int enough)
+    : m_window(window), m_players(players), m_fileName(std::move(fileName)), m_enough(enough)
 {
     connect(&m_timer, &QTimer::timeout, this, &ScreenshotRun::Look);
     m_waiting.start();
@@ -21,7 +21,6 @@ ScreenshotRun::ScreenshotRun(QWidget& window, const PlayerTable& players, QStrin
 
 bool ScreenshotRun::TargetsHaveMoved()
 {
-    constexpr int EnoughTargets = 3;
     int moved = 0;
     for (const PlayerRecord& player : m_players.Players()) {
         if (player.Latitude == 0 && player.Longitude == 0)
@@ -31,7 +30,7 @@ bool ScreenshotRun::TargetsHaveMoved()
         if (seen->second != position)
             ++moved;
     }
-    return moved >= EnoughTargets;
+    return moved >= m_enough;
 }
 
 void ScreenshotRun::Look()

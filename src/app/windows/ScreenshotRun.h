@@ -20,7 +20,8 @@ class ScreenshotRun final : public QObject {
 public:
     static constexpr int TimeLimitMs = 60000;
 
-    ScreenshotRun(QWidget& window, const PlayerTable& players, QString fileName);
+    /// enough  so many targets must have moved
+    ScreenshotRun(QWidget& window, const PlayerTable& players, QString fileName, int enough);
 
 private:
     void Look();
@@ -29,6 +30,7 @@ private:
     QWidget& m_window;
     const PlayerTable& m_players;
     QString m_fileName;
+    int m_enough;
     QTimer m_timer;
     QElapsedTimer m_waiting;
     std::map<std::int32_t, std::pair<double, double>> m_firstSeen; ///< by player id: latitude, longitude

@@ -3,6 +3,7 @@
 #include "app/FlightGearConnection.h"
 #include "app/PracticeHost.h"
 #include "app/PracticeProvider.h"
+#include "app/ShippedScenarios.h"
 #include "app/StartupChecks.h"
 #include "app/TrafficHosting.h"
 #include "app/windows/AppearanceMemory.h"
@@ -14,6 +15,7 @@
 #include "app/windows/TrafficPrompts.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtMessageBoxes.h"
+#include "demo/DemoWorld.h"
 #include "radar/paint/QtMessages.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordedSessionProvider.h"
@@ -96,7 +98,9 @@ int main(int argc, char** argv)
     RecordingPeerFactory factory(connections, recorder);
     PracticeHost practice(practiceProvider, state->MagVar,
                           static_cast<std::uint64_t>(QDateTime::currentSecsSinceEpoch()));
-    practice.Play(script.Scenario);
+    practice.SetScenarios(ScenariosIn(DefaultDataFolder() / "scenarios"));
+    if (script.Scenario)
+        practice.AddAndPlay(*script.Scenario);
     ScriptedBoxes boxes(shown, script);
     Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs}, desk);
     program.Start();

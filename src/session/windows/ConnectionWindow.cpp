@@ -48,6 +48,7 @@ ConnectionWindow::ConnectionWindow(SessionPeerFactory& factory, SessionState& se
     connect(m_ui->List1, &QListWidget::itemSelectionChanged, this, &ConnectionWindow::TypeChosen);
     m_ui->List1->viewport()->installEventFilter(this);
     connect(m_ui->Check1, &QCheckBox::clicked, this, &ConnectionWindow::HostingClicked);
+    connect(m_ui->Combo1, &QComboBox::activated, this, &ConnectionWindow::ScenarioPicked);
     connect(m_ui->List1, &QListWidget::itemActivated, m_ui->Command1, &QPushButton::click);
     connect(m_ui->List2, &QListWidget::itemActivated, m_ui->Command2, &QPushButton::click);
     connect(m_ui->Text1, &QLineEdit::returnPressed, m_ui->Command2, &QPushButton::click);
@@ -134,11 +135,30 @@ void ConnectionWindow::EnableHosting()
     const bool offered = hosting != m_hostings.end() && m_ui->List1->isEnabled();
     for (QWidget* const control : std::initializer_list<QWidget*>{m_ui->Check1, m_ui->Label6, m_ui->Text2})
         control->setEnabled(offered);
+    const bool scenarios = !m_scenariosOf.isEmpty() && SelectedType() == m_scenariosOf && m_ui->List1->isEnabled();
+    m_ui->Label7->setEnabled(scenarios);
+    m_ui->Combo1->setEnabled(scenarios);
     m_ui->Check1->setChecked(!HostedAt().isEmpty());
     if (hosting != m_hostings.end())
         m_ui->Check1->setText(hosting->second.Caption);
     if (!HostedAt().isEmpty())
         m_ui->Text2->setText(HostedAt());
+}
+
+void ConnectionWindow::OfferScenarios(const QString& connectionName, const QStringList& names, int chosen)
+{
+    m_scenariosOf = connectionName;
+    m_ui->Combo1->clear();
+    m_ui->Combo1->addItem(tr("Pilots come and go"));
+    m_ui->Combo1->addItems(names);
+    m_ui->Combo1->setCurrentIndex(chosen + 1);
+    EnableHosting();
+}
+
+void ConnectionWindow::ScenarioPicked(int row)
+{
+    TypeChosen(); // what was located is a session that ends now
+    emit ScenarioWanted(row - 1);
 }
 
 void ConnectionWindow::HostingClicked(bool on)

@@ -39,12 +39,18 @@ public:
     /// Where the session of the selected type is hosted; empty where it is not.
     [[nodiscard]] QString HostedAt() const;
 
+    /// Offers a choice of what happens in that type's session: nothing planned, or one of these.
+    /// chosen  index of the present one, or -1
+    void OfferScenarios(const QString& connectionName, const QStringList& names, int chosen);
+
 signals:
     /// The host has accepted. The window stays until the radar window has opened.
     void Joined();
     void ExitRequested();
     /// The user wants a type's session hosted at an address of this machine, or, where it is empty, not on the network.
     void HostingWanted(const QString& connectionName, const QString& address);
+    /// The user picked one of the offered scenarios, or none: -1.
+    void ScenarioWanted(int index);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -64,6 +70,7 @@ private:
     void HostingClicked(bool on);
     void EnableHosting();
     void HostElsewhere();
+    void ScenarioPicked(int row);
     void Remember();
     void Recall();
     void JoinClicked();
@@ -79,6 +86,7 @@ private:
         QString Caption;
         QString At; ///< empty while the session is not hosted
     };
+    QString m_scenariosOf;                 ///< the connection type that has scenarios; empty before any are offered
     std::map<QString, Hosting> m_hostings; ///< by the connection types that can be hosted on the network
 };
 } // namespace corvane

@@ -2,6 +2,7 @@
 #include "tests/net/LoopbackAddress.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 
 // The practice session on the network: hosted from the connection window, and joined from another machine.
 
@@ -23,6 +24,8 @@ protected:
     void SetUp() override
     {
         ProgramTest::SetUp();
+        PracticeScenario scenario{.Name = "One", .About = {}, .Aircraft = {ScenarioAircraft{}}, .Hints = {}};
+        m_practice.SetScenarios({scenario, scenario});
         m_window = StartInConnection();
         In<QListWidget>(m_window, "List1").setCurrentRow(0);
     }
@@ -41,6 +44,26 @@ TEST_F(HostingTest, IsOfferedForThePracticeSessionAloneAndIsOffAtFirst)
     EXPECT_FALSE(Option().isEnabled());
     EXPECT_FALSE(AddressBox().isEnabled());
     EXPECT_TRUE(m_practice.ServedAt().empty());
+}
+
+TEST_F(HostingTest, OffersScenariosForThePracticeSessionAlone)
+{
+    auto& choice = In<QComboBox>(m_window, "Combo1");
+    EXPECT_TRUE(choice.isEnabled());
+    ASSERT_EQ(choice.count(), 3);
+    EXPECT_EQ(choice.currentText(), "Pilots come and go");
+    In<QPushButton>(m_window, "Command1").click();
+    EXPECT_EQ(In<QListWidget>(m_window, "List2").count(), 1);
+    QTest::keyClick(&choice, Qt::Key_End); // a pick ends the located session, so another must be located
+    EXPECT_EQ(m_practice.Playing(), 1U);
+    EXPECT_EQ(In<QListWidget>(m_window, "List2").count(), 0);
+    In<QPushButton>(m_window, "Command1").click();
+    EXPECT_EQ(In<QListWidget>(m_window, "List2").count(), 1);
+    QTest::keyClick(&choice, Qt::Key_Home);
+    EXPECT_FALSE(m_practice.Playing());
+    In<QListWidget>(m_window, "List1").setCurrentRow(1);
+    EXPECT_FALSE(choice.isEnabled());
+    EXPECT_TRUE(m_shown.Texts.empty()) << m_shown.Last();
 }
 
 TEST_F(HostingTest, LetsAnotherMachineIntoTheSessionThatTheControllerJoins)
