@@ -1,6 +1,7 @@
 #include "practice/AirNavigation.h"
 
 #include "core/Rounding.h"
+#include "practice/PilotTalk.h"
 #include "session/WireUnits.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ void AirNavigation::FlyOwnProfile(const FlightState& state, const Journey& journ
     target.AltitudeFt = journey.CruiseFt;
     const PracticeRunway* runway =
         journey.Destination != nullptr ? journey.Destination->RunwayInUse(Aircraft().RunwayFt) : nullptr;
-    if (runway != nullptr && !journey.WayPoint) {
+    if (runway != nullptr && (!journey.WayPoint || journey.Enters)) {
         const double downNm = std::max(0.0, leftNm - Aircraft().FinalNm - LevelNm);
         target.AltitudeFt =
             std::min(target.AltitudeFt, Approach::PlatformFt(*runway, Aircraft()) + downNm * FeetPerDescentNm);
@@ -48,11 +49,22 @@ void AirNavigation::FlyOwnProfile(const FlightState& state, const Journey& journ
     target.SpeedKt = OwnSpeedKt(state, std::max(state.AltitudeFt, target.AltitudeFt - 1), leftNm);
 }
 
+/// Of the way on which it may come down.
+double AirNavigation::ProfileNm(const FlightState& state, const Journey& journey)
+{
+    if (!journey.WayPoint && journey.Destination != nullptr)
+        return RangeNm(state.Position, journey.Destination->Position);
+    if (!journey.Enters || !journey.WayPoint || journey.Destination == nullptr)
+        return FarNm;
+    return RangeNm(state.Position, *journey.WayPoint) + RangeNm(*journey.WayPoint, journey.Destination->Position);
+}
+
 void AirNavigation::BeginEnRoute(FlightState& state, const Journey& journey) const
 {
-    const LatLon goal = journey.Destination != nullptr ? journey.Destination->Position : *journey.WayPoint;
+    const bool direct = journey.Destination != nullptr && !journey.Enters;
+    const LatLon goal = direct ? journey.Destination->Position : *journey.WayPoint;
     FlightTarget target{.AltitudeFt = journey.CruiseFt};
-    FlyOwnProfile(state, journey, target, RangeNm(state.Position, goal));
+    FlyOwnProfile(state, journey, target, direct ? RangeNm(state.Position, goal) : ProfileNm(state, journey));
     state.HeadingDeg = CourseTo(state.Position, goal);
     state.AltitudeFt = target.AltitudeFt;
     state.SpeedKt = target.SpeedKt;
@@ -68,15 +80,18 @@ void AirNavigation::BeginClimbOut(const PracticeRunway& runway) noexcept
 void AirNavigation::SteerRoute(const FlightState& state, Journey& journey, FlightTarget& target, PracticeRandom& random)
 {
     constexpr double ReachedNm = 1.5;
-    if (journey.WayPoint && RangeNm(state.Position, *journey.WayPoint) < ReachedNm)
+    if (journey.WayPoint && RangeNm(state.Position, *journey.WayPoint) < ReachedNm) {
         journey.WayPoint.reset();
+        journey.Enters = false;
+    }
     if (!journey.WayPoint && journey.Destination == nullptr)
         journey.WayPoint = m_planner.RandomPlace(10, 60, random);
     const LatLon goal =
         journey.WayPoint || journey.Destination == nullptr ? *journey.WayPoint : journey.Destination->Position;
     const double leftNm = RangeNm(state.Position, goal);
     target.HeadingDeg = CourseTo(state.Position, goal);
-    FlyOwnProfile(state, journey, target, journey.WayPoint ? FarNm : leftNm);
+    target.IsTrack = true;
+    FlyOwnProfile(state, journey, target, ProfileNm(state, journey));
     constexpr double BeginsNm = 8; // before the length of its final
     const PracticeRunway* runway = journey.WayPoint || journey.Destination == nullptr
                                        ? nullptr
@@ -101,6 +116,7 @@ void AirNavigation::SteerHeading(const FlightState& state, OnHeading& heading, F
 void AirNavigation::SteerDirect(const FlightState& state, const DirectTo& direct, FlightTarget& target)
 {
     target.HeadingDeg = CourseTo(state.Position, direct.Place);
+    target.IsTrack = true;
     if (RangeNm(state.Position, direct.Place) < TurnRadiusNm(state.SpeedKt) / 2) {
         m_call = "over " + direct.Name;
         if (direct.Then)
@@ -129,6 +145,7 @@ void AirNavigation::Steer(const FlightState& state, Journey& journey, FlightTarg
 {
     if (const auto* upwind = std::get_if<UpwindLeg>(&m_steering)) {
         target.HeadingDeg = upwind->Course;
+        target.IsTrack = true;
         target.SpeedKt = Aircraft().ClimbKt;
         constexpr double AsGoodAsThereFt = 20;
         const double untilFt = std::min(upwind->UntilFt, m_askedFt.value_or(journey.CruiseFt) - AsGoodAsThereFt);
@@ -179,12 +196,20 @@ double AirNavigation::ApproachFt(const FlightState& state) const noexcept
 void AirNavigation::StartGoAround(Journey& journey)
 {
     constexpr double GoAroundFt = 1500;
+    constexpr double WholeHundreds = 100;
     const PracticeRunway& runway = m_approach->Runway();
+    const double missedFt = RoundHalfEven((runway.ElevationFt + 2 * GoAroundFt) / WholeHundreds) * WholeHundreds;
     m_steering = UpwindLeg{runway.Course, runway.ElevationFt + GoAroundFt};
     journey.CruiseFt = std::max(journey.CruiseFt, runway.ElevationFt + 2 * GoAroundFt);
     m_approach.reset();
     m_askedFt.reset();
     m_askedKt.reset();
+    if (m_waitsForWord) { // the missed approach as published, then over the field until it is cleared again
+        m_askedFt = missedFt;
+        m_call += ", climbing " + AltitudeText(RoundTo<std::int32_t>(missedFt));
+    }
+    m_askedToLand = false;
+    m_mayLand = true;
 }
 
 const PracticeRunway* AirNavigation::GuideApproach(const FlightState& state, Journey& journey, FlightTarget& target)

@@ -45,9 +45,11 @@ public:
                 TurnWay turns, int minutes);
     void GoAround(Journey& journey)
     {
-        m_askedToLand = false;
         StartGoAround(journey);
+        m_call.clear(); // the read-back says enough
     }
+    /// After a missed approach it waits for a clearance instead of flying another approach by itself.
+    void WaitForWord() noexcept { m_waitsForWord = true; }
     /// Leaves the approach on its heading, at an altitude.
     void BreakOff(const FlightState& state, double feet);
     void ForbidLanding(bool forbidden) noexcept { m_mayLand = !forbidden; }
@@ -112,6 +114,7 @@ private:
     void SteerDirect(const FlightState& state, const DirectTo& direct, FlightTarget& target);
     void SteerTurn(const FlightState& state, Turning& turning, FlightTarget& target);
     void SteerHeading(const FlightState& state, OnHeading& heading, FlightTarget& target) const;
+    static double ProfileNm(const FlightState& state, const Journey& journey);
     void FlyOwnProfile(const FlightState& state, const Journey& journey, FlightTarget& target, double leftNm) const;
     const PracticeRunway* GuideApproach(const FlightState& state, Journey& journey, FlightTarget& target);
     void StartGoAround(Journey& journey);
@@ -131,6 +134,7 @@ private:
     std::string m_call;
     bool m_askedToLand = false; ///< the approach is by clearance, not the own plan
     bool m_level = false;       ///< on the localizer without a clearance to descend
-    bool m_mayLand = true;      ///< else it goes around before the runway
+    bool m_waitsForWord = false;
+    bool m_mayLand = true; ///< else it goes around before the runway
 };
 } // namespace corvane

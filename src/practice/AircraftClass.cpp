@@ -1,5 +1,6 @@
 #include "practice/AircraftClass.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -119,6 +120,16 @@ static constexpr std::array<AircraftClass, AircraftKindCount> Classes{{
      .FinalNm = 2,
      .OffsetNm = 1},
 }};
+
+AircraftKind KindOfAircraft(std::string_view title, std::string_view engineType) noexcept
+{
+    for (const AircraftClass& one : Classes)
+        if (std::find(one.Titles.begin(), one.Titles.end(), title) != one.Titles.end())
+            return one.Kind;
+    if (engineType.starts_with("Jet"))
+        return AircraftKind::Airliner;
+    return engineType.starts_with("Helicopter") ? AircraftKind::Helicopter : AircraftKind::PistonSingle;
+}
 
 const AircraftClass& ClassOf(AircraftKind kind) noexcept
 {

@@ -8,8 +8,8 @@ namespace corvane {
 enum class AircraftKind : std::uint8_t { PistonSingle, TwinTurboprop, LightJet, Airliner, Helicopter };
 inline constexpr int AircraftKindCount = 5;
 
-/// How a class of aircraft is flown. Speeds are knots over the ground (the practice air is calm), climbs feet a
-/// minute, accelerations knots a second.
+/// How a class of aircraft is flown. Speeds are knots through the air, climbs feet a minute, accelerations knots a
+/// second.
 struct AircraftClass {
     AircraftKind Kind = AircraftKind::PistonSingle;
     std::string_view EngineType;              ///< "Piston Plane", "Jet Plane" or "Helicopter", as messages know them
@@ -35,6 +35,9 @@ struct AircraftClass {
     double FinalNm = 0;  ///< length of the final approach that its pilots plan
     double OffsetNm = 0; ///< distance of the downwind leg from the runway
 };
+
+/// The kind whose class has an aircraft's title; of one that is not known the kind that its engine suggests.
+AircraftKind KindOfAircraft(std::string_view title, std::string_view engineType) noexcept;
 
 /// The class of a kind; the table lives as long as the program.
 const AircraftClass& ClassOf(AircraftKind kind) noexcept;

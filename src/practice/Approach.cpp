@@ -48,7 +48,7 @@ bool Approach::HeadingMeetsFinal(const PracticeRunway& runway, const FlightState
     constexpr double FarthestNm = 30;
     constexpr double OnTheLineNm = 0.2;
     const LineOffset offset = OffsetFromLine(runway.Threshold, runway.Course, state.Position);
-    const double angle = TurnTo(runway.Course, heading);
+    const double angle = TurnTo(runway.Course, OverGround(heading, state.SpeedKt, state.Wind).TrackDeg);
     if (std::abs(angle) > WidestAngleDeg)
         return false;
     double meetsAtNm = offset.OutNm;
@@ -75,10 +75,11 @@ bool Approach::CanJoin(const FlightState& state) const noexcept
     constexpr double MarginNm = 0.1;
     constexpr double LatestNm = 0.7;
     const LineOffset offset = OffsetFromLine(m_runway->Threshold, m_runway->Course, state.Position);
-    const double angle = TurnTo(m_runway->Course, state.HeadingDeg);
+    const GroundVector ground = state.Ground();
+    const double angle = TurnTo(m_runway->Course, ground.TrackDeg);
     if (std::abs(angle) > WidestAngleDeg || offset.OutNm < LatestNm)
         return false;
-    const double leadNm = TurnRadiusNm(state.SpeedKt) * (1 - std::cos(angle * RadiansPerDegree)) + MarginNm;
+    const double leadNm = GroundTurnRadiusNm(state) * (1 - std::cos(angle * RadiansPerDegree)) + MarginNm;
     return std::abs(offset.LeftNm) <= leadNm;
 }
 
@@ -103,7 +104,8 @@ void Approach::GuideToPoint(const FlightState& state, FlightTarget& target) noex
 {
     target.HeadingDeg = CourseTo(state.Position, m_point);
     target.Turn = TurnWay::Shorter;
-    const double leadNm = TurnRadiusNm(state.SpeedKt) + 0.1;
+    target.IsTrack = true;
+    const double leadNm = GroundTurnRadiusNm(state) + 0.1;
     if (RangeNm(state.Position, m_point) > leadNm)
         return;
     // The gate is reached without the centreline only from an odd side: then it is tracked from here.
@@ -123,6 +125,7 @@ ApproachEvent Approach::Guide(const FlightState& state, FlightTarget& target, do
         target.SpeedKt = askedKt;
     if (m_leg == Leg::Base) {
         target.HeadingDeg = m_baseHeading;
+        target.IsTrack = true;
         target.Turn = TurnWay::Shorter;
     } else if (m_leg != Leg::OnHeading)
         GuideToPoint(state, target);
@@ -135,7 +138,7 @@ void Approach::GuideDown(const FlightState& state, double outNm, FlightTarget& t
     constexpr double CaptureFt = 40;
     constexpr double FlareFt = 20;
     constexpr double FlareFpm = -250;
-    const double nextFt = GlideFt(outNm - state.SpeedKt / 3600 * StepS);
+    const double nextFt = GlideFt(outNm - state.Ground().SpeedKt / 3600 * StepS);
     if (state.AltitudeFt < m_runway->ElevationFt + FlareFt) {
         target.VerticalFpm = FlareFpm;
         return;
@@ -144,7 +147,7 @@ void Approach::GuideDown(const FlightState& state, double outNm, FlightTarget& t
         return;
     // Toward the path over a few seconds; never upward, a pilot below it flies level into it.
     constexpr double ClosingS = 4;
-    const double pathFpm = -state.SpeedKt / 60 * FeetPerNm * TanGlide;
+    const double pathFpm = -state.Ground().SpeedKt / 60 * FeetPerNm * TanGlide;
     target.VerticalFpm = std::min(0.0, pathFpm + (nextFt - state.AltitudeFt) / ClosingS * 60);
 }
 
@@ -157,7 +160,7 @@ bool Approach::IsUnstable(const FlightState& state, const LineOffset& offset) co
     if (offset.OutNm > DecisionNm)
         return false;
     const bool pastTheRunway = offset.OutNm < -m_runway->LengthFt / FeetPerNm / 2;
-    return std::abs(offset.LeftNm) > WideNm || std::abs(TurnTo(m_runway->Course, state.HeadingDeg)) > AskewDeg ||
+    return std::abs(offset.LeftNm) > WideNm || std::abs(TurnTo(m_runway->Course, state.Ground().TrackDeg)) > AskewDeg ||
            state.AltitudeFt > GlideFt(std::max(offset.OutNm, 0.0)) + HighFt || pastTheRunway;
 }
 
@@ -171,8 +174,9 @@ ApproachEvent Approach::GuideOnLocalizer(const FlightState& state, FlightTarget&
         return ApproachEvent::Touchdown;
     constexpr double ClosingS = 12; // the offset is worked off in about this time
     constexpr double WidestAngleDeg = 35;
-    const double nmPerS = std::max(state.SpeedKt, 1.0) / 3600;
+    const double nmPerS = std::max(state.Ground().SpeedKt, 1.0) / 3600;
     const double angle = offset.LeftNm / (nmPerS * ClosingS) * DegreesPerRadian;
+    target.IsTrack = true;
     target.HeadingDeg = WrapCourse(m_runway->Course + std::clamp(angle, -WidestAngleDeg, WidestAngleDeg));
     target.Turn = TurnWay::Shorter;
     if (IsShortFinal(*m_runway, state, *m_aircraft))

@@ -25,10 +25,18 @@ double TurnRadiusNm(double speedKt) noexcept
     return speedKt / 3600.0 / (TurnRate(speedKt) * RadiansPerDegree);
 }
 
-/// The turn that is left, positive to the right; a turn way ordered by the controller may take the long way round.
-static double TurnLeft(double from, const FlightTarget& target) noexcept
+double GroundTurnRadiusNm(const FlightState& state) noexcept
 {
-    const double turn = TurnTo(from, target.HeadingDeg);
+    if (!state.Wind.Blows())
+        return TurnRadiusNm(state.SpeedKt);
+    return state.Ground().SpeedKt / 3600.0 / (TurnRate(state.SpeedKt) * RadiansPerDegree);
+}
+
+/// The turn that is left, positive to the right; a turn way ordered by the controller may take the long way round.
+static double TurnLeft(const FlightState& state, const FlightTarget& target) noexcept
+{
+    const double heading = target.IsTrack ? state.Wind.HeadingFor(target.HeadingDeg, state.SpeedKt) : target.HeadingDeg;
+    const double turn = TurnTo(state.HeadingDeg, heading);
     constexpr double AsGoodAsThere = 0.01;
     if (std::abs(turn) < AsGoodAsThere)
         return turn;
@@ -52,15 +60,15 @@ void FlyStep(FlightState& state, const FlightTarget& target, const AircraftClass
 {
     state.SpeedKt = Toward(state.SpeedKt, target.SpeedKt, aircraft.AccelerationKtPerS * StepS);
     const double rate = TurnRate(state.SpeedKt);
-    const double turn = std::clamp(TurnLeft(state.HeadingDeg, target), -rate * StepS, rate * StepS);
+    const double turn = std::clamp(TurnLeft(state, target), -rate * StepS, rate * StepS);
     state.HeadingDeg = WrapCourse(state.HeadingDeg + turn);
     state.BankDeg =
         std::atan(state.SpeedKt * MsPerKt * (turn / StepS * RadiansPerDegree) / GravityMs2) * DegreesPerRadian;
     state.VerticalFpm = Toward(state.VerticalFpm, WantedFpm(state, target, aircraft), VerticalChangeFpmPerS * StepS);
     state.AltitudeFt += state.VerticalFpm / 60 * StepS;
-    const double nm = state.SpeedKt * NmPerKtStep;
     // Half of the turn before the step and half after it: the chord of the arc, not its tangent.
-    state.Position = Along(state.Position, state.HeadingDeg - turn / 2, nm);
+    const GroundVector ground = OverGround(state.HeadingDeg - turn / 2, state.SpeedKt, state.Wind);
+    state.Position = Along(state.Position, ground.TrackDeg, ground.SpeedKt * NmPerKtStep);
     state.OnGround = false;
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/GreatCircle.h"
 #include "practice/AircraftClass.h"
+#include "practice/Wind.h"
 
 #include <cstdint>
 #include <optional>
@@ -14,15 +15,22 @@ inline constexpr double VerticalChangeFpmPerS = 400; ///< how fast a climb or a 
 inline constexpr double GroundTurnDegPerS = 30;
 inline constexpr double StepS = 1; ///< the flight model's step, seconds
 
-/// Where an aircraft is and how it moves. The air is calm: heading is track, speed is ground speed.
+/// Where an aircraft is and how it moves.
 struct FlightState {
     LatLon Position = {};
     double AltitudeFt = 0;
     double HeadingDeg = 0; ///< true
-    double SpeedKt = 0;
+    double SpeedKt = 0;    ///< through the air; on the ground over it
     double VerticalFpm = 0;
     double BankDeg = 0; ///< positive to the right
     bool OnGround = true;
+    PracticeWind Wind = {};
+    std::optional<double> FuelMin = std::nullopt; ///< minutes of flight left; nothing: as much as it needs
+
+    [[nodiscard]] GroundVector Ground() const noexcept
+    {
+        return OnGround ? GroundVector{HeadingDeg, SpeedKt} : OverGround(HeadingDeg, SpeedKt, Wind);
+    }
 };
 
 enum class TurnWay : std::uint8_t { Shorter, Left, Right };
@@ -30,6 +38,7 @@ enum class TurnWay : std::uint8_t { Shorter, Left, Right };
 /// What the pilot wants; the aircraft gets there within its limits.
 struct FlightTarget {
     double HeadingDeg = 0; ///< true
+    bool IsTrack = false;  ///< that is to be the course over the ground, whatever the wind
     TurnWay Turn = TurnWay::Shorter;
     double AltitudeFt = 0;
     double SpeedKt = 0;
@@ -41,6 +50,9 @@ struct FlightTarget {
 double TurnRate(double speedKt) noexcept;
 /// Nautical miles, of a turn at that rate.
 double TurnRadiusNm(double speedKt) noexcept;
+
+/// The same over the ground, where a wind carries the aircraft on in its turn.
+double GroundTurnRadiusNm(const FlightState& state) noexcept;
 
 /// Flies one step in the air.
 void FlyStep(FlightState& state, const FlightTarget& target, const AircraftClass& aircraft) noexcept;

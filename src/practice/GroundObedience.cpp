@@ -40,7 +40,7 @@ ObeyAnswer GroundObedience::ObeyTaxi(const Instruction& instruction)
         return ObeyRefusal{m_pilot.Orders.Ground.IsOnWayIn() ? "we have landed" : "we are on the runway"};
     if (!instruction.Via.empty())
         return ObeyRefusal{"we do not know the taxiways"};
-    const PracticeRunway* runway = instruction.Name.empty() ? airport->RunwayInUse(m_pilot.Aircraft.RunwayFt)
+    const PracticeRunway* runway = instruction.Name.empty() ? airport->TakeOffRunway(m_pilot.Aircraft.RunwayFt)
                                                             : airport->FindRunway(instruction.Name);
     if (runway == nullptr)
         return ObeyRefusal{"no runway " + instruction.Name + " at " + airport->Icao};

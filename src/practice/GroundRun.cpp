@@ -19,6 +19,7 @@ void GroundRun::Touchdown(FlightState& state, const PracticeRunway& runway) noex
 {
     m_runway = &runway;
     m_phase = PilotPhase::LandingRoll;
+    state.SpeedKt = state.Ground().SpeedKt;
     state.AltitudeFt = runway.ElevationFt;
     state.VerticalFpm = 0;
     state.HeadingDeg = CourseTo(state.Position, runway.FarEnd);
@@ -40,7 +41,7 @@ static double BesideTheRunway(const PracticeRunway& runway, const LatLon& place)
 
 void GroundRun::StartTaxiOut(const FlightState& state, const Journey& journey)
 {
-    m_runway = m_givenRunway != nullptr ? m_givenRunway : journey.Airport->RunwayInUse(m_aircraft->RunwayFt);
+    m_runway = m_givenRunway != nullptr ? m_givenRunway : journey.Airport->TakeOffRunway(m_aircraft->RunwayFt);
     if (m_runway != nullptr)
         PlanTaxiOut(state);
 }
@@ -176,10 +177,15 @@ void GroundRun::StepLineUp(FlightState& state)
 
 void GroundRun::StepTakeOff(FlightState& state)
 {
-    RollStep(state, m_aircraft->RotateKt, m_aircraft->TakeOffKtPerS);
+    constexpr double SlowestRollKt = 20; // a gale does not lift anybody off the spot
+    const double headKt = state.Wind.Blows() ? state.Wind.HeadKt(m_runway->Course) : 0;
+    const double rotateKt = std::max(m_aircraft->RotateKt - headKt, SlowestRollKt);
+    RollStep(state, rotateKt, m_aircraft->TakeOffKtPerS);
     state.AltitudeFt = m_runway->ElevationFt;
-    if (state.SpeedKt >= m_aircraft->RotateKt)
-        m_phase = PilotPhase::Airborne;
+    if (state.SpeedKt < rotateKt)
+        return;
+    m_phase = PilotPhase::Airborne;
+    state.SpeedKt = m_aircraft->RotateKt; // through the air from here on
 }
 
 void GroundRun::StepLandingRoll(FlightState& state, const Journey& journey)

@@ -30,6 +30,7 @@ void Hold::Guide(const FlightState& state, FlightTarget& target) noexcept
         break;
     case Leg::In:
         target.HeadingDeg = CourseTo(state.Position, m_fix);
+        target.IsTrack = true;
         if (OffsetFromLine(m_fix, m_inbound, state.Position).OutNm <= 0)
             m_leg = Leg::TurnOut;
         break;

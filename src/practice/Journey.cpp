@@ -35,9 +35,21 @@ LatLon JourneyPlanner::RandomPlace(double nearestNm, double farthestNm, Practice
     return Along(m_scene->Center(), random.Between(0, 360), distanceNm);
 }
 
+const LatLon* JourneyPlanner::PickEntry(const PracticeAirport& destination, PracticeRandom& random) const
+{
+    constexpr double NearestNm = 12;
+    constexpr double FarthestNm = 35;
+    std::vector<const LatLon*> entries;
+    for (const PracticeFix& fix : m_scene->Fixes())
+        if (const double nm = RangeNm(fix.Position, destination.Position); nm >= NearestNm && nm <= FarthestNm)
+            entries.push_back(&fix.Position);
+    return entries.empty() ? nullptr : entries[random.Below(entries.size())];
+}
+
 void JourneyPlanner::Plan(Journey& journey, const PracticeAirport* from, PracticeRandom& random) const
 {
     journey.WayPoint.reset();
+    journey.Enters = false;
     journey.Destination = journey.Pattern && from != nullptr ? from : PickAirport(random);
     constexpr double WholeThousands = 1000;
     journey.CruiseFt =

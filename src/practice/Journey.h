@@ -12,6 +12,7 @@ struct Journey {
     const PracticeAirport* Airport = nullptr; ///< where it stands, or comes from
     const PracticeAirport* Destination = nullptr;
     std::optional<LatLon> WayPoint = std::nullopt; ///< flown over before the destination
+    bool Enters = false; ///< the way point is the one over which it comes in, coming down before it already
     double CruiseFt = 0;
     bool Pattern = false; ///< stays at its airport, circuit after circuit
 
@@ -32,6 +33,8 @@ public:
     const PracticeAirport* PickAirport(PracticeRandom& random) const;
     /// A place around the middle of the area.
     LatLon RandomPlace(double nearestNm, double farthestNm, PracticeRandom& random) const;
+    /// A navaid over which arrivals come to an airport; null where none lies at a distance fit for it.
+    const LatLon* PickEntry(const PracticeAirport& destination, PracticeRandom& random) const;
     /// Plans the next flight.
     /// from  the airport that it starts at, or null in the air
     void Plan(Journey& journey, const PracticeAirport* from, PracticeRandom& random) const;

@@ -274,7 +274,7 @@ ObeyAnswer Obedience::Say(SayWhat what) const
     case SayWhat::Altitude: return "altitude " + NumberText(RoundTo<std::int32_t>(m_report.AltitudeFt));
     case SayWhat::Heading:
         return "heading " + HeadingText(MagneticFromTrue(m_pilot.Grid, m_report.TrueHeading, m_report.Position));
-    case SayWhat::Speed: return "speed " + NumberText(RoundTo<std::int32_t>(m_report.SpeedKt));
+    case SayWhat::Speed: return "speed " + NumberText(RoundTo<std::int32_t>(m_pilot.State.SpeedKt));
     case SayWhat::Position: return PositionText(m_report, m_pilot.Scene);
     case SayWhat::Intentions:
         return destination == nullptr ? std::string("local flight, no destination") : "landing " + destination->Icao;
@@ -282,6 +282,8 @@ ObeyAnswer Obedience::Say(SayWhat what) const
     case SayWhat::Transponder: return "squawking " + m_pilot.Orders.Transponder;
     case SayWhat::Fuel: break;
     }
-    return std::string("plenty of fuel");
+    if (!m_pilot.State.FuelMin)
+        return std::string("plenty of fuel");
+    return "fuel for " + NumberText(RoundTo<std::int32_t>(*m_pilot.State.FuelMin)) + " minutes";
 }
 } // namespace corvane

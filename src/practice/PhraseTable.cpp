@@ -172,7 +172,7 @@ static constexpr std::array Phrases{
     Phrase{Reports, Kind::Say, Of(SayWhat::Transponder), "say|confirm ?your squawk|transponder", "",
            "tells you its code"},
     Phrase{Reports, Kind::Say, Of(SayWhat::Fuel), "say|confirm ?your fuel ?remaining|endurance; say endurance", "",
-           "tells you that it has enough"},
+           "tells you for how many minutes it has fuel, or that it has enough"},
     // Talk
     Phrase{Talk, Kind::Repeat, 0, "say again ?your ?last ?request|transmission; repeat ?your ?last", "",
            "says its last words again"},

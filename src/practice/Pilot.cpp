@@ -2,6 +2,7 @@
 
 #include "core/Rounding.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -43,10 +44,17 @@ Pilot::Pilot(const PracticeScene& scene, const MagVarGrid& grid, AircraftKind ki
         if (start.Destination != start.Airport)
             trip.WayPoint.reset();
     }
+    if (start.Over && trip.Destination != nullptr) {
+        trip.WayPoint = *start.Over;
+        trip.Enters = true;
+    }
     if (start.AltitudeFt && *start.AltitudeFt <= Aircraft().CeilingFt)
         trip.CruiseFt = *start.AltitudeFt;
-    if (start.AsksFirst)
+    if (start.AsksFirst) {
         m_orders.Ground.AskFirst();
+        m_orders.Air.WaitForWord();
+    }
+    m_state.FuelMin = start.FuelMin;
     if (start.Airport != nullptr)
         return;
     m_state.Position = start.Position;
@@ -96,12 +104,62 @@ void Pilot::BeginAirborne(Scenario scenario, PracticeRandom& random)
     const LatLon around = arrival ? destination->Position : m_planner.Scene().Center();
     const double distanceNm = arrival ? random.Between(25, 55) : random.Between(10, 70);
     m_state.Position = Along(around, random.Between(0, 360), distanceNm);
+    if (const LatLon* entry = arrival ? m_planner.PickEntry(*destination, random) : nullptr) {
+        constexpr double AsideDeg = 25; // they come from where the way over the navaid leads on
+        const double from = CourseTo(destination->Position, *entry) + random.Between(-AsideDeg, AsideDeg);
+        m_state.Position = Along(*entry, from, distanceNm - 20);
+        m_orders.Trip.WayPoint = *entry;
+        m_orders.Trip.Enters = true;
+    }
     m_orders.Air.BeginEnRoute(m_state, m_orders.Trip);
+}
+
+/// The engines run from the stand to the stand.
+void Pilot::BurnFuel()
+{
+    if (!m_state.FuelMin || Phase() == PilotPhase::Parked)
+        return;
+    const double before = *m_state.FuelMin;
+    const double now = std::max(0.0, before - StepS / 60);
+    m_state.FuelMin = now;
+    constexpr double MinimumMin = 30;
+    constexpr double EmergencyMin = 10;
+    const auto falls = [&](double minutes) { return before > minutes && now <= minutes; };
+    if (falls(MinimumMin))
+        m_call = "minimum fuel, 30 minutes";
+    else if (falls(EmergencyMin))
+        m_call = "mayday fuel, 10 minutes, request immediate landing";
+    else if (falls(0) && Phase() == PilotPhase::Airborne)
+        m_call = "mayday, mayday, mayday, we are out of fuel";
+}
+
+/// Whoever is on the final already comes in without the engines.
+bool Pilot::Glides() const noexcept
+{
+    return m_state.FuelMin && *m_state.FuelMin <= 0 && !m_orders.Air.IsEstablished();
+}
+
+void Pilot::Glide()
+{
+    constexpr double GlideFpm = -900;
+    FlyStep(m_state,
+            {.HeadingDeg = m_state.HeadingDeg,
+             .AltitudeFt = m_orders.Trip.FieldFt(),
+             .SpeedKt = Aircraft().PatternKt,
+             .VerticalFpm = GlideFpm},
+            Aircraft());
+    m_isDown = m_state.AltitudeFt <= m_orders.Trip.FieldFt();
 }
 
 void Pilot::Step(PracticeRandom& random)
 {
     Journey& trip = m_orders.Trip;
+    m_state.Wind = m_planner.Scene().Wind();
+    BurnFuel();
+    if (Phase() == PilotPhase::Airborne && Glides()) {
+        Glide();
+        return;
+    }
     if (!m_orders.Pending.empty())
         m_call = Obedience(Situation()).ObeyPending();
     if (Phase() == PilotPhase::Airborne) {
@@ -152,7 +210,7 @@ ReportedPosition Pilot::Report() const noexcept
     return {.Position = m_state.Position,
             .AltitudeFt = m_state.AltitudeFt,
             .TrueHeading = RoundTo<std::int32_t>(heading),
-            .SpeedKt = m_state.SpeedKt};
+            .SpeedKt = m_state.Ground().SpeedKt};
 }
 
 std::optional<std::string> Pilot::TakeRadioCall()

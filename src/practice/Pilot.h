@@ -14,7 +14,9 @@ struct PilotStart {
     const PracticeAirport* Destination = nullptr;
     LatLon Position; ///< in the air
     std::optional<double> AltitudeFt;
-    bool AsksFirst = false; ///< on the ground it waits for the controller's word
+    std::optional<LatLon> Over;    ///< in the air: a navaid on the way
+    std::optional<double> FuelMin; ///< minutes of flight; nothing: as much as it needs
+    bool AsksFirst = false;        ///< on the ground it waits for the controller's word
 };
 
 /// A simulated pilot: plans flights between the scene's airports, flies them within the limits of the aircraft, and
@@ -46,6 +48,8 @@ public:
     [[nodiscard]] const PracticeAirport* Destination() const noexcept { return m_orders.Trip.Destination; }
     /// Flights ended at a stand since the pilot came.
     [[nodiscard]] int FlightsDone() const noexcept { return m_orders.Ground.FlightsDone(); }
+    /// Came down without fuel: its flight is over.
+    [[nodiscard]] bool IsDown() const noexcept { return m_isDown; }
     /// What the pilot has to say unasked, such as "going around"; taken once.
     std::optional<std::string> TakeRadioCall();
 
@@ -56,6 +60,9 @@ private:
         return {m_planner.Scene(), *m_grid, Aircraft(), m_state, m_orders};
     }
     std::string Disregard();
+    void BurnFuel();
+    [[nodiscard]] bool Glides() const noexcept;
+    void Glide();
     void BeginAirborne(Scenario scenario, PracticeRandom& random);
 
     JourneyPlanner m_planner;
@@ -65,5 +72,6 @@ private:
     std::optional<PilotOrders> m_before; ///< the last instruction that was obeyed
     std::string m_lastSaid;
     std::string m_call; ///< to be said unasked
+    bool m_isDown = false;
 };
 } // namespace corvane

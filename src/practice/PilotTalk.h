@@ -11,7 +11,7 @@ struct ReportedPosition {
     LatLon Position;
     double AltitudeFt = 0;
     int TrueHeading = 0; ///< 0 .. 360
-    double SpeedKt = 0;
+    double SpeedKt = 0;  ///< over the ground
 };
 
 /// A heading as it is said: 090.

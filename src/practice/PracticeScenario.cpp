@@ -72,6 +72,25 @@ static bool FlagOf(const Json& object, const char* name, bool otherwise)
     return found == object.end() ? otherwise : found->get<bool>();
 }
 
+static std::vector<std::string> TextsOf(const Json& object, const char* name)
+{
+    std::vector<std::string> texts;
+    if (const auto found = object.find(name); found != object.end())
+        for (const Json& text : *found)
+            texts.push_back(ToUpper(OneLine(Utf8ToWindows1252(text.get_ref<const std::string&>()))));
+    return texts;
+}
+
+static void ReadWeather(const Json& file, PracticeScenario& scenario)
+{
+    if (const auto wind = file.find("Wind"); wind != file.end())
+        scenario.Wind = {(*wind)["Direction"].get<double>(), (*wind)["Speed"].get<double>()};
+    if (const auto runways = file.find("Runways"); runways != file.end()) {
+        scenario.Landing = TextsOf(*runways, "Landing");
+        scenario.TakeOff = TextsOf(*runways, "TakeOff");
+    }
+}
+
 static ScenarioAircraft AircraftFrom(const Json& object)
 {
     const auto kind = std::find(ClassNames.begin(), ClassNames.end(), object["Class"].get_ref<const std::string&>());
@@ -86,6 +105,8 @@ static ScenarioAircraft AircraftFrom(const Json& object)
     aircraft.AltitudeFt = OptionalNumber(object, "Altitude");
     aircraft.From = ToUpper(TextOf(object, "From"));
     aircraft.To = ToUpper(TextOf(object, "To"));
+    aircraft.Over = ToUpper(TextOf(object, "Over"));
+    aircraft.FuelMin = OptionalNumber(object, "Fuel");
     aircraft.SilentAtS = OptionalNumber(object, "SilentAt");
     aircraft.SilentForS = OptionalNumber(object, "SilentFor").value_or(aircraft.SilentForS);
     aircraft.EmergencyAtS = OptionalNumber(object, "EmergencyAt");
@@ -107,6 +128,7 @@ Result<PracticeScenario> ParseScenario(std::string_view text, const std::string&
     scenario.Name = TextOf(file, "Name");
     scenario.About = TextOf(file, "About");
     scenario.PilotsAsk = FlagOf(file, "PilotsAsk", true);
+    ReadWeather(file, scenario);
     scenario.HostLeavesAtS = OptionalNumber(file, "HostLeavesAt");
     for (const Json& aircraft : file["Aircraft"])
         scenario.Aircraft.push_back(AircraftFrom(aircraft));

@@ -2,6 +2,7 @@
 
 #include "core/Result.h"
 #include "practice/AircraftClass.h"
+#include "practice/Wind.h"
 
 #include <filesystem>
 #include <optional>
@@ -21,6 +22,8 @@ struct ScenarioAircraft {
     std::optional<double> AltitudeFt;
     std::string From; ///< ICAO code of the airport on whose ground it begins; empty: the one in the middle
     std::string To;   ///< ICAO code; empty: the one in the middle for arrivals, away from it for departures
+    std::string Over; ///< in the air: ident of a navaid on its way; empty: none
+    std::optional<double> FuelMin; ///< minutes of flight that its fuel lasts; nothing: as long as it needs
     std::optional<double> SilentAtS;
     double SilentForS = 120;
     std::optional<double> EmergencyAtS;
@@ -38,6 +41,9 @@ struct ScenarioHint {
 struct PracticeScenario {
     std::string Name;
     std::string About;
+    PracticeWind Wind = {};
+    std::vector<std::string> Landing = {}; ///< runways of the airport in the middle; empty: as the wind has it
+    std::vector<std::string> TakeOff = {};
     bool PilotsAsk = true; ///< on the ground they wait for the controller's word
     std::vector<ScenarioAircraft> Aircraft;
     std::vector<ScenarioHint> Hints;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace corvane {
 static bool CanBeFlown(const LatLon& position) noexcept
@@ -85,11 +86,35 @@ static PracticeAirport AirportFrom(const AirportRecord& record)
     return airport;
 }
 
+/// The first of the given runways that is long enough.
+static const PracticeRunway* FirstOf(const PracticeAirport& airport, const std::vector<std::string>& names,
+                                     double lengthFt) noexcept
+{
+    for (const std::string& name : names)
+        if (const PracticeRunway* runway = airport.FindRunway(name); runway != nullptr && runway->LengthFt >= lengthFt)
+            return runway;
+    return nullptr;
+}
+
+/// The least headwind of a runway that is used: a few knots below the most that a runway has.
+static double LeastHeadKt(const PracticeAirport& airport, double lengthFt) noexcept
+{
+    constexpr double AsGoodKt = 4;
+    double most = -std::numeric_limits<double>::infinity();
+    for (const PracticeRunway& runway : airport.Runways)
+        if (runway.LengthFt >= lengthFt)
+            most = std::max(most, airport.Wind.HeadKt(runway.Course));
+    return most - AsGoodKt;
+}
+
 const PracticeRunway* PracticeAirport::RunwayInUse(double lengthFt) const noexcept
 {
+    if (const PracticeRunway* given = FirstOf(*this, Landing, lengthFt))
+        return given;
+    const double leastKt = Wind.Blows() ? LeastHeadKt(*this, lengthFt) : 0;
     const PracticeRunway* best = nullptr;
     for (const PracticeRunway& runway : Runways) {
-        if (runway.LengthFt < lengthFt)
+        if (runway.LengthFt < lengthFt || (Wind.Blows() && Wind.HeadKt(runway.Course) < leastKt))
             continue;
         const bool better = best == nullptr || (runway.HasIls && !best->HasIls) ||
                             (runway.HasIls == best->HasIls && runway.LengthFt > best->LengthFt);
@@ -97,6 +122,41 @@ const PracticeRunway* PracticeAirport::RunwayInUse(double lengthFt) const noexce
             best = &runway;
     }
     return best;
+}
+
+const PracticeRunway* PracticeAirport::TakeOffRunway(double lengthFt) const noexcept
+{
+    if (const PracticeRunway* given = FirstOf(*this, TakeOff, lengthFt))
+        return given;
+    const PracticeRunway* const landing = RunwayInUse(lengthFt);
+    if (landing == nullptr || !Wind.Blows())
+        return landing;
+    constexpr double ParallelDeg = 15;
+    const PracticeRunway* best = nullptr;
+    for (const PracticeRunway& runway : Runways)
+        if (&runway != landing && runway.LengthFt >= lengthFt &&
+            std::abs(TurnTo(runway.Course, landing->Course)) < ParallelDeg &&
+            (best == nullptr || runway.LengthFt > best->LengthFt))
+            best = &runway;
+    return best != nullptr ? best : landing;
+}
+
+void PracticeScene::SetWind(const PracticeWind& wind) noexcept
+{
+    m_wind = wind;
+    for (PracticeAirport& airport : m_airports)
+        airport.Wind = wind;
+}
+
+void PracticeScene::UseRunways(std::vector<std::string> landing, std::vector<std::string> takeOff)
+{
+    const PracticeAirport* const main = MainAirport(0);
+    for (PracticeAirport& airport : m_airports)
+        if (&airport == main) {
+            airport.Landing = std::move(landing);
+            airport.TakeOff = std::move(takeOff);
+            return;
+        }
 }
 
 static std::string_view WithoutLeadingZeros(std::string_view name) noexcept

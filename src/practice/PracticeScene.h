@@ -2,6 +2,7 @@
 
 #include "core/Geodesy.h"
 #include "core/Records.h"
+#include "practice/Wind.h"
 
 #include <cstddef>
 #include <span>
@@ -30,10 +31,15 @@ struct PracticeAirport {
     double ElevationFt = 0;
     std::vector<PracticeRunway> Runways; ///< both directions of each
     std::vector<LatLon> Stands;          ///< parking spots; empty where the database has none
+    PracticeWind Wind = {};
+    std::vector<std::string> Landing = {}; ///< names of the runways given for it; empty: as the wind has it
+    std::vector<std::string> TakeOff = {};
 
-    /// The runway in use for an aircraft that needs a length: with ILS before without, then the longest.
-    /// Null when none is long enough.
+    /// The runway in use for landings of an aircraft that needs a length: one that was given, or of those into the
+    /// wind one with ILS before one without, then the longest. Null when none is long enough.
     [[nodiscard]] const PracticeRunway* RunwayInUse(double lengthFt) const noexcept;
+    /// The same for take-offs: in a wind a parallel, where there is one, so that they keep clear of the landings.
+    [[nodiscard]] const PracticeRunway* TakeOffRunway(double lengthFt) const noexcept;
     /// The runway of a name, leading zeros aside (09L is 9L); null when there is none.
     [[nodiscard]] const PracticeRunway* FindRunway(std::string_view name) const noexcept;
     /// Where an aircraft stands: a parking spot by number, or one made beside the runways where there is none.
@@ -49,6 +55,12 @@ struct PracticeFix {
 /// flown (no position, runways without length).
 class PracticeScene {
 public:
+    /// The weather over all of it.
+    void SetWind(const PracticeWind& wind) noexcept;
+    [[nodiscard]] const PracticeWind& Wind() const noexcept { return m_wind; }
+    /// The runways of the airport in the middle that are used, by name; unknown ones are passed over.
+    void UseRunways(std::vector<std::string> landing, std::vector<std::string> takeOff);
+
     PracticeScene(std::span<const AirportRecord> airports, std::span<const NavaidRecord> vors,
                   std::span<const NavaidRecord> ndbs, LatLon center);
 
@@ -58,11 +70,13 @@ public:
     [[nodiscard]] const PracticeAirport* MainAirport(double lengthFt) const noexcept;
     /// By ICAO code in capitals; null when there is none.
     [[nodiscard]] const PracticeAirport* FindAirport(std::string_view icao) const noexcept;
+    [[nodiscard]] const std::vector<PracticeFix>& Fixes() const noexcept { return m_fixes; }
     /// The airport, VOR or NDB of a name in capitals that is nearest to a position; null when there is none.
     [[nodiscard]] const LatLon* FindPlace(std::string_view ident, const LatLon& nearTo) const noexcept;
 
 private:
     LatLon m_center;
+    PracticeWind m_wind;
     std::vector<PracticeAirport> m_airports;
     std::vector<PracticeFix> m_fixes;
 };

@@ -29,6 +29,8 @@ PracticeSession::PracticeSession(SessionPeerFactory& factory, PracticeScene scen
         m_options.ComeAndGo = false;
         if (m_options.HostName.empty())
             m_options.HostName = "Instructor";
+        m_scene.SetWind(m_options.Scenario->Wind);
+        m_scene.UseRunways(m_options.Scenario->Landing, m_options.Scenario->TakeOff);
         m_director.emplace(*m_options.Scenario, m_scene, grid);
     }
     if (m_options.MaxPlayers <= 0)

@@ -1,5 +1,7 @@
 #include "practice/ScenarioDirector.h"
 
+#include "core/NumberText.h"
+#include "core/Rounding.h"
 #include "practice/PilotTalk.h"
 
 #include <utility>
@@ -16,8 +18,29 @@ Pilot ScenarioDirector::PilotOf(const ScenarioAircraft& aircraft, PracticeRandom
     const LatLon middle = main != nullptr ? main->Position : m_scene->Center();
     start.Position = Along(middle, aircraft.BearingDeg, aircraft.DistanceNm);
     start.AltitudeFt = aircraft.AltitudeFt;
+    start.FuelMin = aircraft.FuelMin;
+    if (const LatLon* over = aircraft.Over.empty() ? nullptr : m_scene->FindPlace(aircraft.Over, start.Position))
+        start.Over = *over;
     start.AsksFirst = m_scenario.PilotsAsk;
     return {*m_scene, *m_grid, aircraft.Kind, start, random};
+}
+
+/// "Wind 240 at 15 knots, landing 16R, departing 16L": the direction is magnetic, as controllers say it.
+std::string ScenarioDirector::WeatherText() const
+{
+    const PracticeWind& wind = m_scene->Wind();
+    const int from =
+        (MagneticFromTrue(*m_grid, RoundTo<std::int32_t>(wind.FromDeg) % 360, m_scene->Center()) + 359) % 360 + 1;
+    std::string text =
+        "Wind " + HeadingText(from) + " at " + NumberText(RoundTo<std::int32_t>(wind.SpeedKt)) + " knots";
+    if (const PracticeAirport* main = m_scene->MainAirport(0)) {
+        const double lengthFt = ClassOf(AircraftKind::PistonSingle).RunwayFt;
+        if (const PracticeRunway* runway = main->RunwayInUse(lengthFt))
+            text += ", landing " + runway->Name;
+        if (const PracticeRunway* runway = main->TakeOffRunway(lengthFt))
+            text += ", departing " + runway->Name;
+    }
+    return text;
 }
 
 void ScenarioDirector::LetJoin(PracticeCrew& crew, PracticeRandom& random, const Join& join)
@@ -62,7 +85,7 @@ void ScenarioDirector::Direct(PracticeMember& member, Part& part) const
         Call(member, part);
     if (aircraft.EmergencyAtS && m_timeS >= *aircraft.EmergencyAtS && !std::exchange(part.Emergency, true))
         member.Say("mayday, mayday, mayday, " + aircraft.Emergency + ", request immediate landing, " + member.Name());
-    if (aircraft.LeavesAtS && m_timeS >= *aircraft.LeavesAtS)
+    if (member.Flying->IsDown() || (aircraft.LeavesAtS && m_timeS >= *aircraft.LeavesAtS))
         member.Leave();
 }
 
@@ -75,6 +98,9 @@ void ScenarioDirector::Step(PracticeCrew& crew, PracticeRandom& random, const Jo
             Direct(*member, part->second);
     }
     PracticeMember* const host = crew.Host();
+    constexpr double WeatherAtS = 15;
+    if (host != nullptr && m_timeS == WeatherAtS && m_scene->Wind().Blows())
+        host->Say(WeatherText());
     for (; m_hints < m_scenario.Hints.size() && m_timeS >= m_scenario.Hints[m_hints].AtS; ++m_hints)
         if (host != nullptr)
             host->Say(m_scenario.Hints[m_hints].Text);

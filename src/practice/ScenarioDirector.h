@@ -36,6 +36,7 @@ private:
     void LetJoin(PracticeCrew& crew, PracticeRandom& random, const Join& join);
     [[nodiscard]] Pilot PilotOf(const ScenarioAircraft& aircraft, PracticeRandom& random) const;
     void Direct(PracticeMember& member, Part& part) const;
+    [[nodiscard]] std::string WeatherText() const;
     static void Call(PracticeMember& member, Part& part);
 
     PracticeScenario m_scenario;

@@ -11,6 +11,20 @@ inline constexpr const char* ScenarioSchema = R"json({
     "About": {"type": "string", "maxLength": 1000},
     "PilotsAsk": {"type": "boolean"},
     "HostLeavesAt": {"type": "number", "minimum": 0, "maximum": 604800},
+    "Wind": {
+      "type": "object", "additionalProperties": false, "required": ["Direction", "Speed"],
+      "properties": {
+        "Direction": {"type": "number", "minimum": 0, "maximum": 360},
+        "Speed": {"type": "number", "minimum": 0, "maximum": 40}
+      }
+    },
+    "Runways": {
+      "type": "object", "additionalProperties": false,
+      "properties": {
+        "Landing": {"type": "array", "maxItems": 20, "items": {"type": "string", "minLength": 1, "maxLength": 4}},
+        "TakeOff": {"type": "array", "maxItems": 20, "items": {"type": "string", "minLength": 1, "maxLength": 4}}
+      }
+    },
     "Hints": {
       "type": "array", "maxItems": 200,
       "items": {
@@ -34,6 +48,8 @@ inline constexpr const char* ScenarioSchema = R"json({
           "Distance": {"type": "number", "minimum": 5, "maximum": 150},
           "Altitude": {"type": "number", "minimum": 500, "maximum": 45000},
           "From": {"type": "string", "minLength": 1, "maxLength": 8},
+          "Over": {"type": "string", "minLength": 1, "maxLength": 8},
+          "Fuel": {"type": "number", "minimum": 1, "maximum": 6000},
           "To": {"type": "string", "minLength": 1, "maxLength": 8},
           "SilentAt": {"type": "number", "minimum": 0, "maximum": 604800},
           "SilentFor": {"type": "number", "minimum": 1, "maximum": 604800},

@@ -27,6 +27,8 @@ TEST(Scenarios, AreReadOrSayWhereTheyAreWrong)
         {R"({"Name":"a","Aircraft":[{"Class":"airliner"},{"Class":"zeppelin"}]})", "/Aircraft/1/Class: "},
         {R"({"Name":"a","Aircraft":[{"Class":"airliner","Distance":"far"}]})", "/Aircraft/0/Distance: "},
         {R"({"Name":"a","Aircraft":[{"Class":"airliner","Distance":1e9}]})", "/Aircraft/0/Distance: "},
+        {R"({"Name":"a","Wind":{"Direction":10},"Aircraft":[{"Class":"airliner"}]})", "/Wind: "},
+        {R"({"Name":"a","Runways":{"Landing":[16]},"Aircraft":[{"Class":"airliner"}]})", "/Runways/Landing/0: "},
         {R"({"Name":"a","Aircraft":[{"Class":"airliner"}],"Hints":[{"At":-1,"Text":"b"}]})", "/Hints/0/At: "},
         {R"({"Name":"a","Aircraft":[{"Class":"airliner","Callsign":"N1AB"},{"Class":"piston","Callsign":"N1AB"}]})",
          "/Aircraft/1/Callsign: "},
@@ -38,7 +40,8 @@ TEST(Scenarios, AreReadOrSayWhereTheyAreWrong)
         EXPECT_THAT(scenario.error().Why, StartsWith(why)) << text;
     }
     const auto scenario = ParseScenario(
-        R"({"Name":"a","PilotsAsk":false,"HostLeavesAt":9,"Aircraft":[{"Class":"light jet","To":"kmid","At":5}]})",
+        R"({"Name":"a","PilotsAsk":false,"HostLeavesAt":9,"Wind":{"Direction":240,"Speed":15},
+            "Runways":{"TakeOff":["16l"]},"Aircraft":[{"Class":"light jet","To":"kmid","At":5,"Over":"big","Fuel":9}]})",
         "f");
     ASSERT_TRUE(scenario) << scenario.error().Text();
     EXPECT_FALSE(scenario->PilotsAsk);
@@ -46,6 +49,11 @@ TEST(Scenarios, AreReadOrSayWhereTheyAreWrong)
     EXPECT_EQ(scenario->Aircraft.front().Kind, AircraftKind::LightJet);
     EXPECT_EQ(scenario->Aircraft.front().To, "KMID");
     EXPECT_EQ(scenario->Aircraft.front().AtS, 5);
+    EXPECT_EQ(scenario->Aircraft.front().Over, "BIG");
+    EXPECT_EQ(scenario->Aircraft.front().FuelMin, 9);
+    EXPECT_EQ(scenario->Wind.FromDeg, 240);
+    EXPECT_EQ(scenario->Wind.SpeedKt, 15);
+    EXPECT_EQ(scenario->TakeOff, std::vector<std::string>{"16L"});
 }
 
 class ScenarioSessions : public testing::Test {
@@ -87,7 +95,7 @@ protected:
 TEST_F(ScenarioSessions, HappenAsTheyAreWritten)
 {
     const auto scenario = ParseScenario(
-        R"({"Name":"Test","HostLeavesAt":400,"Hints":[{"At":30,"Text":"Look north."}],"Aircraft":[
+        R"({"Name":"Test","HostLeavesAt":400,"Wind":{"Direction":330,"Speed":12},"Hints":[{"At":30,"Text":"Look north."}],"Aircraft":[
             {"Class":"airliner","Callsign":"Lantern1","Bearing":0,"Distance":30,"Altitude":9000,
              "SilentAt":100,"SilentFor":100,"EmergencyAt":250,"Emergency":"fire on board"},
             {"Class":"piston","Callsign":"N1AB","At":20,"OnGround":true,"LeavesAt":300},
@@ -97,6 +105,7 @@ TEST_F(ScenarioSessions, HappenAsTheyAreWritten)
     Create(*scenario);
     Live(40);
     EXPECT_THAT(Atc->Chat, Contains("Instructor: Look north."));
+    EXPECT_THAT(Atc->Chat, Contains("Instructor: Wind 330 at 12 knots, landing 34L, departing 34R"));
     EXPECT_THAT(Atc->Chat, Contains(AllOf(StartsWith("N1AB: hello, at the stand"), HasSubstr("request pushback"))));
     Atc->Chat.clear();
     Atc->Say("N2AB descend 8000");
