@@ -3,6 +3,7 @@
 #include "cli/AreaOptions.h"
 #include "cli/Commands.h"
 #include "cli/EventLines.h"
+#include "cli/HostDebrief.h"
 #include "cli/NetworkOptions.h"
 #include "cli/NumberList.h"
 #include "cli/TrafficEventLines.h"
@@ -37,7 +38,8 @@ struct HostOptions {
     std::string ScenarioFile; ///< what the simulated pilots do; empty: as they like
     std::optional<PracticeScenario> Scenario;
     int Speed = 1;
-    std::string FeedOut; ///< where the targets are offered; empty: nowhere
+    std::string DebriefFile; ///< empty: none
+    std::string FeedOut;     ///< where the targets are offered; empty: nowhere
 };
 
 /// A session that is being hosted, whatever its members do.
@@ -52,25 +54,24 @@ using MakeHosted =
 } // namespace
 
 /// The airports and navaids around a place; without a database there are none, and the pilots fly from place to place.
-static Result<PracticeScene> LoadScene(const HostOptions& options)
+static Result<AreaModel> LoadSurroundings(const HostOptions& options)
 {
     const auto place = *ParseNumbers(options.Traffic.Around, ',', 2);
-    const LatLon center{place[0], place[1]};
+    AreaModel area;
+    area.AreaCenter = {place[0], place[1]};
     const auto settingsFile = options.Folders.AppFile(SettingsFileName);
     if (std::error_code ignored; !std::filesystem::exists(settingsFile, ignored))
-        return PracticeScene({}, {}, {}, center);
+        return area;
     const auto settings = ReadSettings(settingsFile);
     if (!settings)
         return settings.error();
-    AreaModel area;
-    area.AreaCenter = center;
     std::vector<AirspaceRecord> airspaces;
     UnwatchedProgress unwatched;
     const Result<void> loaded =
         LoadAirportArea(options.Folders.AppFolder, *settings, "", airspaces, area, unwatched); // what lies around
     if (!loaded)
         return loaded.error();
-    return PracticeScene(area.AreaAirports, area.AreaVors, area.AreaNdbs, center);
+    return area;
 }
 
 static constexpr std::int32_t DefaultMaxPlayers = 8;
@@ -99,7 +100,8 @@ static PracticeOptions ToPracticeOptions(const HostOptions& options)
     return practice;
 }
 
-static Result<void> Run(const Hosted& hosted, HostWatch& watch, FeedOut* feedOut, const EndOfRun& end)
+static Result<void> Run(const Hosted& hosted, HostWatch& watch, FeedOut* feedOut, HostDebrief* debrief,
+                        const EndOfRun& end)
 {
     constexpr std::chrono::milliseconds Pause(10);
     while (!end.HasCome()) {
@@ -107,6 +109,8 @@ static Result<void> Run(const Hosted& hosted, HostWatch& watch, FeedOut* feedOut
             return going;
         if (const Result<void> going = watch.Tick(end.ElapsedMs()); !going)
             return going;
+        if (debrief != nullptr)
+            debrief->Tick(watch.Players().Players(), end.ElapsedMs());
         if (feedOut != nullptr)
             feedOut->Tick(watch.Players().Players(), end.ElapsedMs());
         std::this_thread::sleep_for(Pause);
@@ -116,8 +120,9 @@ static Result<void> Run(const Hosted& hosted, HostWatch& watch, FeedOut* feedOut
 
 /// Hosts a session to the end of the run, and prints what happens there.
 /// details  of members that come from outside
+/// around  what a debrief knows of the world; null where none was loaded
 static Result<void> Serve(const HostOptions& options, const Console& console, const TrafficDetailsTable& details,
-                          const MakeHosted& make)
+                          const AreaModel* around, const MakeHosted& make)
 {
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
@@ -131,16 +136,27 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
     provider.Options.MustBeFound = true;
     EventLines lines(console.Out, end);
     TrafficEventLines events(lines, details, **grid);
-    HostWatch watch(provider, **grid, events);
+    std::optional<HostDebrief> debrief;
+    if (!options.DebriefFile.empty() && around != nullptr)
+        debrief.emplace(events, *around, **grid);
+    HostWatch watch(provider, **grid, debrief ? static_cast<SessionEvents&>(*debrief) : events);
     const auto hosted = make(watch, events, [&end] { return end.ElapsedMs(); });
     if (!hosted)
         return Fail("host", hosted.error().Text());
     lines.Listening(options.Network.BindAddress, options.Network.EnumerationPort);
     watch.Begin(hosted->Host, end.ElapsedMs());
-    const Result<void> ran = Run(*hosted, watch, feedOut->get(), end);
+    if (debrief && !hosted->Host.IsPilot)
+        debrief->Watch().Ignore(hosted->Host.Name);
+    if (debrief && options.Scenario)
+        debrief->Watch().SetWind(options.Scenario->Wind);
+    const Result<void> ran = Run(*hosted, watch, feedOut->get(), debrief ? &*debrief : nullptr, end);
     hosted->End();
     events.Disconnected(ran ? end.Reason() : ran.error().Text());
-    return ran ? ran : Fail("host", ran.error().Text());
+    const Result<void> written =
+        debrief ? debrief->Write(options.DebriefFile, hosted->Host.Session.Name) : Result<void>();
+    if (!ran)
+        return Fail("host", ran.error().Text());
+    return written;
 }
 
 static Result<void> HostPractice(HostOptions& options, const Console& console)
@@ -154,13 +170,14 @@ static Result<void> HostPractice(HostOptions& options, const Console& console)
     const auto grid = LoadMagVarGrid(options.Folders);
     if (!grid)
         return grid.error();
-    auto scene = LoadScene(options);
-    if (!scene)
-        return scene.error();
+    const auto around = LoadSurroundings(options);
+    if (!around)
+        return around.error();
+    PracticeScene scene(around->AreaAirports, around->AreaVors, around->AreaNdbs, around->AreaCenter);
     return Serve(
-        options, console, {},
+        options, console, {}, &*around,
         [&](SessionPeerFactory& factory, SessionEvents& /*events*/, const MillisecondClock& now) -> Result<Hosted> {
-            auto created = PracticeSession::Create(factory, *std::move(scene), **grid, ToPracticeOptions(options));
+            auto created = PracticeSession::Create(factory, std::move(scene), **grid, ToPracticeOptions(options));
             if (!created)
                 return created.error();
             const std::shared_ptr<PracticeSession> session = *std::move(created);
@@ -183,7 +200,7 @@ static Result<void> HostRecording(const HostOptions& options, const Console& con
         PrintNotice(console, read->LeftOut->Text());
     const auto recording = std::make_shared<const Recording>(*std::move(read));
     return Serve(
-        options, console, {},
+        options, console, {}, nullptr,
         [&](SessionPeerFactory& factory, SessionEvents& /*events*/, const MillisecondClock& now) -> Result<Hosted> {
             const auto clock = std::make_shared<PlaybackClock>(now);
             clock->SetSpeed(options.Speed);
@@ -228,7 +245,7 @@ static Result<void> HostTraffic(const HostOptions& options, const Console& conso
         return Fail("host", opened.error().Text());
     TrafficDetailsTable details;
     return Serve(
-        options, console, details,
+        options, console, details, nullptr,
         [&](SessionPeerFactory& factory, SessionEvents& events, const MillisecondClock& now) -> Result<Hosted> {
             auto created = TrafficSession::Create(factory, *opened->Feed, details, ToTrafficOptions(options, events));
             if (!created)
@@ -288,6 +305,12 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
         ->excludes(replay)
         ->capture_default_str();
     AddForOption(*command, options->ForS);
+    command
+        ->add_option("--debrief", options->DebriefFile,
+                     "At the end: what controlling came to, as an HTML page, or as JSON where FILE ends in .json")
+        ->type_name("FILE")
+        ->excludes(replay)
+        ->excludes(from);
     AddFeedOutOption(*command, options->FeedOut);
     command->add_flag("--no-migrate", options->NoMigrate, "The session ends with its host");
     command->callback([options, pilots, &console, &work] {

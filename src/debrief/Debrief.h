@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/LatLon.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+enum class DebriefKind : std::uint8_t {
+    Separation,
+    LowAltitude,
+    Wake,
+    GoAround,
+    Refused,
+    NotUnderstood,
+    Unanswered, ///< the controller's call, by a pilot
+    Waited,     ///< a pilot's call, for the controller
+    FuelOut,
+};
+/// "separation", "low altitude", ...: as the files of a debrief name it.
+const char* NameOf(DebriefKind kind) noexcept;
+
+/// One thing that is worth a word after the session.
+struct DebriefItem {
+    double TimeS = 0; ///< since the session began; a recording of it stands there at the same time
+    DebriefKind Kind = DebriefKind::Separation;
+    std::vector<std::string> Who; ///< callsigns
+    std::string What;
+    std::string Why; ///< what was said before; empty where nothing was
+};
+
+/// Where an aircraft was at a time.
+struct DebriefPlace {
+    double TimeS = 0;
+    LatLon Position;
+    std::int32_t AltitudeFt = 0;
+};
+
+struct DebriefFlight {
+    std::string Callsign;
+    std::string AircraftTitle;
+    std::optional<double> YoursS; ///< the controller's first word to it that it answered
+    std::optional<double> TookOffS;
+    std::optional<double> LandedS;
+    std::string LandedAt;              ///< ICAO code
+    std::optional<double> UnhinderedS; ///< that its way to the landing would have taken by itself
+    int Instructions = 0;
+    std::vector<DebriefPlace> Track;
+
+    /// Seconds more than the unhindered flight; nothing where that is not known.
+    [[nodiscard]] std::optional<double> DelayS() const;
+};
+
+/// What a session of controlling came to. Texts are Windows-1252.
+struct Debrief {
+    std::string Session;
+    double LengthS = 0;
+    int Instructions = 0; ///< that were answered, refused and not understood ones included
+    int Refused = 0;
+    int NotUnderstood = 0;
+    int Unanswered = 0;
+    int GoArounds = 0;
+    int Landings = 0; ///< of aircraft that were yours; so the rest
+    int TakeOffs = 0;
+    double LongestCallS = 0; ///< that a pilot waited for an answer
+    std::string LongestCallBy;
+    double DelayS = 0;              ///< of all that landed
+    std::vector<DebriefItem> Items; ///< by time
+    std::vector<DebriefFlight> Flights;
+    std::vector<int> Handled; ///< aircraft that were yours, at the end of each minute
+};
+} // namespace corvane

@@ -1,0 +1,110 @@
+#include "debrief/FlightLog.h"
+
+#include "core/GreatCircle.h"
+#include "practice/Pilot.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+/// The airport on whose ground an aircraft may be.
+const PracticeAirport* FlightLog::FieldBelow(const PlayerRecord& pilot) const
+{
+    constexpr double OnFieldNm = 4;
+    constexpr double BoxDeg = 0.2; // of latitude; spares most airports the distance
+    const LatLon at{pilot.Latitude, pilot.Longitude};
+    for (const PracticeAirport& airport : m_scene->Airports())
+        if (std::abs(airport.Position.Lat - at.Lat) < BoxDeg && RangeNm(airport.Position, at) < OnFieldNm)
+            return &airport;
+    return nullptr;
+}
+
+void FlightLog::AddPlace(Flight& flight, const PlayerRecord& pilot, double nowS)
+{
+    constexpr std::size_t MostPlaces = 2000;
+    std::vector<DebriefPlace>& track = flight.What.Track;
+    if (!track.empty() && nowS - track.back().TimeS < flight.EveryS)
+        return;
+    track.push_back({nowS, {pilot.Latitude, pilot.Longitude}, pilot.AltitudeFt});
+    if (track.size() < MostPlaces)
+        return;
+    for (std::size_t i = 0; i * 2 < track.size(); ++i)
+        track[i] = track[i * 2];
+    track.resize((track.size() + 1) / 2);
+    flight.EveryS *= 2;
+}
+
+void FlightLog::Follow(Flight& flight, const PlayerRecord& pilot, double nowS) const
+{
+    constexpr int SlowKt = 40;
+    constexpr double LowFt = 60;
+    constexpr double ClearFt = 200;
+    const PracticeAirport* const field = FieldBelow(pilot);
+    const double aboveFt = field != nullptr ? pilot.AltitudeFt - field->ElevationFt : ClearFt + 1;
+    if (!flight.Airborne && aboveFt > ClearFt && pilot.GroundSpeedKt > 0) {
+        flight.Airborne = true;
+        if (flight.What.Track.empty())
+            flight.BeganInTheAir = true;
+        else
+            flight.What.TookOffS = nowS;
+    } else if (flight.Airborne && field != nullptr &&
+               (aboveFt < LowFt || (aboveFt < ClearFt && pilot.GroundSpeedKt < SlowKt))) {
+        flight.Airborne = false;
+        flight.What.LandedS = nowS;
+        flight.What.LandedAt = field->Icao;
+    }
+}
+
+void FlightLog::Report(const PlayerRecord& pilot, double nowS)
+{
+    const auto [known, isNew] = m_byCallsign.try_emplace(pilot.Name, m_flights.size());
+    if (isNew)
+        m_flights.emplace_back().What.Callsign = pilot.Name;
+    Flight& flight = m_flights[known->second];
+    flight.What.AircraftTitle = pilot.AircraftTitle;
+    flight.AircraftType = pilot.AircraftType;
+    Follow(flight, pilot, nowS);
+    AddPlace(flight, pilot, nowS);
+}
+
+bool FlightLog::IsAirborne(const std::string& callsign) const
+{
+    const auto known = m_byCallsign.find(callsign);
+    return known != m_byCallsign.end() && m_flights[known->second].Airborne;
+}
+
+std::vector<DebriefFlight> FlightLog::Flights(const MagVarGrid& grid) const
+{
+    std::vector<DebriefFlight> flights;
+    for (const Flight& flight : m_flights) {
+        flights.push_back(flight.What);
+        DebriefFlight& what = flights.back();
+        const PracticeAirport* const field = m_scene->FindAirport(what.LandedAt);
+        if (flight.BeganInTheAir && what.LandedS && field != nullptr)
+            what.UnhinderedS =
+                UnhinderedFlightS(*m_scene, grid, what.Track.front(), *field, what.AircraftTitle, flight.AircraftType);
+    }
+    return flights;
+}
+
+std::optional<double> UnhinderedFlightS(const PracticeScene& scene, const MagVarGrid& grid, const DebriefPlace& from,
+                                        const PracticeAirport& to, std::string_view title, std::string_view engine)
+{
+    const AircraftClass& aircraft = ClassOf(KindOfAircraft(title, engine));
+    if (to.RunwayInUse(aircraft.RunwayFt) == nullptr)
+        return std::nullopt;
+    PracticeRandom random(1);
+    PilotStart start;
+    start.Destination = &to;
+    start.Position = from.Position;
+    start.AltitudeFt = from.AltitudeFt;
+    Pilot pilot(scene, grid, aircraft.Kind, start, random);
+    constexpr double LongestS = 3 * 3600;
+    for (double seconds = 0; seconds < LongestS; seconds += StepS) {
+        pilot.Step(random);
+        if (pilot.Phase() != PilotPhase::Airborne)
+            return seconds;
+    }
+    return std::nullopt;
+}
+} // namespace corvane

@@ -1,0 +1,201 @@
+#include "core/GreatCircle.h"
+#include "debrief/DebriefPage.h"
+#include "debrief/DebriefWatch.h"
+#include "debrief/TracksPicture.h"
+#include "practice/Pilot.h"
+#include "tests/practice/PracticeWorld.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <memory>
+
+namespace corvane {
+namespace {
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+const LatLon Field{47.45, -122.31};
+
+class Debriefs : public testing::Test {
+protected:
+    Debriefs()
+    {
+        Area.AreaAirports = test::PracticeAirports();
+        Area.AreaCenter = Field;
+        Watch = std::make_unique<DebriefWatch>(Area, *Grid);
+    }
+
+    /// An aircraft that flies on a course at a place of bearing and distance from the field.
+    std::size_t Add(const std::string& name, double bearing, double nm, int feet, int course, int knots,
+                    const std::string& title = "Boeing 737-400")
+    {
+        PlayerRecord player{.Name = name, .PlayerId = static_cast<std::int32_t>(Players.size() + 2)};
+        const LatLon at = Along(Field, bearing, nm);
+        player.Role = PilotRole;
+        player.Latitude = at.Lat;
+        player.Longitude = at.Lon;
+        player.AltitudeFt = feet;
+        player.MagHeading = course;
+        player.GroundSpeedKt = static_cast<std::int16_t>(knots);
+        player.AircraftTitle = title;
+        player.AircraftType = "Jet Plane";
+        Players.push_back(player);
+        return Players.size() - 1;
+    }
+    void Live(int seconds)
+    {
+        for (int i = 0; i < seconds; ++i) {
+            for (PlayerRecord& player : Players) {
+                const LatLon at =
+                    Along({player.Latitude, player.Longitude}, player.MagHeading, player.GroundSpeedKt / 3600.0);
+                player.Latitude = at.Lat;
+                player.Longitude = at.Lon;
+            }
+            Watch->Refresh(Players, ++Now);
+        }
+    }
+    void Take(const std::string& name)
+    {
+        Watch->Hear("ATC", name + " descend 5000", Now);
+        Watch->Hear(name, "descending 5000, " + name, Now);
+    }
+    [[nodiscard]] std::vector<std::string> Kinds() const
+    {
+        std::vector<std::string> kinds;
+        for (const DebriefItem& item : Watch->Judge("S").Items)
+            kinds.emplace_back(NameOf(item.Kind));
+        return kinds;
+    }
+
+    AreaModel Area;
+    std::unique_ptr<MagVarGrid> Grid = std::make_unique<MagVarGrid>();
+    std::unique_ptr<DebriefWatch> Watch;
+    std::vector<PlayerRecord> Players;
+    double Now = 0;
+};
+
+TEST_F(Debriefs, ChargeWhatWasLostAfterAnAircraftWasYours)
+{
+    Add("Alfa1", 0, 20, 6000, 90, 240);
+    Add("Bravo2", 0, 21, 6000, 90, 240); // already too close when they are taken
+    Add("Charlie3", 180, 20, 8000, 180, 240);
+    Add("Delta4", 180, 30, 8000, 360, 240); // comes too close a minute later
+    Live(10);
+    Take("Alfa1");
+    Take("Charlie3");
+    Live(120);
+    const Debrief debrief = Watch->Judge("S");
+    ASSERT_EQ(debrief.Items.size(), 1U);
+    EXPECT_THAT(debrief.Items.front().Who, ElementsAre("Charlie3", "Delta4"));
+    EXPECT_THAT(debrief.Items.front().Why, HasSubstr("Charlie3 was told"));
+    EXPECT_GT(debrief.Items.front().TimeS, 20);
+    EXPECT_EQ(debrief.Handled.back(), 2);
+}
+
+TEST_F(Debriefs, CountWhatIsSaid)
+{
+    Add("Alfa1", 0, 20, 6000, 90, 240);
+    Add("Bravo2", 90, 40, 6000, 90, 240);
+    Watch->Ignore("Instructor");
+    Live(2);
+    Watch->Hear("Alfa1", "hello, 20 miles from KBIG, Alfa1", Now);
+    Watch->Hear("Instructor", "Alfa1 has called. Answer it: Alfa1, descend 4000.", Now);
+    Live(70);
+    Watch->Hear("ATC", "Alfa1 climb 90000", Now);
+    Watch->Hear("Alfa1", "unable, our ceiling is 39000, Alfa1", Now);
+    Watch->Hear("ATC", "Alfa1 brew coffee", Now);
+    Watch->Hear("Alfa1", "say again, Alfa1", Now);
+    Watch->Hear("ATC", "Bravo2 descend 4000", Now);
+    Live(60);
+    Watch->Hear("Alfa1", "going around, runway 16R, Alfa1", Now);
+    const Debrief debrief = Watch->Judge("S");
+    EXPECT_EQ(debrief.Instructions, 2);
+    EXPECT_EQ(debrief.Refused, 1);
+    EXPECT_EQ(debrief.NotUnderstood, 1);
+    EXPECT_EQ(debrief.Unanswered, 1);
+    EXPECT_EQ(debrief.GoArounds, 1);
+    EXPECT_NEAR(debrief.LongestCallS, 70, 1);
+    EXPECT_EQ(debrief.LongestCallBy, "Alfa1");
+    EXPECT_THAT(Kinds(), ElementsAre("waited", "refused", "not understood", "unanswered", "go-around"));
+}
+
+TEST_F(Debriefs, CountWakeOnTheFinal)
+{
+    const double distances[][2] = {{3.6, 1}, {6.5, 0}}; // behind a heavy, medium needs 5
+    for (const auto& [behindNm, expected] : distances) {
+        Players.clear();
+        Watch = std::make_unique<DebriefWatch>(Area, *Grid);
+        const LatLon threshold{Area.AreaAirports[0].Runways[0].End1Lat, Area.AreaAirports[0].Runways[0].End1Lon};
+        for (const double out : {3.0, 3.0 + behindNm}) {
+            const LatLon at = Along(threshold, 343, out);
+            Add("Alfa" + std::to_string(Players.size()), 0, 0, 430 + static_cast<int>(out * 318), 163, 140,
+                Players.empty() ? "Boeing 747-400" : "Boeing 737-400");
+            Players.back().Latitude = at.Lat;
+            Players.back().Longitude = at.Lon;
+        }
+        Watch->Meet(Players.back());
+        Take("Alfa1");
+        Live(10);
+        const auto kinds = Kinds();
+        EXPECT_EQ(std::count(kinds.begin(), kinds.end(), "wake turbulence"), static_cast<int>(expected)) << behindNm;
+    }
+}
+
+TEST_F(Debriefs, MeasureDelayAgainstTheUnhinderedFlight)
+{
+    // Flown by a pilot of the same class that holds for ten minutes first.
+    const PracticeScene scene = test::MakeScene();
+    PracticeRandom random(1);
+    PilotStart start;
+    start.Destination = scene.FindAirport("KBIG");
+    start.Position = Along(Field, 330, 30);
+    start.AltitudeFt = 6000;
+    Pilot pilot(scene, *Grid, AircraftKind::Airliner, start, random);
+    const std::size_t index = Add("Alfa1", 0, 0, 0, 0, 0);
+    Players[index].GroundSpeedKt = 0;
+    for (int second = 0; second < 3600 && pilot.Phase() == PilotPhase::Airborne; ++second) {
+        if (second == 60)
+            pilot.Obey(ParseInstructions("hold present position").Instructions);
+        if (second == 660)
+            pilot.Obey(ParseInstructions("resume own navigation").Instructions);
+        pilot.Step(random);
+        const ReportedPosition report = pilot.Report();
+        PlayerRecord& player = Players[index];
+        player.Latitude = report.Position.Lat;
+        player.Longitude = report.Position.Lon;
+        player.AltitudeFt = static_cast<int>(report.AltitudeFt);
+        player.GroundSpeedKt = static_cast<std::int16_t>(report.SpeedKt);
+        Watch->Refresh(Players, ++Now);
+        if (second == 30)
+            Take("Alfa1");
+    }
+    const Debrief debrief = Watch->Judge("S");
+    ASSERT_TRUE(debrief.Flights.front().LandedS);
+    EXPECT_EQ(debrief.Flights.front().LandedAt, "KBIG");
+    EXPECT_EQ(debrief.Landings, 1);
+    EXPECT_NEAR(debrief.DelayS, 600, 150) << "a hold ends where it ends";
+}
+
+TEST_F(Debriefs, PagesEscapeNamesAndStandOnTheirOwn)
+{
+    Add("<b>&\"1", 0, 20, 6000, 90, 240, "<script>");
+    Live(3);
+    Take("<b>&\"1");
+    Live(60);
+    const Debrief debrief = Watch->Judge("<i>Evening");
+    const std::string page = DebriefPage(debrief, TimelineSvg(debrief) + TracksSvg(debrief, Area, *Grid));
+    EXPECT_THAT(page, Not(HasSubstr("<b>")));
+    EXPECT_THAT(page, Not(HasSubstr("<script")));
+    EXPECT_THAT(page, Not(HasSubstr("<i>")));
+    EXPECT_THAT(page, HasSubstr("&lt;b&gt;&amp;&quot;1</text>"));
+    const auto json = nlohmann::json::parse(DebriefJson(debrief));
+    EXPECT_EQ(json["Flights"][0]["Callsign"], "<b>&\"1");
+    EXPECT_FALSE(json["Flights"][0]["Track"].empty());
+}
+} // namespace
+} // namespace corvane
