@@ -33,6 +33,13 @@ protected:
         for (const char* timer : {"Timer1", "Timer3"})
             EXPECT_TRUE(In<QTimer>(m_radar, timer).isActive()) << by << ": the session goes on";
     }
+    /// A shortcut of the window. X may tell late that the window before this one is gone, and the keyboard with it.
+    static void PressEscape(QWidget* window)
+    {
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+        QTest::keyClick(window, Qt::Key_Escape);
+    }
     /// Picks the first pilot whose position has arrived; the practice pilots report within seconds.
     PlayerRecord& PickPilot(QWidget* editor)
     {
@@ -92,7 +99,7 @@ TEST_F(TakeOverTest, EveryWayOutGivesTheRadarBack)
         if (std::string_view(way.Out) == "frame")
             window->close();
         else if (std::string_view(way.Out) == "Esc")
-            QTest::keyClick(window, Qt::Key_Escape);
+            PressEscape(window);
         else
             Click(window, way.Out);
         EXPECT_EQ(Find(way.Window), nullptr) << name;
