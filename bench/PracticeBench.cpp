@@ -1,6 +1,6 @@
 #include "core/MagVarGrid.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "practice/PracticeSession.h"
-#include "session/InMemoryNetwork.h"
 #include "tests/practice/Controller.h"
 #include "tests/practice/PracticeWorld.h"
 

@@ -2,7 +2,7 @@
 
 #include "core/MagVarGrid.h"
 #include "core/MessageBoxes.h"
-#include "session/InMemoryNetwork.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "session/MessageCodec.h"
 #include "session/MessagePump.h"
 #include "session/PlayerTable.h"

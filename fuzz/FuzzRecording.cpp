@@ -1,9 +1,9 @@
 // Reads arbitrary bytes as a recording, and plays recordings whose records say arbitrary things under checksums that
 // fit: to the program that watches them, and as a session that others join.
 
+#include "net/memory/InMemoryNetwork.h"
 #include "recording/PlaybackPeer.h"
 #include "recording/ReplaySession.h"
-#include "session/InMemoryNetwork.h"
 
 #include <algorithm>
 #include <cstdlib>

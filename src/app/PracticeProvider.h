@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/ServedNetwork.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "practice/PracticeTransport.h"
-#include "session/InMemoryNetwork.h"
 
 namespace corvane {
 /// The connection type of the practice session, which is kept in memory unless it is served on the network.

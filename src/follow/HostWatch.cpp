@@ -52,7 +52,7 @@ public:
 
     Result<void> Send(PlayerId from, PlayerId to, std::uint32_t flags, ByteSpan message) override
     {
-        if (from == m_overheard->Host && to == AllPlayers)
+        if (from == m_overheard->Host && (to == AllPlayers || to == from)) // nobody is sent what he says himself
             m_overheard->Note(from, message);
         return ForwardingPeer::Send(from, to, flags, message);
     }

@@ -1,7 +1,7 @@
 #include "traffic/TrafficProvider.h"
 
+#include "net/memory/InMemoryNetwork.h"
 #include "session/ForwardingPeer.h"
-#include "session/InMemoryNetwork.h"
 #include "traffic/TrafficSession.h"
 
 #include <chrono>

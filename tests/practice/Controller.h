@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/MessageBoxes.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "session/ConnectionModel.h"
-#include "session/InMemoryNetwork.h"
 #include "session/MessagePump.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "follow/SessionFollower.h"
 
 #include "follow/HostWatch.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "practice/PracticeSession.h"
-#include "session/InMemoryNetwork.h"
 #include "tests/practice/PracticeWorld.h"
 
 #include <gmock/gmock.h>

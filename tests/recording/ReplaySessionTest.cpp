@@ -120,7 +120,7 @@ TEST_F(ReplaySessions, AreMadeAsAsked)
            {.SessionName = "Again", .Password = "tower", .MaxPlayers = 2, .MigrateHost = false});
     EXPECT_EQ(Session->Entry().Name, "Again");
     EXPECT_EQ(Session->Entry().Flags, SessionKeepAlive | SessionPasswordRequired);
-    EXPECT_TRUE(Network.Listing(EnumSessionsPasswordRequired).empty()) << "full";
+    EXPECT_TRUE(Network.Listing(EnumSessionsAvailable | EnumSessionsPasswordRequired).empty()) << "full";
 }
 
 TEST_F(ReplaySessions, SayWhenTheyAreLost)

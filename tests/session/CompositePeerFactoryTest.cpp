@@ -1,6 +1,6 @@
 #include "session/CompositePeerFactory.h"
 
-#include "session/InMemoryNetwork.h"
+#include "net/memory/InMemoryNetwork.h"
 
 #include <gtest/gtest.h>
 

@@ -113,10 +113,14 @@ TEST_F(ConnectionTest, JoinsEveryGroupOfTheExactName)
     Join();
     HostMember.Send(Session.OwnPlayerId, AnnounceMessage{MessageType::PilotAnnounce, Session.OwnPlayerId});
     Subject.HandshakeTick();
-    const auto session = Network.Find(HostMember.Guid);
-    EXPECT_THAT(session->GroupPlayers(one), ElementsAre(Session.OwnPlayerId));
-    EXPECT_THAT(session->GroupPlayers(two), ElementsAre(Session.OwnPlayerId));
-    EXPECT_THAT(session->GroupPlayers(other), IsEmpty());
+    const auto reached = [&](std::int32_t group) {
+        const auto before = *Session.SessionPeer->GetMessageCount(Session.OwnPlayerId);
+        HostMember.SendBytes(group, {1});
+        return *Session.SessionPeer->GetMessageCount(Session.OwnPlayerId) - before;
+    };
+    EXPECT_EQ(reached(one), 1);
+    EXPECT_EQ(reached(two), 1);
+    EXPECT_EQ(reached(other), 0);
 }
 
 TEST_F(ConnectionTest, TheLanCardIsNamedForTheFirstTypeOnly)

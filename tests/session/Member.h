@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/InMemoryNetwork.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "session/MessageCodec.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "follow/HostWatch.h"
 #include "follow/SessionFollower.h"
-#include "session/InMemoryNetwork.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "traffic/TrafficProvider.h"
 #include "traffic/TrafficQueue.h"
 

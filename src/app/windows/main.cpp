@@ -16,13 +16,13 @@
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtMessageBoxes.h"
 #include "demo/DemoWorld.h"
+#include "net/memory/InMemoryNetwork.h"
 #include "radar/paint/QtMessages.h"
 #include "recording/PlaybackClock.h"
 #include "recording/RecordedSessionProvider.h"
 #include "recording/RecordingPeer.h"
 #include "recording/SessionRecorder.h"
 #include "session/CompositePeerFactory.h"
-#include "session/InMemoryNetwork.h"
 #include "session/windows/QtRecordingDialogs.h"
 
 #include <QApplication>

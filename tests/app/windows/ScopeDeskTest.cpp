@@ -3,6 +3,7 @@
 #include "radar/windows/ScopeFlash.h"
 #include "radar/windows/ScopeWidget.h"
 #include "tests/app/windows/DeskFixture.h"
+#include "tests/session/Member.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -152,8 +153,9 @@ TEST_F(DeskTest, TheSecondScopeHasAViewOfItsOwnOverTheSameTargets)
 TEST_F(DeskTest, MalformedMessagesEndTheSessionUnlessTheyAreForgiven)
 {
     const auto send = [&] {
-        EXPECT_TRUE(m_state.Session.SessionPeer->Send(m_state.Session.OwnPlayerId, m_state.Session.OwnPlayerId, 0,
-                                                      Bytes{1, 2, 3}));
+        Member other(m_network);
+        other.Join(m_state.Session.SessionGuid, "Other");
+        other.SendBytes(m_state.Session.OwnPlayerId, Bytes{1, 2, 3});
     };
     Choose(m_radar, "forgive_op1");
     send();

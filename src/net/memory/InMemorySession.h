@@ -1,15 +1,13 @@
 #pragma once
 
-#include "core/Result.h"
+#include "net/machine/SessionTable.h"
 #include "session/SessionPeer.h"
 
-#include <cstdint>
 #include <deque>
-#include <span>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -27,86 +25,57 @@ public:
     /// Forgets a player's waiting messages.
     void Forget(PlayerId player);
 
-private:
-    std::int32_t& CountOf(PlayerId player);
+    directplay::WireId Id = 0; ///< in the session that it is in
 
+private:
     std::deque<ReceivedMessage> m_queue;
     std::unordered_map<PlayerId, std::int32_t> m_waiting;
 };
 
-/// A session inside the process: its players and groups in order of creation, and the machines taking part.
+/// A session inside the process. Who is in it, whom a message reaches and who hosts after the host is the business of
+/// the table that sessions on a network have; here all machines look into one, and nothing is under way.
 ///
 /// The machine that made the session is its host. When it leaves, the machine that has been there longest hosts on if
 /// the session's flags allow host migration; otherwise the session is lost: each remaining machine then sees its own
 /// players alone and cannot send.
 class InMemorySession {
 public:
-    /// Queued with sender 0 as the transport's own messages, of which these are the first 32-bit numbers.
-    enum class SystemMessage : std::int32_t {
-        PlayerOrGroupCreated = 0x0003,
-        PlayerDestroyed = 0x0005,
-        PlayerAddedToGroup = 0x0007,
-        SessionLost = 0x0031,
-        BecameHost = 0x0101,
-        NameChanged = 0x0103,
-    };
-
     InMemorySession(SessionEntry description, InMemoryMachine& host);
 
     /// The description with the current number of players, without the password.
     [[nodiscard]] SessionEntry Listing() const;
+    /// Whether an enumeration with these flags finds it.
+    [[nodiscard]] bool IsFoundBy(std::uint32_t flags) const;
     [[nodiscard]] const std::string& InstanceGuid() const noexcept { return m_description.InstanceGuid; }
-    [[nodiscard]] bool IsFull() const noexcept;
     [[nodiscard]] bool IsLost() const noexcept { return m_lost; }
-    [[nodiscard]] bool IsHost(const InMemoryMachine& machine) const noexcept { return m_host == &machine; }
+    [[nodiscard]] bool IsHost(const InMemoryMachine& machine) const noexcept { return m_table.HostId == machine.Id; }
 
     Result<void> Join(InMemoryMachine& machine, std::string_view password);
     void Leave(InMemoryMachine& machine);
 
-    Result<PlayerId> CreatePlayer(InMemoryMachine& machine, std::string_view friendlyName);
-    Result<void> DestroyPlayer(const InMemoryMachine& machine, PlayerId player);
+    Result<PlayerId> CreatePlayer(const InMemoryMachine& machine, std::string_view friendlyName);
+    Result<void> DestroyPlayer(InMemoryMachine& machine, PlayerId player);
     Result<void> Rename(const InMemoryMachine& machine, PlayerId player, std::string_view friendlyName);
     /// Also answers for players that have left, whose last messages may still be waiting somewhere.
     [[nodiscard]] Result<std::string> FriendlyName(PlayerId player) const;
     [[nodiscard]] std::vector<SessionMember> Players(const InMemoryMachine& seenFrom) const;
-    [[nodiscard]] bool Owns(const InMemoryMachine& machine, PlayerId player) const noexcept;
+    [[nodiscard]] bool Owns(const InMemoryMachine& machine, PlayerId player) const;
 
-    std::int32_t CreateGroup(std::string_view shortName);
+    Result<std::int32_t> CreateGroup(const InMemoryMachine& machine, std::string_view shortName);
     [[nodiscard]] std::vector<SessionMember> Groups() const;
     Result<void> AddToGroup(std::int32_t group, PlayerId player);
-    /// The players that were added to a group, in that order.
-    [[nodiscard]] std::vector<PlayerId> GroupPlayers(std::int32_t group) const;
 
     /// A message to a player that has left is lost in silence, as on a network whose news travel no faster.
     Result<void> Send(const InMemoryMachine& machine, PlayerId from, PlayerId to, ByteSpan message);
 
 private:
-    static constexpr std::size_t RememberedNames = 1024;
-
-    struct Player {
-        InMemoryMachine* Machine = nullptr;
-        SessionMember Member;
-    };
-    struct Group {
-        SessionMember Member;
-        std::vector<PlayerId> Players;
-    };
-
-    [[nodiscard]] const Player* Find(PlayerId player) const noexcept;
-    [[nodiscard]] Player* Find(PlayerId player) noexcept;
-    [[nodiscard]] bool HasLeft(PlayerId player) const noexcept;
-    void RemovePlayer(PlayerId player);
-    void ReplaceHost();
-    void Deliver(const Player& to, PlayerId from, ByteSpan message);
-    void Announce(SystemMessage message, const InMemoryMachine* except, std::span<const std::int32_t> values);
+    bool Enter(InMemoryMachine& machine);
 
     SessionEntry m_description;
-    InMemoryMachine* m_host;
+    directplay::SessionTable m_table; ///< its names have a unit for each Windows-1252 character
+    std::map<directplay::WireId, InMemoryMachine*> m_machines;
+    directplay::WireId m_nextMachine;
+    directplay::WireId m_nextId = 1; ///< of players and groups; none is given twice
     bool m_lost = false;
-    std::int32_t m_nextId = 1;
-    std::vector<InMemoryMachine*> m_machines; ///< in order of joining
-    std::vector<Player> m_players;            ///< by ascending id
-    std::vector<Group> m_groups;
-    std::deque<SessionMember> m_left; ///< the players that left last
 };
 } // namespace corvane

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "net/memory/InMemorySession.h"
 #include "session/ConnectionProvider.h"
-#include "session/InMemorySession.h"
 
 #include <memory>
 #include <string>
@@ -19,7 +19,7 @@ public:
     std::shared_ptr<InMemorySession> Create(SessionEntry description, InMemoryMachine& host);
     /// The session of an instance GUID, or null.
     [[nodiscard]] std::shared_ptr<InMemorySession> Find(std::string_view instanceGuid) const;
-    /// The sessions that can be joined: not full, and those with a password only where the flags ask for them.
+    /// The sessions that an enumeration with these flags finds, in order of their making.
     [[nodiscard]] std::vector<SessionEntry> Listing(std::uint32_t flags) const;
     /// Takes sessions that are lost off the list.
     void ForgetLostSessions();
