@@ -30,8 +30,6 @@ public:
     /// program ends.
     bool Close();
 
-    [[nodiscard]] bool SetupFinished() const noexcept { return m_setupFinished; }
-
 private:
     AppState& m_state;
     MessageBoxes& m_boxes;

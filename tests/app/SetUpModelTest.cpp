@@ -31,7 +31,6 @@ TEST_F(SetUpWindow, WritesTheSettingsOfASimulatorFolderInAnyLetterCase)
 {
     Write("sim/FS2002.EXE");
     EXPECT_TRUE(Window.NextStep(Folder("SIM") + "/\\", true)) << "typed with separators, which are not stored";
-    EXPECT_TRUE(Window.SetupFinished());
     EXPECT_THAT(Boxes.Shown, ElementsAre("information: Settings file created successfully!"));
     EXPECT_EQ(State.Settings.FsPath, Folder("SIM"));
 
@@ -66,7 +65,6 @@ TEST_F(SetUpWindow, StaysOnAFolderWithoutTheSimulator)
                                              "FS2002 main folder, because this program didn't found the FS2002.EXE "
                                              "file. Please try again."));
     }
-    EXPECT_FALSE(Window.SetupFinished());
     EXPECT_FALSE(Has(SettingsFileName));
     EXPECT_EQ(State.Settings, SettingsRecord{});
 }

@@ -1,19 +1,12 @@
 #include "app/windows/Program.h"
 
 #include "app/AppState.h"
-#include "app/DatabaseReset.h"
 #include "app/FeedConnection.h"
 #include "app/FlightGearConnection.h"
 #include "app/ServedNetwork.h"
-#include "app/windows/AboutWindow.h"
-#include "app/windows/MainWindow.h"
-#include "app/windows/RadarMemory.h"
-#include "app/windows/ScreenshotRun.h"
 #include "app/windows/SetUpWindow.h"
 #include "app/windows/SplashWindow.h"
-#include "app/windows/WindowPlaces.h"
 #include "app/windows/WorldDataWindow.h"
-#include "area/windows/AirportListWindow.h"
 #include "area/windows/ChooserWindow.h"
 #include "builder/windows/BuilderWindow.h"
 #include "core/DatabaseFiles.h"
@@ -21,20 +14,15 @@
 #include "core/windows/QtText.h"
 #include "core/windows/WindowManners.h"
 #include "net/memory/InMemoryNetwork.h"
-#include "radar/windows/PreferencesWindow.h"
-#include "session/windows/ChatWindow.h"
 #include "session/windows/ConnectionWindow.h"
-#include "session/windows/PlayerPropertiesWindow.h"
 
 #include <QCoreApplication>
-#include <QThread>
 
 #include <iostream>
 #include <utility>
 
 namespace corvane {
 static constexpr int PracticeIntervalMs = 100;
-static constexpr int DeletionIntervalMs = 50;
 
 Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& practice, ScriptedBoxes& boxes,
                  ScriptedStart script, const RecordingParts& recording, DeskSettings& desk)
@@ -43,52 +31,23 @@ Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& pra
       m_practice(practice),
       m_boxes(boxes),
       m_script(std::move(script)),
-      m_recording(recording),
-      m_desk(desk)
+      m_desk(desk),
+      m_radar(state, factory, boxes, recording, desk, m_closed)
 {
     m_clock.start();
     connect(&m_practiceTimer, &QTimer::timeout, this,
             [this] { m_practice.Advance(static_cast<double>(m_clock.elapsed()) / 1000); });
-    m_deletion.setInterval(DeletionIntervalMs);
-    connect(&m_deletion, &QTimer::timeout, this, &Program::DeleteGone);
+    connect(&m_radar, &RadarWindows::ChooserRequested, this, [this] {
+        OpenChooser();
+        m_radar.PlaceOverRadar(*m_chooser);
+    });
+    connect(&m_radar, &RadarWindows::TouchedWhileTaken, this, &Program::ShowChooser);
+    connect(&m_radar, &RadarWindows::DatabaseDeleted, this, &Program::End);
+    connect(&m_radar, &RadarWindows::LocateAgainRequested, this, [this] { m_locateAgain = true; });
+    connect(&m_radar, &RadarWindows::Disconnected, this, &Program::AfterDisconnect);
 }
 
-Program::~Program()
-{
-    KeepPlaces();
-    delete m_overRadar;
-    delete m_main; // before the chat window, which it writes to
-    delete m_chat;
-    delete m_connection;
-    delete m_chooser;
-    delete m_worldData;
-    delete m_builder;
-    delete m_setup;
-    delete m_splash;
-    for (std::unique_ptr<QWidget>& gone : m_gone) // in the order of their closing
-        gone.reset();
-}
-
-/// Hides a window for good and hears no more of it; it is deleted when nothing of it can be under way.
-template <class Window> void Program::LetGo(Window*& window)
-{
-    Window* const gone = std::exchange(window, nullptr);
-    if (gone == nullptr)
-        return;
-    gone->hide();
-    gone->disconnect(this);
-    m_gone.emplace_back(gone);
-    m_deletion.start();
-}
-
-void Program::DeleteGone()
-{
-    if (thread()->loopLevel() > m_outermostLoop)
-        return;
-    m_deletion.stop();
-    for (std::unique_ptr<QWidget>& gone : std::exchange(m_gone, {}))
-        gone.reset(); // in the order of their closing: the radar writes to the chat
-}
+Program::~Program() = default;
 
 void Program::End()
 {
@@ -99,23 +58,23 @@ void Program::Start()
 {
     if (m_script.FirstStart)
         DeleteDataFiles(m_state.AppFolder);
-    m_splash = new SplashWindow(m_state);
-    connect(m_splash, &SplashWindow::Checked, this, &Program::AfterStartupChecks);
+    m_splash = std::make_unique<SplashWindow>(m_state);
+    connect(m_splash.get(), &SplashWindow::Checked, this, &Program::AfterStartupChecks);
     m_splash->show();
 }
 
 void Program::AfterStartupChecks(const Result<StartupDecision>& decision)
 {
-    m_outermostLoop = thread()->loopLevel();
+    m_closed.Begin();
     if (!decision) {
         m_boxes.Warn(StartupFailureText(decision.error()));
-        LetGo(m_splash);
+        m_closed.Take(m_splash, *this);
         End();
         return;
     }
     if (*decision == StartupDecision::SetUpAfterUpdateMessage)
         m_boxes.Inform(UpdateDatabaseMessage);
-    LetGo(m_splash);
+    m_closed.Take(m_splash, *this);
     if (*decision == StartupDecision::Chooser)
         OpenChooser();
     else
@@ -128,61 +87,60 @@ void Program::OpenSetup()
         FailScript("the database files are missing; build them first");
         return;
     }
-    m_setup = new SetUpWindow(m_state, m_boxes);
-    connect(m_setup, &SetUpWindow::Finished, this, &Program::OpenBuilder);
-    connect(m_setup, &SetUpWindow::WorldDataRequested, this, &Program::OpenWorldData);
-    connect(m_setup, &SetUpWindow::Abandoned, this, &Program::End);
+    m_setup = std::make_unique<SetUpWindow>(m_state, m_boxes);
+    connect(m_setup.get(), &SetUpWindow::Finished, this, &Program::OpenBuilder);
+    connect(m_setup.get(), &SetUpWindow::WorldDataRequested, this, &Program::OpenWorldData);
+    connect(m_setup.get(), &SetUpWindow::Abandoned, this, &Program::End);
     m_setup->show();
 }
 
 void Program::OpenBuilder()
 {
-    LetGo(m_setup);
-    m_builder = new BuilderWindow(m_state.AppFolder, m_state.Settings, m_boxes);
-    connect(m_builder, &BuilderWindow::Finished, this, &Program::OpenChooser);
-    connect(m_builder, &BuilderWindow::SetUpAgainRequested, this, &Program::SetUpAgain);
-    connect(m_builder, &BuilderWindow::Ended, this, &Program::End);
+    m_closed.Take(m_setup, *this);
+    m_builder = std::make_unique<BuilderWindow>(m_state.AppFolder, m_state.Settings, m_boxes);
+    connect(m_builder.get(), &BuilderWindow::Finished, this, &Program::OpenChooser);
+    connect(m_builder.get(), &BuilderWindow::SetUpAgainRequested, this, &Program::SetUpAgain);
+    connect(m_builder.get(), &BuilderWindow::Ended, this, &Program::End);
     m_builder->show();
 }
 
 void Program::OpenWorldData()
 {
-    LetGo(m_setup);
-    m_worldData = new WorldDataWindow(m_state, m_boxes);
-    connect(m_worldData, &WorldDataWindow::Finished, this, &Program::OpenChooser);
-    connect(m_worldData, &WorldDataWindow::LeftUndone, this, &Program::SetUpAgain);
+    m_closed.Take(m_setup, *this);
+    m_worldData = std::make_unique<WorldDataWindow>(m_state, m_boxes);
+    connect(m_worldData.get(), &WorldDataWindow::Finished, this, &Program::OpenChooser);
+    connect(m_worldData.get(), &WorldDataWindow::LeftUndone, this, &Program::SetUpAgain);
     BringUp(*m_worldData);
 }
 
 void Program::SetUpAgain()
 {
-    LetGo(m_worldData);
-    LetGo(m_builder);
+    m_closed.Take(m_worldData, *this);
+    m_closed.Take(m_builder, *this);
     OpenSetup();
 }
 
 void Program::OpenChooser()
 {
-    LetGo(m_worldData);
-    LetGo(m_builder);
-    m_chooser = new ChooserWindow(ChooserPart(m_state), m_boxes, m_desk);
-    connect(m_chooser, &ChooserWindow::Finished, this, &Program::AfterChooser);
-    connect(m_chooser, &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
-    if (m_main != nullptr)
-        BelongTo(*m_chooser, *m_main);
+    m_closed.Take(m_worldData, *this);
+    m_closed.Take(m_builder, *this);
+    m_chooser = std::make_unique<ChooserWindow>(ChooserPart(m_state), m_boxes, m_desk);
+    connect(m_chooser.get(), &ChooserWindow::Finished, this, &Program::AfterChooser);
+    connect(m_chooser.get(), &ChooserWindow::Ready, this, &Program::RunScriptInChooser);
+    m_radar.Own(*m_chooser);
     BringUp(*m_chooser);
 }
 
 void Program::AfterChooser(ChooserNext next)
 {
-    LetGo(m_chooser);
+    m_closed.Take(m_chooser, *this);
     switch (next) {
     case ChooserNext::OpenConnection: OpenConnection(); break;
     case ChooserNext::ShowNewArea:
-        m_main->GiveBack();
-        m_main->ShowNewArea();
+        m_radar.GiveBack();
+        m_radar.ShowNewArea();
         break;
-    case ChooserNext::ReturnToRadar: m_main->GiveBack(); break;
+    case ChooserNext::ReturnToRadar: m_radar.GiveBack(); break;
     case ChooserNext::SetUpAgain:
         DeleteDataFiles(m_state.AppFolder);
         OpenSetup();
@@ -197,9 +155,9 @@ void Program::OpenConnection()
     if (const Result<void> hosted = m_practice.HostOver(m_state.Area); !hosted)
         m_boxes.Warn(BoxText(hosted.error()));
     m_practiceTimer.start(PracticeIntervalMs);
-    m_connection = new ConnectionWindow(m_factory, m_state.Session, m_state.Players, m_boxes, m_desk);
-    connect(m_connection, &ConnectionWindow::Joined, this, &Program::OpenRadar);
-    connect(m_connection, &ConnectionWindow::ExitRequested, this, [this] {
+    m_connection = std::make_unique<ConnectionWindow>(m_factory, m_state.Session, m_state.Players, m_boxes, m_desk);
+    connect(m_connection.get(), &ConnectionWindow::Joined, this, &Program::OpenRadar);
+    connect(m_connection.get(), &ConnectionWindow::ExitRequested, this, [this] {
         m_state.Area.ClearTables();
         End();
     });
@@ -208,13 +166,13 @@ void Program::OpenConnection()
     for (const std::string_view traffic : {FlightGearConnectionName, FeedConnectionName})
         m_connection->OfferHosting(ToQString(traffic), tr("&Host this traffic on the network"));
     ShowHosting();
-    connect(m_connection, &ConnectionWindow::HostingWanted, this, &Program::ServeSession);
+    connect(m_connection.get(), &ConnectionWindow::HostingWanted, this, &Program::ServeSession);
     OfferScenarios();
     BringUp(*m_connection);
     if (m_script.Practice)
         QTimer::singleShot(0, this, &Program::RunScriptInConnection);
     if (std::exchange(m_locateAgain, false))
-        QTimer::singleShot(0, m_connection, &ConnectionWindow::Locate);
+        QTimer::singleShot(0, m_connection.get(), &ConnectionWindow::Locate);
 }
 
 void Program::ServeSession(const QString& connectionName, const QString& address)
@@ -251,7 +209,7 @@ void Program::OfferScenarios()
         names << ToQString(scenario.Name);
     m_connection->OfferScenarios(ToQString(InMemoryProvider::ConnectionName), names,
                                  m_practice.Playing() ? static_cast<int>(*m_practice.Playing()) : -1);
-    connect(m_connection, &ConnectionWindow::ScenarioWanted, this, [this](int index) {
+    connect(m_connection.get(), &ConnectionWindow::ScenarioWanted, this, [this](int index) {
         const auto scenario = index < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(index));
         if (const Result<void> hosted = m_practice.Play(scenario, m_state.Area); !hosted)
             m_boxes.Warn(BoxText(hosted.error()));
@@ -260,128 +218,30 @@ void Program::OfferScenarios()
 
 void Program::OpenRadar()
 {
-    m_chat = new ChatWindow(m_state.Session, m_state.Players, m_boxes, m_desk);
-    m_main = new MainWindow(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk, m_connection->HostedAt());
-    ConnectRadarMenus();
-    PlaceRadarWindows();
-    LetGo(m_connection);
+    m_radar.Open(m_connection->HostedAt());
+    m_closed.Take(m_connection, *this);
     m_boxes.JoinEnds();
     m_script.Practice = false;
     constexpr int UsualTargets = 3; // a scenario begins with as few as it likes
     if (!m_script.Screenshot.isEmpty())
-        m_screenshot = std::make_unique<ScreenshotRun>(*m_main, m_state.Players, m_script.Screenshot,
-                                                       m_script.Scenario ? 1 : UsualTargets);
+        m_radar.RunForScreenshot(m_script.Screenshot, m_script.Scenario ? 1 : UsualTargets);
 }
 
-void Program::PlaceRadarWindows()
+void Program::ShowChooser()
 {
-    PlaceRadar(*m_main, *m_chat);
-    const bool hidden = RestorePlaces(m_desk, *m_main, *m_chat);
-    BelongTo(*m_chat, *m_main);
-    m_main->show();
-    if (!m_desk.Flag(RememberKey, false) || !hidden)
-        m_chat->show();
-}
-
-void Program::KeepPlaces()
-{
-    if (m_main == nullptr || m_chat == nullptr)
+    if (!m_chooser)
         return;
-    corvane::KeepPlaces(m_desk, *m_main, *m_chat);
-    m_main->KeepView();
-}
-
-void Program::ConnectRadarMenus()
-{
-    connect(m_main, &MainWindow::Disconnected, this, &Program::AfterDisconnect);
-    connect(m_chat, &ChatWindow::UnreadChanged, m_main, &MainWindow::ShowUnread);
-    connect(m_main, &MainWindow::ChatRequested, m_chat, &ChatWindow::ShowAgain);
-    connect(m_main, &MainWindow::NewDatabaseRequested, this, &Program::CreateNewDatabase);
-    connect(m_main, &MainWindow::ChooserRequested, this, [this] {
-        m_main->TakeOver();
-        OpenChooser();
-        PlaceOver(*m_main, *m_chat, *m_chooser);
-    });
-    connect(m_main, &MainWindow::LocateAgainRequested, this, [this] { m_locateAgain = true; });
-    connect(m_main, &MainWindow::TouchedWhileTaken, this, &Program::ShowWhatTookTheRadar);
-    connect(m_main, &MainWindow::AboutRequested, this, [this] {
-        auto window = std::make_unique<AboutWindow>(QString::fromStdString(WorldDataCredits(m_state)));
-        connect(window.get(), &AboutWindow::Closed, this, &Program::CloseOverRadar);
-        OpenOverRadar(std::move(window));
-    });
-    connect(m_main, &MainWindow::PreferencesRequested, this, [this] {
-        auto window = std::make_unique<PreferencesWindow>(m_state.Flags);
-        connect(window.get(), &PreferencesWindow::Closed, this, [this] {
-            CloseOverRadar();
-            m_main->RedrawAll();
-        });
-        OpenOverRadar(std::move(window));
-    });
-    connect(m_main, &MainWindow::AirportListRequested, this, [this] {
-        auto window = std::make_unique<AirportListWindow>(m_state.Area, m_boxes);
-        connect(window.get(), &AirportListWindow::CenterRequested, m_main, &MainWindow::RecenterView);
-        connect(window.get(), &AirportListWindow::Closed, this, &Program::CloseOverRadar);
-        OpenOverRadar(std::move(window));
-    });
-    connect(m_main, &MainWindow::PlayerPropertiesRequested, this, [this] { OpenPlayerProperties({}); });
-    connect(m_main, &MainWindow::PropertiesOfRequested, this, &Program::OpenPlayerProperties);
-}
-
-void Program::OpenPlayerProperties(const QString& picked)
-{
-    auto window = std::make_unique<PlayerPropertiesWindow>(m_state.Session, m_state.Players, m_boxes);
-    connect(window.get(), &PlayerPropertiesWindow::CenterRequested, m_main, &MainWindow::RecenterView);
-    connect(window.get(), &PlayerPropertiesWindow::Closed, this, &Program::CloseOverRadar);
-    PlayerPropertiesWindow& opened = *window;
-    OpenOverRadar(std::move(window));
-    if (!picked.isEmpty())
-        opened.PickName(picked);
-}
-
-void Program::OpenOverRadar(std::unique_ptr<QWidget> window)
-{
-    m_main->TakeOver();
-    m_overRadar = window.release();
-    PlaceOver(*m_main, *m_chat, *m_overRadar);
-    BelongTo(*m_overRadar, *m_main);
-    BringUp(*m_overRadar);
-}
-
-void Program::ShowWhatTookTheRadar()
-{
-    QWidget* const window = m_chooser != nullptr ? m_chooser : m_overRadar;
-    if (window == nullptr)
-        return;
-    BringUp(*window);
-    Flash(*window);
-}
-
-void Program::CloseOverRadar()
-{
-    LetGo(m_overRadar);
-    if (m_main != nullptr && m_state.Session.RadarOpen)
-        m_main->GiveBack();
+    BringUp(*m_chooser);
+    Flash(*m_chooser);
 }
 
 void Program::AfterDisconnect()
 {
-    KeepPlaces();
-    LetGo(m_overRadar);
-    if (m_chooser != nullptr)
+    if (m_chooser)
         m_chooser->Abandon();
-    LetGo(m_chooser);
-    LetGo(m_main);
-    LetGo(m_chat);
+    m_closed.Take(m_chooser, *this);
+    m_radar.Close();
     OpenConnection();
-}
-
-void Program::CreateNewDatabase()
-{
-    m_main->TakeOver();
-    if (CreateNewDatabaseFiles(m_state, m_boxes))
-        End();
-    else if (m_main != nullptr) // the session may have ended while the question stood
-        m_main->GiveBack();
 }
 
 void Program::RunScriptInChooser()
@@ -395,7 +255,7 @@ void Program::RunScriptInChooser()
 
 void Program::RunScriptInConnection()
 {
-    if (m_connection == nullptr)
+    if (!m_connection)
         return;
     m_boxes.JoinBegins();
     if (!m_connection->JoinFirstSession(ToQString(InMemoryProvider::ConnectionName)))

@@ -2,7 +2,8 @@
 
 #include "app/PracticeHost.h"
 #include "app/StartupChecks.h"
-#include "app/windows/RecordingControls.h"
+#include "app/windows/ClosedWindows.h"
+#include "app/windows/RadarWindows.h"
 #include "app/windows/ScriptedStart.h"
 #include "area/ChooserModel.h"
 
@@ -11,17 +12,13 @@
 #include <QTimer>
 
 #include <memory>
-#include <vector>
 
 namespace corvane {
 struct AppState;
 class BuilderWindow;
-class ChatWindow;
 class ChooserWindow;
 class ConnectionWindow;
 class DeskSettings;
-class MainWindow;
-class ScreenshotRun;
 class SetUpWindow;
 class SplashWindow;
 class WorldDataWindow;
@@ -53,47 +50,30 @@ private:
     void OfferScenarios();
     void OpenRadar();
     void AfterDisconnect();
-    void PlaceRadarWindows();
-    void KeepPlaces();
-    void OpenOverRadar(std::unique_ptr<QWidget> window);
-    void CloseOverRadar();
-    void ShowWhatTookTheRadar();
-    void OpenPlayerProperties(const QString& picked);
-    void CreateNewDatabase();
-    void ConnectRadarMenus();
+    void ShowChooser();
     void RunScriptInChooser();
     void RunScriptInConnection();
     void FailScript(const char* why);
     static void End();
-    template <class Window> void LetGo(Window*& window);
-    void DeleteGone();
 
     AppState& m_state;
     SessionPeerFactory& m_factory;
     PracticeHost& m_practice;
     ScriptedBoxes& m_boxes;
     ScriptedStart m_script;
-    RecordingParts m_recording;
     DeskSettings& m_desk;
     QTimer m_practiceTimer;
     QElapsedTimer m_clock;
 
-    // A closed window may still be in the middle of something, a message box of its own included. It waits here until
-    // the event loop is back where it was when the first window closed.
-    std::vector<std::unique_ptr<QWidget>> m_gone;
-    QTimer m_deletion;
-    int m_outermostLoop = 0;
     bool m_locateAgain = false; ///< once the connection window opens
 
-    SplashWindow* m_splash = nullptr;
-    SetUpWindow* m_setup = nullptr;
-    BuilderWindow* m_builder = nullptr;
-    WorldDataWindow* m_worldData = nullptr;
-    ChooserWindow* m_chooser = nullptr;
-    ConnectionWindow* m_connection = nullptr;
-    ChatWindow* m_chat = nullptr;
-    MainWindow* m_main = nullptr;
-    QWidget* m_overRadar = nullptr; ///< the window that has taken the radar over, other than the chooser
-    std::unique_ptr<ScreenshotRun> m_screenshot;
+    ClosedWindows m_closed;
+    std::unique_ptr<SplashWindow> m_splash;
+    std::unique_ptr<SetUpWindow> m_setup;
+    std::unique_ptr<BuilderWindow> m_builder;
+    std::unique_ptr<WorldDataWindow> m_worldData;
+    std::unique_ptr<ChooserWindow> m_chooser;
+    std::unique_ptr<ConnectionWindow> m_connection;
+    RadarWindows m_radar;
 };
 } // namespace corvane
