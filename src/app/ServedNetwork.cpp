@@ -45,10 +45,10 @@ Result<void> TryToServeAt(std::string_view address)
     const auto peer = network.DirectPlayCreate();
     if (!peer)
         return peer.error();
-    if (const Result<void> initialized = (*peer)->InitializeConnection({}); !initialized)
+    if (Result<void> initialized = (*peer)->InitializeConnection({}); !initialized)
         return initialized;
     const SessionEntry session{.Name = "Corvane", .MaxPlayers = 1, .InstanceGuid = {}, .Flags = {}, .Password = {}};
-    if (const Result<void> opened = (*peer)->Open(session, OpenCreate); !opened)
+    if (Result<void> opened = (*peer)->Open(session, OpenCreate); !opened)
         return opened;
     return (*peer)->Close();
 }

@@ -58,7 +58,7 @@ void AddAlertsCommand(CLI::App& app, const Console& console, CommandWork& work)
     CLI::App* const command =
         app.add_subcommand("alerts", "Finds the conflicts and low altitudes in a history of positions");
     const auto options = std::make_shared<AlertsOptions>();
-    command->add_option("--history", options->History, "Lines of {\"Time\", \"Players\"} as JSON, times ascending")
+    command->add_option("--history", options->History, R"(Lines of {"Time", "Players"} as JSON, times ascending)")
         ->type_name("FILE")
         ->required();
     AddOptionalAreaOptions(*command, options->Area);

@@ -105,9 +105,9 @@ static Result<void> Run(const Hosted& hosted, HostWatch& watch, FeedOut* feedOut
 {
     constexpr std::chrono::milliseconds Pause(10);
     while (!end.HasCome()) {
-        if (const Result<void> going = hosted.Advance(); !going)
+        if (Result<void> going = hosted.Advance(); !going)
             return going;
-        if (const Result<void> going = watch.Tick(end.ElapsedMs()); !going)
+        if (Result<void> going = watch.Tick(end.ElapsedMs()); !going)
             return going;
         if (debrief != nullptr)
             debrief->Tick(watch.Players().Players(), end.ElapsedMs());

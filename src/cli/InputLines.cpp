@@ -36,7 +36,7 @@ std::optional<std::string> InputLines::Next()
         ReadWhatWaits();
         end = m_waiting.find('\n');
     }
-    if (end != std::string::npos && end <= LongestLine)
+    if (end <= LongestLine) // and found
         return Take(end, 1);
     if (m_waiting.size() >= LongestLine)
         return Take(LongestLine, 0);

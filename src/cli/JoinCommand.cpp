@@ -81,14 +81,14 @@ static Result<void> Follow(SessionFollower& follower, JoinedRecording& recording
                            const Console& console)
 {
     constexpr std::chrono::milliseconds Pause(HandshakeIntervalMs);
-    const Result<void> joined = follower.Join();
+    Result<void> joined = follower.Join();
     if (!joined && !end.HasCome())
         return joined;
     InputLines input(console.LiveInput);
     while (!end.HasCome()) {
-        if (const Result<void> going = follower.Tick(end.ElapsedMs()); !going)
+        if (Result<void> going = follower.Tick(end.ElapsedMs()); !going)
             return going;
-        if (const Result<void> recorded = recording.Tick(follower.IsJoined()); !recorded) {
+        if (Result<void> recorded = recording.Tick(follower.IsJoined()); !recorded) {
             follower.Leave(recorded.error().Text());
             return recorded;
         }

@@ -22,7 +22,7 @@ void AddScopeDisplayOptions(CLI::App& command, ScopeDisplayArguments& arguments)
     AddDisplayOptions(command, arguments.Display);
     command
         .add_option("--history", arguments.History,
-                    "Lines of {\"Time\", \"Players\"} as JSON, times ascending, played before the drawing")
+                    R"(Lines of {"Time", "Players"} as JSON, times ascending, played before the drawing)")
         ->type_name("FILE");
     command.add_option("--now", arguments.Now, "The time of the drawing, not before the history's last line")
         ->check([](const std::string& text) {

@@ -54,12 +54,12 @@ public:
     void BreakOff(const FlightState& state, double feet);
     void ForbidLanding(bool forbidden) noexcept { m_mayLand = !forbidden; }
     /// Heading and place are the pilot's own again, altitude and speed stay.
-    void ResumeRoute() noexcept
+    void ResumeRoute()
     {
         LeaveApproach();
         m_steering = Route{};
     }
-    void ResumeOwn() noexcept
+    void ResumeOwn()
     {
         m_askedFt.reset();
         m_askedKt.reset();

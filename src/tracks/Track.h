@@ -12,6 +12,7 @@ namespace corvane {
 struct MemberKey {
     std::int32_t PlayerId = 0;
     std::string Name;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the checker takes the zero that a default comparison means for a pointer
     auto operator<=>(const MemberKey&) const = default;
 };
 

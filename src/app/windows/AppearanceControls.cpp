@@ -23,7 +23,7 @@ void AppearanceControls::Take()
 
 void AppearanceControls::OpenWindow()
 {
-    if (!m_window) {
+    if (m_window.isNull()) {
         m_window = new AppearanceWindow(m_look, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &AppearanceWindow::Changed, this, &AppearanceControls::Take);

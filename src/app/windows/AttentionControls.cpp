@@ -85,7 +85,7 @@ void AttentionControls::Keep()
 
 void AttentionControls::OpenWindow()
 {
-    if (!m_window) {
+    if (m_window.isNull()) {
         m_window = new AttentionWindow(m_options, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &AttentionWindow::Changed, this, &AttentionControls::Keep);

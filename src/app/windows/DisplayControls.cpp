@@ -32,14 +32,14 @@ void DisplayControls::SwitchModern(bool on)
 {
     const bool hadModern = m_lastModern != ClassicDisplay();
     m_options = !on ? ClassicDisplay() : hadModern ? m_lastModern : ModernDisplay(m_area.AreaMode);
-    if (m_window)
+    if (!m_window.isNull())
         m_window->ShowOptions();
     OptionsChanged();
 }
 
 void DisplayControls::OpenWindow()
 {
-    if (!m_window) {
+    if (m_window.isNull()) {
         m_window = new DisplayOptionsWindow(m_options, m_area.AreaMode, &m_radar);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_window, &DisplayOptionsWindow::Changed, this, &DisplayControls::OptionsChanged);

@@ -189,7 +189,7 @@ void Program::ServeSession(const QString& connectionName, const QString& address
 Result<void> Program::ServeTraffic(const std::string& address)
 {
     m_state.TrafficServedAt.clear();
-    if (const Result<void> possible = address.empty() ? Result<void>() : TryToServeAt(address); !possible)
+    if (Result<void> possible = address.empty() ? Result<void>() : TryToServeAt(address); !possible)
         return possible;
     m_state.TrafficServedAt = address;
     return {};

@@ -61,7 +61,7 @@ void RecordingControls::RecordTriggered(bool on)
     }
     const QPointer<RecordingControls> self(this);
     const auto file = m_parts.Dialogs.AskWhereToRecord();
-    if (!self || !file)
+    if (self.isNull() || !file)
         return; // the session may have ended behind the dialog
     const Result<void> started = m_parts.Recorder.Start(*file);
     ShowState();

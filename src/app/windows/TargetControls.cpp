@@ -40,14 +40,15 @@ bool TargetControls::PressKey(const QKeyEvent& event)
         return false;
     const int key = event.key();
     const bool onKeyPad = event.modifiers().testFlag(Qt::KeypadModifier);
+    const bool turns = onKeyPad && key >= Qt::Key_1 && key <= Qt::Key_9;
+    if (key != Qt::Key_Space && key != Qt::Key_Escape && !turns)
+        return false;
     if (key == Qt::Key_Space)
         m_display.AcknowledgeNext();
     else if (key == Qt::Key_Escape)
         m_display.LetGo();
-    else if (onKeyPad && key >= Qt::Key_1 && key <= Qt::Key_9)
-        m_display.TurnBlock(key - Qt::Key_0);
     else
-        return false;
+        m_display.TurnBlock(key - Qt::Key_0);
     emit Changed();
     return true;
 }

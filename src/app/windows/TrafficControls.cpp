@@ -27,14 +27,16 @@ void TrafficControls::OfferTriggered(bool on)
     m_out.reset();
     const QPointer<TrafficControls> self(this);
     const auto typed = on ? AskFeedOutPort(m_desk) : std::nullopt;
-    if (!self || !typed)
+    if (self.isNull() || !typed)
         return; // the session may have ended behind the dialog
     auto opened = OpenFeedOut("sbs:" + *typed, m_state.MagVar, &m_state.TrafficDetails);
-    if (opened)
-        m_out = *std::move(opened);
-    ShowState();
-    if (!opened)
+    if (!opened) {
+        ShowState();
         m_boxes.Warn(BoxText(opened.error()));
+        return;
+    }
+    m_out = *std::move(opened);
+    ShowState();
 }
 
 void TrafficControls::Refresh()
