@@ -2,6 +2,7 @@
 
 #include "core/MagVarGrid.h"
 #include "practice/Approach.h"
+#include "practice/GroundTraffic.h"
 #include "practice/Hold.h"
 #include "practice/Journey.h"
 
@@ -21,6 +22,8 @@ public:
     void BeginEnRoute(FlightState& state, const Journey& journey) const;
     /// Goes straight on after the take-off.
     void BeginClimbOut(const PracticeRunway& runway) noexcept;
+    /// Looks whether the runway ahead is free; at the last moment it is not it goes around.
+    void SeeRunway(const FlightState& state, const GroundView& view) noexcept;
     /// Flies one step. Returns the runway when the wheels touch it; the step is the ground's then.
     const PracticeRunway* Step(FlightState& state, Journey& journey, PracticeRandom& random);
 
@@ -117,6 +120,7 @@ private:
     static double ProfileNm(const FlightState& state, const Journey& journey);
     void FlyOwnProfile(const FlightState& state, const Journey& journey, FlightTarget& target, double leftNm) const;
     const PracticeRunway* GuideApproach(const FlightState& state, Journey& journey, FlightTarget& target);
+    [[nodiscard]] bool IsAtDecision(const FlightState& state) const noexcept;
     void StartGoAround(Journey& journey);
     void LeaveApproach() noexcept;
     void LeaveApproachLevel(const FlightState& state);
@@ -134,6 +138,7 @@ private:
     std::string m_call;
     bool m_askedToLand = false; ///< the approach is by clearance, not the own plan
     bool m_level = false;       ///< on the localizer without a clearance to descend
+    bool m_runwayOccupied = false;
     bool m_waitsForWord = false;
     bool m_mayLand = true; ///< else it goes around before the runway
 };

@@ -46,7 +46,7 @@ ObeyAnswer GroundObedience::ObeyTaxi(const Instruction& instruction)
         return ObeyRefusal{"no runway " + instruction.Name + " at " + airport->Icao};
     if (runway->LengthFt < m_pilot.Aircraft.RunwayFt)
         return ObeyRefusal{"runway " + runway->Name + " is too short for us"};
-    ground.TaxiTo(*runway, m_pilot.State);
+    ground.TaxiTo(*runway, m_pilot.State, *airport);
     Instruction named = instruction;
     named.Name = runway->Name;
     return ReadBackOf(named);

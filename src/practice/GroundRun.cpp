@@ -1,12 +1,13 @@
 #include "practice/GroundRun.h"
 
+#include "practice/TaxiRoute.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
 
 namespace corvane {
 static constexpr double TaxiKt = 18;
-static constexpr double TaxiwayNm = 0.1; ///< between a runway and the taxiway beside it
 
 void GroundRun::BeginParked(FlightState& state, const PracticeAirport& airport, double heading)
 {
@@ -19,6 +20,7 @@ void GroundRun::Touchdown(FlightState& state, const PracticeRunway& runway) noex
 {
     m_runway = &runway;
     m_phase = PilotPhase::LandingRoll;
+    m_holdPosition = false; // nobody stops on the runway unless told so there
     state.SpeedKt = state.Ground().SpeedKt;
     state.AltitudeFt = runway.ElevationFt;
     state.VerticalFpm = 0;
@@ -26,46 +28,30 @@ void GroundRun::Touchdown(FlightState& state, const PracticeRunway& runway) noex
     RollStep(state, state.SpeedKt, 0);
 }
 
-/// A point of the taxiway beside a runway, on the side of a place; outNm counts back from the threshold.
-static LatLon Turnoff(const PracticeRunway& runway, const LatLon& toward, double outNm) noexcept
-{
-    const bool onTheLeft = OffsetFromLine(runway.Threshold, runway.Course, toward).LeftNm >= 0;
-    const LatLon onTheLine = Along(runway.Threshold, runway.Course + 180, outNm);
-    return Along(onTheLine, runway.Course + (onTheLeft ? -90 : 90), TaxiwayNm);
-}
-
-static double BesideTheRunway(const PracticeRunway& runway, const LatLon& place) noexcept
-{
-    return std::clamp(OffsetFromLine(runway.Threshold, runway.Course, place).OutNm, -runway.LengthFt / FeetPerNm, 0.0);
-}
-
 void GroundRun::StartTaxiOut(const FlightState& state, const Journey& journey)
 {
     m_runway = m_givenRunway != nullptr ? m_givenRunway : journey.Airport->TakeOffRunway(m_aircraft->RunwayFt);
     if (m_runway != nullptr)
-        PlanTaxiOut(state);
+        PlanTaxiOut(state, *journey.Airport);
 }
 
-void GroundRun::PlanTaxiOut(const FlightState& state)
+void GroundRun::PlanTaxiOut(const FlightState& state, const PracticeAirport& airport)
 {
-    constexpr double LineUpNm = 0.01;
     m_phase = PilotPhase::TaxiOut;
-    m_taxiRoute = {Turnoff(*m_runway, state.Position, BesideTheRunway(*m_runway, state.Position)),
-                   Turnoff(*m_runway, state.Position, -LineUpNm),
-                   Along(m_runway->Threshold, m_runway->Course, LineUpNm)};
+    m_taxiRoute = RouteToRunway(airport, *m_runway, state.Position);
 }
 
-void GroundRun::StartTaxiIn(const FlightState& state, const Journey& journey)
+/// To its stand, or the next one where nobody stands.
+void GroundRun::StartTaxiIn(const FlightState& state, const Journey& journey, const GroundView& view)
 {
     m_phase = PilotPhase::TaxiIn;
-    const LatLon stand = journey.Airport->Stand(m_stand);
-    const double outNm = OffsetFromLine(m_runway->Threshold, m_runway->Course, state.Position).OutNm;
-    constexpr double TurnAheadNm = 0.03;
-    m_taxiRoute = {Turnoff(*m_runway, stand, outNm - TurnAheadNm),
-                   Turnoff(*m_runway, stand, BesideTheRunway(*m_runway, stand)), stand};
+    for (std::size_t tries = journey.Airport->Stands.size(); tries > 0 && view.IsTaken(journey.Airport->Stand(m_stand));
+         --tries)
+        ++m_stand;
+    m_taxiRoute = RouteToStand(*journey.Airport, *m_runway, state.Position, journey.Airport->Stand(m_stand));
 }
 
-void GroundRun::Step(FlightState& state, Journey& journey)
+void GroundRun::Step(FlightState& state, Journey& journey, const GroundView& view)
 {
     switch (m_phase) {
     case PilotPhase::Parked:
@@ -74,10 +60,10 @@ void GroundRun::Step(FlightState& state, Journey& journey)
             StartTaxiOut(state, journey);
         break;
     case PilotPhase::TaxiOut:
-    case PilotPhase::TaxiIn: StepTaxi(state, journey); break;
-    case PilotPhase::LineUp: StepLineUp(state); break;
+    case PilotPhase::TaxiIn: StepTaxi(state, journey, view); break;
+    case PilotPhase::LineUp: StepLineUp(state, view); break;
     case PilotPhase::TakeOff: StepTakeOff(state); break;
-    case PilotPhase::LandingRoll: StepLandingRoll(state, journey); break;
+    case PilotPhase::LandingRoll: StepLandingRoll(state, journey, view); break;
     case PilotPhase::Airborne: break;
     }
 }
@@ -89,12 +75,12 @@ void GroundRun::Pushback() noexcept
     m_holdPosition = false;
 }
 
-void GroundRun::TaxiTo(const PracticeRunway& runway, const FlightState& state)
+void GroundRun::TaxiTo(const PracticeRunway& runway, const FlightState& state, const PracticeAirport& airport)
 {
     m_givenRunway = &runway;
     m_runway = &runway;
     m_holdPosition = false;
-    PlanTaxiOut(state);
+    PlanTaxiOut(state, airport);
 }
 
 void GroundRun::LineUpAndWait() noexcept
@@ -130,9 +116,61 @@ bool GroundRun::WaitsAtRunway() const noexcept
     return m_phase == PilotPhase::TaxiOut && m_atHoldingPoint && m_taxiRoute.size() == 1;
 }
 
-void GroundRun::StepTaxi(FlightState& state, Journey& journey)
+/// Whether it is about to taxi onto a runway that somebody takes off from or lands on.
+static bool CrossesInFront(const FlightState& state, const PracticeAirport& airport, const GroundView& view)
 {
-    if (m_holdPosition || WaitsAtRunway()) {
+    constexpr double BesideNm = 0.035;
+    constexpr double AheadNm = 0.03;
+    constexpr double RollingKt = 30;
+    const LatLon ahead = Along(state.Position, state.HeadingDeg, AheadNm);
+    for (const PracticeRunway& runway : airport.Runways) {
+        const LineOffset here = OffsetFromLine(runway.Threshold, runway.Course, state.Position);
+        const LineOffset there = OffsetFromLine(runway.Threshold, runway.Course, ahead);
+        if (std::abs(here.LeftNm) < BesideNm || std::abs(there.LeftNm) >= BesideNm || there.OutNm > BesideNm ||
+            there.OutNm < -runway.LengthFt / FeetPerNm - BesideNm)
+            continue;
+        if (view.IsOnShortFinal(runway) || view.IsOccupied(runway, RollingKt))
+            return true;
+    }
+    return false;
+}
+
+/// Waits behind others; two that wait for each other do not do so for ever.
+bool GroundRun::GivesWay(const FlightState& state, const PracticeAirport& airport, const GroundView& view)
+{
+    constexpr double LongestS = 60;
+    constexpr double PassingS = 15;
+    const bool enters = m_phase == PilotPhase::TaxiOut && m_taxiRoute.size() == 1 && !IsNearLine(state);
+    if (enters && (view.IsOccupied(*m_runway) || (!m_asksFirst && view.IsOnShortFinal(*m_runway))))
+        return true;
+    if ((m_phase == PilotPhase::TaxiIn || m_taxiRoute.size() > 1) && CrossesInFront(state, airport, view))
+        return true;
+    if (m_passingS > 0) {
+        m_passingS -= StepS;
+        return false;
+    }
+    if (!view.BlocksWay(state)) {
+        m_blockedS = 0;
+        return false;
+    }
+    m_blockedS += StepS;
+    if (m_blockedS > LongestS) {
+        m_blockedS = 0;
+        m_passingS = PassingS;
+    }
+    return true;
+}
+
+/// Whether it is on the runway already, which it does not stop on.
+bool GroundRun::IsNearLine(const FlightState& state) const noexcept
+{
+    constexpr double BesideNm = 0.03;
+    return std::abs(OffsetFromLine(m_runway->Threshold, m_runway->Course, state.Position).LeftNm) < BesideNm;
+}
+
+void GroundRun::StepTaxi(FlightState& state, Journey& journey, const GroundView& view)
+{
+    if (m_holdPosition || WaitsAtRunway() || GivesWay(state, *journey.Airport, view)) {
         constexpr double StopKtPerS = 4;
         RollStep(state, 0, StopKtPerS);
         return;
@@ -161,7 +199,7 @@ void GroundRun::StepTaxi(FlightState& state, Journey& journey)
         AskFirst();
 }
 
-void GroundRun::StepLineUp(FlightState& state)
+void GroundRun::StepLineUp(FlightState& state, const GroundView& view)
 {
     constexpr double StopKtPerS = 6;
     const double turn = TurnTo(state.HeadingDeg, m_runway->Course);
@@ -170,6 +208,11 @@ void GroundRun::StepLineUp(FlightState& state)
     RollStep(state, 0, StopKtPerS);
     if (m_holdPosition || m_waitsLinedUp || state.SpeedKt > 0 || turn != 0)
         return;
+    constexpr double LongestS = 180; // two that lined up at once do not wait for each other for ever
+    m_blockedS = view.IsOccupied(*m_runway) ? m_blockedS + StepS : 0;
+    if (m_blockedS > 0 && m_blockedS < LongestS)
+        return;
+    m_blockedS = 0;
     // The roll goes toward the far end: on the centreline even where the line-up stopped beside it.
     state.HeadingDeg = m_runway->Course;
     m_phase = PilotPhase::TakeOff;
@@ -188,7 +231,7 @@ void GroundRun::StepTakeOff(FlightState& state)
     state.SpeedKt = m_aircraft->RotateKt; // through the air from here on
 }
 
-void GroundRun::StepLandingRoll(FlightState& state, const Journey& journey)
+void GroundRun::StepLandingRoll(FlightState& state, const Journey& journey, const GroundView& view)
 {
     const double leftNm =
         m_runway->LengthFt / FeetPerNm + OffsetFromLine(m_runway->Threshold, m_runway->Course, state.Position).OutNm;
@@ -200,6 +243,6 @@ void GroundRun::StepLandingRoll(FlightState& state, const Journey& journey)
     RollStep(state, TaxiKt, std::min(std::max(needed, m_aircraft->BrakingKtPerS), HardestKtPerS));
     state.AltitudeFt = m_runway->ElevationFt;
     if (state.SpeedKt <= TaxiKt)
-        StartTaxiIn(state, journey);
+        StartTaxiIn(state, journey, view);
 }
 } // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "practice/FlightModel.h"
+#include "practice/GroundTraffic.h"
 #include "practice/Journey.h"
 
 #include <deque>
@@ -24,7 +25,7 @@ public:
     void Touchdown(FlightState& state, const PracticeRunway& runway) noexcept;
 
     /// One step of whatever goes on; while airborne there is nothing to do.
-    void Step(FlightState& state, Journey& journey);
+    void Step(FlightState& state, Journey& journey, const GroundView& view);
 
     // What a controller asks for
     void HoldPosition() noexcept { m_holdPosition = true; }
@@ -32,7 +33,7 @@ public:
     /// Ready to taxi in a moment.
     void Pushback() noexcept;
     /// Taxies to a runway, from now on or anew.
-    void TaxiTo(const PracticeRunway& runway, const FlightState& state);
+    void TaxiTo(const PracticeRunway& runway, const FlightState& state, const PracticeAirport& airport);
     void HoldShort() noexcept { m_atHoldingPoint = true; }
     void LineUpAndWait() noexcept;
     void ClearTakeOff() noexcept;
@@ -67,12 +68,14 @@ public:
 
 private:
     void StartTaxiOut(const FlightState& state, const Journey& journey);
-    void PlanTaxiOut(const FlightState& state);
-    void StartTaxiIn(const FlightState& state, const Journey& journey);
-    void StepTaxi(FlightState& state, Journey& journey);
-    void StepLineUp(FlightState& state);
+    void PlanTaxiOut(const FlightState& state, const PracticeAirport& airport);
+    void StartTaxiIn(const FlightState& state, const Journey& journey, const GroundView& view);
+    [[nodiscard]] bool GivesWay(const FlightState& state, const PracticeAirport& airport, const GroundView& view);
+    [[nodiscard]] bool IsNearLine(const FlightState& state) const noexcept;
+    void StepTaxi(FlightState& state, Journey& journey, const GroundView& view);
+    void StepLineUp(FlightState& state, const GroundView& view);
     void StepTakeOff(FlightState& state);
-    void StepLandingRoll(FlightState& state, const Journey& journey);
+    void StepLandingRoll(FlightState& state, const Journey& journey, const GroundView& view);
 
     const AircraftClass* m_aircraft;
     const PracticeRunway* m_runway = nullptr;
@@ -86,5 +89,7 @@ private:
     bool m_atHoldingPoint = false; ///< stops before the runway
     bool m_waitsLinedUp = false;
     bool m_asksFirst = false;
+    double m_blockedS = 0; ///< somebody has been ahead for so long
+    double m_passingS = 0; ///< goes by others for so long
 };
 } // namespace corvane

@@ -151,7 +151,7 @@ void Pilot::Glide()
     m_isDown = m_state.AltitudeFt <= m_orders.Trip.FieldFt();
 }
 
-void Pilot::Step(PracticeRandom& random)
+void Pilot::Step(PracticeRandom& random, const GroundView& view)
 {
     Journey& trip = m_orders.Trip;
     m_state.Wind = m_planner.Scene().Wind();
@@ -163,11 +163,12 @@ void Pilot::Step(PracticeRandom& random)
     if (!m_orders.Pending.empty())
         m_call = Obedience(Situation()).ObeyPending();
     if (Phase() == PilotPhase::Airborne) {
+        m_orders.Air.SeeRunway(m_state, view);
         if (const PracticeRunway* runway = m_orders.Air.Step(m_state, trip, random))
             m_orders.Ground.Touchdown(m_state, *runway);
         return;
     }
-    m_orders.Ground.Step(m_state, trip);
+    m_orders.Ground.Step(m_state, trip, view);
     if (Phase() == PilotPhase::Airborne)
         m_orders.Air.BeginClimbOut(*m_orders.Ground.Runway());
     if (Phase() == PilotPhase::Parked && trip.Destination == nullptr) {

@@ -30,7 +30,8 @@ public:
           PracticeRandom& random);
 
     /// Lives one step of StepS seconds.
-    void Step(PracticeRandom& random);
+    /// view  the traffic on the ground and about to land
+    void Step(PracticeRandom& random, const GroundView& view = {});
     /// Obeys what was said, all of it or, where a part cannot be done, none; returns the read-back or the reason.
     std::string Obey(std::span<const Instruction> instructions);
     /// What is said to a line that made no sense.

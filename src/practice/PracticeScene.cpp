@@ -67,7 +67,8 @@ static PracticeAirport AirportFrom(const AirportRecord& record)
                             .Position = {record.Lat, record.Lon},
                             .ElevationFt = static_cast<double>(record.ElevationFt),
                             .Runways = {},
-                            .Stands = {}};
+                            .Stands = {},
+                            .Taxiways = TaxiNetwork(record)};
     std::vector<int> headings;
     for (const RunwayRecord& runway : record.Runways) {
         const std::size_t before = airport.Runways.size();

@@ -2,6 +2,7 @@
 
 #include "core/Geodesy.h"
 #include "core/Records.h"
+#include "practice/TaxiNetwork.h"
 #include "practice/Wind.h"
 
 #include <cstddef>
@@ -31,6 +32,7 @@ struct PracticeAirport {
     double ElevationFt = 0;
     std::vector<PracticeRunway> Runways; ///< both directions of each
     std::vector<LatLon> Stands;          ///< parking spots; empty where the database has none
+    TaxiNetwork Taxiways = {};
     PracticeWind Wind = {};
     std::vector<std::string> Landing = {}; ///< names of the runways given for it; empty: as the wind has it
     std::vector<std::string> TakeOff = {};

@@ -238,12 +238,17 @@ void PracticeSession::AnswerChat(PracticeMember& member)
 void PracticeSession::LiveOneStep()
 {
     m_crew.HostingS += StepS;
+    m_ground.Clear();
+    for (const auto& member : Members())
+        if (member->Flying)
+            m_ground.Add(member->Flying->State(), member->Flying->Phase() == PilotPhase::Parked,
+                         static_cast<std::size_t>(member->Id()));
     for (const auto& member : Members()) {
         member->WaitingS += StepS;
         if (!member->Flying)
             continue;
         AnswerChat(*member);
-        member->Flying->Step(m_random);
+        member->Flying->Step(m_random, GroundView(m_ground, static_cast<std::size_t>(member->Id())));
         if (const auto call = member->Flying->TakeRadioCall(); call && member->Admitted)
             member->Say(*call + ", " + member->Name());
     }

@@ -69,6 +69,7 @@ private:
 
     TrafficMaker m_traffic;
     PracticeCrew m_crew;
+    GroundTraffic m_ground; ///< as it was before the present step
     std::optional<ScenarioDirector> m_director;
     std::optional<double> m_clockS; ///< lived up to here
 };

@@ -24,7 +24,7 @@ protected:
     void SetUp() override
     {
         ProgramTest::SetUp();
-        PracticeScenario scenario{.Name = "One", .About = {}, .Aircraft = {ScenarioAircraft{}}, .Hints = {}};
+        PracticeScenario scenario{.Name = "One", .Aircraft = {ScenarioAircraft{}}};
         m_practice.SetScenarios({scenario, scenario});
         m_window = StartInConnection();
         In<QListWidget>(m_window, "List1").setCurrentRow(0);
