@@ -34,7 +34,9 @@ protected:
     std::size_t Add(const std::string& name, double bearing, double nm, int feet, int course, int knots,
                     const std::string& title = "Boeing 737-400")
     {
-        PlayerRecord player{.Name = name, .PlayerId = static_cast<std::int32_t>(Players.size() + 2)};
+        PlayerRecord player;
+        player.Name = name;
+        player.PlayerId = static_cast<std::int32_t>(Players.size() + 2);
         const LatLon at = Along(Field, bearing, nm);
         player.Role = PilotRole;
         player.Latitude = at.Lat;
