@@ -16,7 +16,7 @@ public:
     void Take(const TrafficEvents& events)
     {
         for (const TrafficEvent& event : events)
-            std::visit([](const auto& told) { Check(told); }, event);
+            std::visit([this](const auto& told) { this->Check(told); }, event);
     }
     [[nodiscard]] std::size_t Count() const noexcept { return m_there.size(); }
 
