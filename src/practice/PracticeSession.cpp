@@ -4,6 +4,7 @@
 #include "practice/Callsigns.h"
 #include "practice/MemberMessages.h"
 #include "practice/PracticeUpkeep.h"
+#include "session/HostedSession.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,28 +47,10 @@ Result<std::unique_ptr<PracticeSession>> PracticeSession::Create(SessionPeerFact
     return session;
 }
 
-Result<std::shared_ptr<SessionPeer>> PracticeSession::ConnectedPeer()
-{
-    auto peer = m_factory->DirectPlayCreate();
-    if (!peer)
-        return peer.error();
-    if (m_options.Address.empty()) {
-        const auto connections = (*peer)->GetDPEnumConnections();
-        if (!connections)
-            return connections.error();
-        if (connections->empty())
-            return Fail("GetDPEnumConnections", "there is no connection type");
-        m_options.Address = connections->front().Address;
-    }
-    if (const auto ready = (*peer)->InitializeConnection(m_options.Address); !ready)
-        return ready.error();
-    return std::shared_ptr<SessionPeer>(*std::move(peer));
-}
-
 /// The session just created: the one of its name that was not there before.
 Result<SessionEntry> PracticeSession::FindOwnSession(const std::vector<SessionEntry>& before)
 {
-    const auto peer = ConnectedPeer();
+    const auto peer = ConnectedPeer(*m_factory, m_options.Address);
     if (!peer)
         return peer.error();
     const auto found = (*peer)->GetDPEnumSessions(0, EnumSessionsPasswordRequired);
@@ -85,22 +68,16 @@ Result<SessionEntry> PracticeSession::FindOwnSession(const std::vector<SessionEn
 
 Result<void> PracticeSession::OpenAsHost()
 {
-    const auto peer = ConnectedPeer();
-    if (!peer)
-        return peer.error();
+    auto connected = ConnectedPeer(*m_factory, m_options.Address);
+    if (!connected)
+        return connected.error();
+    const std::shared_ptr<SessionPeer> peer = *std::move(connected);
     std::vector<SessionEntry> before;
     if (m_options.PeerForEach)
-        if (auto listed = (*peer)->GetDPEnumSessions(0, EnumSessionsPasswordRequired))
+        if (auto listed = peer->GetDPEnumSessions(0, EnumSessionsPasswordRequired))
             before = *std::move(listed);
-    m_entry = {.Name = m_options.SessionName,
-               .MaxPlayers = m_options.MaxPlayers,
-               .InstanceGuid = {},
-               .Flags = SessionKeepAlive | (m_options.MigrateHost ? SessionMigrateHost : 0) |
-                        (m_options.Password.empty() ? 0 : SessionPasswordRequired),
-               .Password = m_options.Password};
-    if (const auto opened = (*peer)->Open(m_entry, OpenCreate); !opened)
-        return opened.error();
-    const auto group = (*peer)->CreateGroup(MemberManners::Group);
+    m_entry = DescribeHosted(m_options.SessionName, m_options.MaxPlayers, m_options.Password, m_options.MigrateHost);
+    const auto group = CreateHosted(*peer, m_entry);
     if (!group)
         return group.error();
     m_group = *group;
@@ -111,7 +88,7 @@ Result<void> PracticeSession::OpenAsHost()
         name = std::move(first.Callsign);
         pilot = std::move(first.Flying);
     }
-    const auto host = AddMember(*peer, std::move(name), std::move(pilot));
+    const auto host = AddMember(peer, std::move(name), std::move(pilot));
     if (!host)
         return host.error();
     m_crew.SetHost(**host);
@@ -156,7 +133,7 @@ Result<void> PracticeSession::Join(std::string name, std::optional<Pilot> pilot)
 {
     std::shared_ptr<SessionPeer> peer;
     if (m_options.PeerForEach) {
-        auto connected = ConnectedPeer();
+        auto connected = ConnectedPeer(*m_factory, m_options.Address);
         if (!connected)
             return connected.error();
         peer = *std::move(connected);

@@ -47,7 +47,6 @@ private:
     // Joining
     Result<void> Open();
     Result<void> OpenAsHost();
-    Result<std::shared_ptr<SessionPeer>> ConnectedPeer();
     Result<SessionEntry> FindOwnSession(const std::vector<SessionEntry>& before);
     Result<PracticeMember*> AddMember(std::shared_ptr<SessionPeer> peer, std::string name, std::optional<Pilot> pilot);
     Result<void> Join(std::string name, std::optional<Pilot> pilot);

@@ -1,5 +1,7 @@
 #include "recording/ReplaySession.h"
 
+#include "session/HostedSession.h"
+
 #include <algorithm>
 #include <unordered_set>
 #include <utility>
@@ -35,35 +37,18 @@ static std::int32_t MostPresent(const Recording& recording)
     return static_cast<std::int32_t>(most);
 }
 
-Result<void> ReplaySession::Connect(SessionPeerFactory& factory)
-{
-    auto peer = factory.DirectPlayCreate();
-    if (!peer)
-        return peer.error();
-    const auto connections = (*peer)->GetDPEnumConnections();
-    if (!connections)
-        return connections.error();
-    if (connections->empty())
-        return Fail("GetDPEnumConnections", "there is no connection type");
-    m_peer = *std::move(peer);
-    return m_peer->InitializeConnection(connections->front().Address);
-}
-
 Result<void> ReplaySession::Open(SessionPeerFactory& factory, const ReplayOptions& options)
 {
     constexpr std::int32_t RoomForOthers = 8;
-    if (auto connected = Connect(factory); !connected)
-        return connected;
-    m_entry = {.Name = options.SessionName.empty() ? m_recording->Head.SessionName : options.SessionName,
-               .MaxPlayers = options.MaxPlayers > 0 ? options.MaxPlayers : MostPresent(*m_recording) + RoomForOthers,
-               .InstanceGuid = {},
-               .Flags = SessionKeepAlive | (options.MigrateHost ? SessionMigrateHost : 0) |
-                        (options.Password.empty() ? 0 : SessionPasswordRequired),
-               .Password = options.Password};
-    if (auto opened = m_peer->Open(m_entry, OpenCreate); !opened)
-        return opened;
-    if (const auto group = m_peer->CreateGroup(MemberManners::Group); !group)
-        return group.error();
+    auto peer = ConnectedPeer(factory, {});
+    if (!peer)
+        return peer.error();
+    m_peer = *std::move(peer);
+    m_entry = DescribeHosted(options.SessionName.empty() ? m_recording->Head.SessionName : options.SessionName,
+                             options.MaxPlayers > 0 ? options.MaxPlayers : MostPresent(*m_recording) + RoomForOthers,
+                             options.Password, options.MigrateHost);
+    if (const auto created = CreateHosted(*m_peer, m_entry); !created)
+        return created.error();
     const auto host = m_peer->CreatePlayer(HostName(), MemberManners::FormalName);
     if (!host)
         return host.error();

@@ -48,7 +48,6 @@ private:
     ReplaySession(std::shared_ptr<const Recording> recording, PlaybackClock& clock);
 
     Result<void> Open(SessionPeerFactory& factory, const ReplayOptions& options);
-    Result<void> Connect(SessionPeerFactory& factory);
     Result<void> ReceiveAll();
     void Answer(const ReceivedMessage& message);
     void PlayUpToNow();

@@ -1,5 +1,7 @@
 #include "traffic/TrafficSession.h"
 
+#include "session/HostedSession.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -24,34 +26,15 @@ Result<std::unique_ptr<TrafficSession>> TrafficSession::Create(SessionPeerFactor
     return session;
 }
 
-Result<void> TrafficSession::Connect(SessionPeerFactory& factory)
-{
-    auto peer = factory.DirectPlayCreate();
-    if (!peer)
-        return peer.error();
-    const auto connections = (*peer)->GetDPEnumConnections();
-    if (!connections)
-        return connections.error();
-    if (connections->empty())
-        return Fail("GetDPEnumConnections", "there is no connection type");
-    m_peer = *std::move(peer);
-    return m_peer->InitializeConnection(m_options.Address.empty() ? connections->front().Address : m_options.Address);
-}
-
 Result<void> TrafficSession::Open(SessionPeerFactory& factory)
 {
-    if (auto connected = Connect(factory); !connected)
-        return connected;
-    m_entry = {.Name = m_options.SessionName,
-               .MaxPlayers = m_options.MaxPlayers,
-               .InstanceGuid = {},
-               .Flags = SessionKeepAlive | (m_options.MigrateHost ? SessionMigrateHost : 0) |
-                        (m_options.Password.empty() ? 0 : SessionPasswordRequired),
-               .Password = m_options.Password};
-    if (auto opened = m_peer->Open(m_entry, OpenCreate); !opened)
-        return opened;
-    if (const auto group = m_peer->CreateGroup(MemberManners::Group); !group)
-        return group.error();
+    auto peer = ConnectedPeer(factory, m_options.Address);
+    if (!peer)
+        return peer.error();
+    m_peer = *std::move(peer);
+    m_entry = DescribeHosted(m_options.SessionName, m_options.MaxPlayers, m_options.Password, m_options.MigrateHost);
+    if (const auto created = CreateHosted(*m_peer, m_entry); !created)
+        return created.error();
     const auto host = m_peer->CreatePlayer(m_options.HostName, MemberManners::FormalName);
     if (!host)
         return host.error();

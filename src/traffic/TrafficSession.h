@@ -78,7 +78,6 @@ private:
 
     // The session
     Result<void> Open(SessionPeerFactory& factory);
-    Result<void> Connect(SessionPeerFactory& factory);
     void Send(PlayerId from, PlayerId to, ByteSpan message);
     void SendToOthers(PlayerId from, ByteSpan message);
 
