@@ -202,12 +202,6 @@ Result<void> DirectPlayPeer::Close()
     return {};
 }
 
-void DirectPlayPeer::Cancel()
-{
-    if (m_network)
-        m_network->Cancel();
-}
-
 bool DirectPlayPeer::IsHost() const
 {
     return m_network && m_network->Members().Hosting();

@@ -13,8 +13,8 @@ inline constexpr std::string_view DirectPlayConnectionAddress = "tcpip:";
 /// A member's or host's end of a session over TCP/IP.
 ///
 /// The network runs on a thread of its own, which answers the session whatever the program's thread does. Operations
-/// that need an answer wait for it within the protocol's time limits, and can be left through Cancel() or
-/// DirectPlayOptions::WhileWaiting. All calls but Cancel() are made on one thread.
+/// that need an answer wait for it within the protocol's time limits, and can be left through
+/// DirectPlayOptions::WhileWaiting.
 ///
 /// Once the session is lost every operation fails with the reason, except that messages which have already arrived
 /// can still be taken. Ids with bit 31 set, which other hosts may give out, are negative here.
@@ -50,9 +50,6 @@ public:
     /// Leaves the session, and waits until the goodbyes are sent, for a second at most.
     Result<void> Close() override;
 
-    /// Makes the operation that waits fail; if none waits, the next one. May be called from any thread, once a
-    /// connection is initialized.
-    void Cancel();
     /// Whether this peer is the session's host: because it created the session, or took it over.
     [[nodiscard]] bool IsHost() const override;
     [[nodiscard]] bool Congested() const override;

@@ -145,19 +145,11 @@ public:
             Post([this] { Sockets.Machine().CancelRequest(); });
         std::unique_lock lock(m_mutex);
         m_changed.wait(lock, [&] { return m_result.has_value(); });
-        m_cancelled = false;
         Result<WireId> result = std::move(*m_result);
         m_result.reset();
         lock.unlock();
         RunAndWait([] {}); // the picture of the session that goes with the result
         return result;
-    }
-
-    void Cancel()
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_cancelled = true;
-        m_changed.notify_all();
     }
 
     /// Waits on the network thread's side until the goodbyes are sent.
@@ -186,12 +178,12 @@ public:
     Roster Members;
 
 private:
-    /// False when the wait was cancelled before there was a result.
+    /// False when the wait was left before there was a result.
     bool WaitForResult(const std::function<bool()>& whileWaiting)
     {
         constexpr Millis Step{50};
         std::unique_lock lock(m_mutex);
-        while (!m_changed.wait_for(lock, Step, [&] { return m_result.has_value() || m_cancelled; })) {
+        while (!m_changed.wait_for(lock, Step, [&] { return m_result.has_value(); })) {
             if (!whileWaiting)
                 continue;
             lock.unlock();
@@ -200,7 +192,7 @@ private:
             if (!goOn)
                 return false;
         }
-        return m_result.has_value();
+        return true;
     }
 
     asio::io_context m_io;
@@ -208,7 +200,6 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::optional<Result<WireId>> m_result;
-    bool m_cancelled = false;
 
 public:
     PeerSockets Sockets;
@@ -241,11 +232,6 @@ void PeerNetwork::Run(const Work& work)
 Result<WireId> PeerNetwork::Request(const Work& start, const std::function<bool()>& whileWaiting)
 {
     return m_impl->Request(start, whileWaiting);
-}
-
-void PeerNetwork::Cancel()
-{
-    m_impl->Cancel();
 }
 
 bool PeerNetwork::Send(WireId from, WireId to, bool guaranteed, Bytes content)

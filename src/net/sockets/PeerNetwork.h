@@ -9,8 +9,7 @@
 #include <memory>
 
 namespace corvane::directplay {
-/// A peer's network thread. All members are called from the program's thread, except Cancel, which any thread may
-/// call.
+/// A peer's network thread. All members are called from the program's thread.
 class PeerNetwork {
 public:
     using Work = std::function<void(PeerMachine& machine, Millis now)>;
@@ -25,10 +24,8 @@ public:
 
     /// Runs work on the network thread and waits for its end, which is never far: nothing there blocks.
     void Run(const Work& work);
-    /// Starts a request and waits for its end, which the protocol's time limits bring.
+    /// Starts a request and waits for its end, which the protocol's time limits bring, or whileWaiting's false.
     Result<WireId> Request(const Work& start, const std::function<bool()>& whileWaiting);
-    /// Makes the request that is waiting fail, or the next one.
-    void Cancel();
     /// Hands over a message to be sent, without waiting. False, and nothing sent, when far too much waits already.
     bool Send(WireId from, WireId to, bool guaranteed, Bytes content);
     /// Leaves the session, and waits until the goodbyes are sent or the time for them is over.
