@@ -106,11 +106,6 @@ AlertOptions AlertsOf(const DisplayOptions& options) noexcept
             .ConflictSeconds = static_cast<double>(options.ConflictSeconds)};
 }
 
-std::span<const std::string_view> DisplayNames() noexcept
-{
-    return ReadySetNames;
-}
-
 std::optional<DisplayOptions> DisplayByName(std::string_view name, ControlMode mode) noexcept
 {
     if (name == ReadySetNames[0])
@@ -141,16 +136,6 @@ std::string DisplayOption::Range() const
         text += " without ";
         AppendNumber(text, *Except);
     }
-    return text;
-}
-
-std::string DisplayOption::ValueText(const DisplayOptions& options) const
-{
-    const double value = Get(options);
-    if (!Choices.empty())
-        return std::string(Choices[static_cast<std::size_t>(value)]);
-    std::string text;
-    AppendNumber(text, value);
     return text;
 }
 

@@ -53,9 +53,7 @@ DisplayOptions ModernDisplay(ControlMode mode = ControlMode::Airport) noexcept;
 TrackOptions TracksOf(const DisplayOptions& options) noexcept;
 AlertOptions AlertsOf(const DisplayOptions& options) noexcept;
 
-/// The ready sets' names, "classic" and "modern".
-std::span<const std::string_view> DisplayNames() noexcept;
-/// The ready set of a name; nothing for any other.
+/// The ready set of a name, "classic" or "modern"; nothing for any other.
 std::optional<DisplayOptions> DisplayByName(std::string_view name, ControlMode mode) noexcept;
 
 /// One of the options: its name, what people read about it, and the values that it takes. Values pass as numbers,
@@ -74,8 +72,6 @@ struct DisplayOption {
     [[nodiscard]] bool Takes(double value) const noexcept;
     /// "classic, compact or full", "0.5 to 20".
     [[nodiscard]] std::string Range() const;
-    /// A value as SetDisplayOption reads it.
-    [[nodiscard]] std::string ValueText(const DisplayOptions& options) const;
 };
 
 /// All options, in the order of the struct, which is that of windows and help texts.

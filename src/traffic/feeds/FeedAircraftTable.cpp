@@ -35,10 +35,8 @@ void FeedAircraftTable::Apply(const FeedReport& report, const FeedTimes& times)
         return;
     }
     if (found == m_aircraft.end()) {
-        if (m_aircraft.size() >= MostAircraft) {
-            ++m_notTakenUp;
+        if (m_aircraft.size() >= MostAircraft)
             return;
-        }
         found = m_aircraft.emplace(report.Address, Aircraft{}).first;
         found->second.LastWordMs = times.LastWordMs;
     }

@@ -39,7 +39,6 @@ public:
     [[nodiscard]] bool Contains(FeedAddress address) const { return m_aircraft.contains(address); }
     /// Those with a position and those without.
     [[nodiscard]] std::size_t Count() const noexcept { return m_aircraft.size(); }
-    [[nodiscard]] std::uint64_t NotTakenUp() const noexcept { return m_notTakenUp; }
 
 private:
     struct Fix {
@@ -79,6 +78,5 @@ private:
     TrafficEvents m_events;
     TrafficKey m_lastKey = 0;
     std::int64_t m_nextSweepMs = 0;
-    std::uint64_t m_notTakenUp = 0;
 };
 } // namespace corvane
