@@ -31,8 +31,8 @@ void FindControls::OpenWindow()
         Close();
         m_window = std::make_unique<FindWindow>(m_area, m_players);
         connect(m_window.get(), &FindWindow::Picked, this, &FindControls::CenterOn);
-        PlaceInCorner(m_parts.Desk, "places/find", m_parts.Radar, *m_window, Qt::TopRightCorner);
         BelongTo(*m_window, m_parts.Radar);
+        PlaceInCorner(m_parts.Desk, "places/find", m_parts.Radar, *m_window, Qt::TopRightCorner);
     }
     BringUp(*m_window);
     m_window->StartAgain();

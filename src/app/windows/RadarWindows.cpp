@@ -53,9 +53,9 @@ void RadarWindows::RunForScreenshot(const QString& fileName, int targets)
 
 void RadarWindows::Place()
 {
+    BelongTo(*m_chat, *m_main);
     PlaceRadar(*m_main, *m_chat);
     const bool hidden = RestorePlaces(m_desk, *m_main, *m_chat);
-    BelongTo(*m_chat, *m_main);
     m_main->show();
     if (!m_desk.Flag(RememberKey, false) || !hidden)
         m_chat->show();

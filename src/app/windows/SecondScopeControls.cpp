@@ -27,8 +27,8 @@ void SecondScopeControls::OpenWindow()
         connect(m_window.get(), &SecondScopeWindow::PropertiesRequested, this,
                 &SecondScopeControls::PropertiesRequested);
         connect(m_window.get(), &SecondScopeWindow::WriteRequested, this, &SecondScopeControls::WriteRequested);
-        PlaceInCorner(m_desk, "places/secondScope", m_parts.Radar, *m_window, Qt::TopRightCorner);
         BelongTo(*m_window, m_parts.Radar);
+        PlaceInCorner(m_desk, "places/secondScope", m_parts.Radar, *m_window, Qt::TopRightCorner);
     }
     BringUp(*m_window);
 }

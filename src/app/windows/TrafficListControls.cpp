@@ -48,8 +48,8 @@ void TrafficListControls::OpenWindow()
     if (!m_window) {
         m_window = std::make_unique<TrafficWindow>(m_state.Players);
         connect(m_window.get(), &TrafficWindow::CenterRequested, this, &TrafficListControls::CenterRequested);
-        PlaceInCorner(m_desk, "places/traffic", m_radar, *m_window, Qt::BottomLeftCorner);
         BelongTo(*m_window, m_radar);
+        PlaceInCorner(m_desk, "places/traffic", m_radar, *m_window, Qt::BottomLeftCorner);
     }
     Refresh();
     BringUp(*m_window);

@@ -5,7 +5,8 @@ class QWidget;
 
 namespace corvane {
 /// Makes a window another's: the desktop keeps it above that one, minimises both together, and covers no other
-/// program's windows with it. A window flag that is set later undoes it.
+/// program's windows with it. A window flag that is set later undoes it. It
+/// comes before the window's place is set, which it would move by the frame's size.
 void BelongTo(QWidget& window, QWidget& owner);
 
 /// Shows a window in front of the others, with the keyboard.

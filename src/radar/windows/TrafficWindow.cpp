@@ -6,7 +6,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QShortcut>
+
+#include <algorithm>
 
 namespace corvane {
 TrafficWindow::TrafficWindow(PlayerTable& players) : m_ui(std::make_unique<Ui::TrafficForm>()), m_items(players, this)
@@ -42,9 +45,24 @@ void TrafficWindow::Show(std::vector<TrafficRow> rows)
     if (!first || m_sorted.rowCount() == 0)
         return;
     m_ui->Members->setCurrentIndex(m_sorted.index(0, 0)); // where the keyboard begins
+    SizeColumns();
+}
+
+/// Gives columns the width of their texts, and room for those that come later.
+void TrafficWindow::SizeColumns()
+{
+    constexpr int RowGapPx = 8;
     m_ui->Members->resizeColumnsToContents();
-    const int textWidth = m_ui->Members->fontMetrics().horizontalAdvance("Piston Plane  ");
-    m_ui->Members->setColumnWidth(static_cast<int>(TrafficColumn::Type), textWidth); // its texts come later
+    const QFontMetrics font = m_ui->Members->fontMetrics();
+    const auto leaveRoom = [&](TrafficColumn column, const char* text) {
+        const int at = static_cast<int>(column);
+        m_ui->Members->setColumnWidth(at, std::max(m_ui->Members->columnWidth(at), font.horizontalAdvance(text)));
+    };
+    leaveRoom(TrafficColumn::Callsign, "Marigold1000");
+    leaveRoom(TrafficColumn::Type, "Piston Plane  ");
+    leaveRoom(TrafficColumn::Departure, "KMMM  ");
+    leaveRoom(TrafficColumn::Destination, "KMMM  ");
+    m_ui->Members->verticalHeader()->setDefaultSectionSize(font.height() + RowGapPx);
 }
 
 /// Edits the part of the flight plan that is current; from any other column, the destination.

@@ -30,6 +30,7 @@ private:
     void CopyAsCsv();
     void EditPlan();
     void ShowOnlyUsedColumns();
+    void SizeColumns();
 
     std::unique_ptr<Ui::TrafficForm> m_ui;
     TrafficItems m_items;
