@@ -146,20 +146,59 @@ TEST_F(WorldCommands, ReadADatabaseThatWasCutAndSaySo)
     EXPECT_EQ(JsonLines(dump.Out).back()["RangeNm"], 0);
 }
 
+/// A scenery file with a boundary chain at 0xA6, where two bytes are left.
+std::string BrokenBgl()
+{
+    std::string bgl(0xA8, '\0');
+    bgl.replace(0x76, 4, "\x21\x43\x65\x87");
+    bgl[0x90] = 1;
+    bgl[0xA4] = '\xA6';
+    return bgl;
+}
+
 TEST_F(WorldCommands, AFailedBuildLeavesNoDatabase)
 {
     const TemporaryFolder broken;
     const std::string folder = broken.Path().string();
     broken.Write("fs/scenery.cfg", std::string("[Area.001]\r\nTitle=Broken\r\nLocal=Bad\r\n"));
-    std::string bgl(0xA8, '\0'); // names a boundary chain at 0xA6, where two bytes are left
-    bgl.replace(0x76, 4, "\x21\x43\x65\x87");
-    bgl[0x90] = 1;
-    bgl[0xA4] = '\xA6';
-    broken.Write("fs/Bad/scenery/x.bgl", bgl);
+    broken.Write("fs/Bad/scenery/x.bgl", BrokenBgl());
     const CommandRun run = RunCli({"build", "--fs-folder", folder + "/fs", "--app-folder", folder});
     EXPECT_EQ(run.Status, 1);
     EXPECT_THAT(run.Notices, testing::HasSubstr("x.bgl"));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1) << "only the simulator's folder stays";
+}
+
+TEST_F(WorldCommands, ABuildThatKeepsGoingHasTheRestAndReportsWhatItPassedOver)
+{
+    const TemporaryFolder partly;
+    const std::string folder = partly.Path().string();
+    const std::string report = folder + "/report.jsonl";
+    std::filesystem::copy(Folder() + "/fs2002", folder + "/fs", std::filesystem::copy_options::recursive);
+    partly.Write("fs/Scenery.CFG", ContentOf(partly.Path() / "fs/Scenery.CFG") +
+                                       "\r\n[Area.999]\r\nTitle=Sch\xF6n\r\nLocal=Bad\r\nLayer=999\r\n");
+    partly.Write("fs/Bad/scenery/x.bgl", BrokenBgl());
+    const std::vector<std::string> build = {"build", "--fs-folder", folder + "/fs", "--app-folder", folder};
+    const auto with = [&](std::vector<std::string> more) {
+        more.insert(more.begin(), build.begin(), build.end());
+        return RunCli(more);
+    };
+    EXPECT_NE(with({"--report", report}).Status, 0) << "reports only what it goes past";
+    const CommandRun run = with({"--keep-going", "--report", report});
+    EXPECT_EQ(run.Status, 0) << run.Notices;
+    EXPECT_EQ(json::parse(run.Out)["AirportCount"], 150);
+    EXPECT_THAT(run.Notices, testing::HasSubstr("x.bgl"));
+    const std::vector<json> lines = JsonLines(ContentOf(report));
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_THAT(lines[0]["File"].get<std::string>(), testing::EndsWith("x.bgl"));
+    EXPECT_EQ(lines[0]["Area"], "Sch\u00F6n");
+    EXPECT_EQ(lines[0]["Line"], 0);
+    EXPECT_GT(lines[0]["Offset"], 0);
+    EXPECT_FALSE(lines[0]["Why"].get<std::string>().empty());
+    EXPECT_EQ(lines[0]["Records"]["Airspaces"], 0);
+    partly.Write("fs/Bad/scenery/x.bgl", std::string(0xA8, '\0'));
+    const CommandRun whole = with({"--keep-going", "--report", report});
+    EXPECT_EQ(whole.Notices, "");
+    EXPECT_EQ(ContentOf(report), "") << "a report of nothing replaces the last one";
 }
 
 TEST_F(WorldCommands, AreaCollectsWhatLiesAround)
