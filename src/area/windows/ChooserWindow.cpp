@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QLineEdit>
 
 #include <thread>
 
@@ -16,11 +17,20 @@ namespace corvane {
 static constexpr const char* LastAirport = "area/airport";
 static constexpr const char* LastSector = "area/sector";
 
+static void KeepRoomFor(QWidget& hidden)
+{
+    QSizePolicy policy = hidden.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    hidden.setSizePolicy(policy);
+}
+
 ChooserWindow::ChooserWindow(const ChooserState& state, MessageBoxes& boxes, DeskSettings& desk)
     : m_ui(std::make_unique<Ui::Form5>()), m_boxes(boxes), m_desk(desk), m_model(state, *this)
 {
     m_ui->setupUi(this);
     PressOnReturn(*this);
+    for (QLabel* notice : {m_ui->NoMatch1, m_ui->NoMatch2})
+        KeepRoomFor(*notice); // what is below it, and lists that hang there, stay where they are
     ShowPlaceholder(*m_ui->Combo1);
     ShowPlaceholder(*m_ui->Combo2);
     TakeTypedEntry(*m_ui->Combo1, m_model.AirportEntries(), *m_ui->NoMatch1, [this] { m_ui->Command3->click(); });
@@ -56,6 +66,7 @@ void ChooserWindow::OpenLists()
         return;
     OfferLastArea();
     m_ui->Combo1->setFocus();
+    m_ui->Combo1->lineEdit()->selectAll(); // what is typed takes the place of what is offered
     emit Ready();
 }
 
