@@ -30,14 +30,17 @@ void BuildReportDialog::FillTable()
         m_ui->Problems->setRowCount(row + static_cast<int>(file.Problems.First.size()));
         for (const ScanProblem& problem : file.Problems.First) {
             const QStringList cells = start + QStringList{QString::number(problem.Offset), ToQString(problem.Why)};
-            for (int column = 0; column < cells.size(); ++column)
-                m_ui->Problems->setItem(row, column, new QTableWidgetItem(cells[column])); // the table's
+            for (int column = 0; column < cells.size(); ++column) {
+                auto* const cell = new QTableWidgetItem(cells[column]);           // the table's
+                cell->setToolTip("<p>" + cells[column].toHtmlEscaped() + "</p>"); // long reasons are cut off
+                m_ui->Problems->setItem(row, column, cell);
+            }
             ++row;
         }
     }
     m_ui->Problems->resizeColumnsToContents();
-    m_ui->Summary->setText(tr("The build has gone past %1 problems in %2 scenery files. The database has what could be "
-                              "read of them.")
+    m_ui->Summary->setText(tr("Problems that the build has gone past: %1, in scenery files: %2. The database has what "
+                              "could be read of them.")
                                .arg(problems)
                                .arg(m_files.size()));
 }
