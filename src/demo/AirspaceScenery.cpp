@@ -95,6 +95,7 @@ bool HasClassB(const AirportSource& airport)
         "KADW", "KATL", "KBOS", "KBWI", "KCLE", "KCLT", "KCVG", "KDCA", "KDEN", "KDFW", "KDTW", "KEWR", "KHOU",
         "KIAD", "KIAH", "KJFK", "KLAS", "KLAX", "KLGA", "KMCI", "KMCO", "KMEM", "KMIA", "KMSP", "KMSY", "KNKX",
         "KORD", "KPHL", "KPHX", "KPIT", "KSAN", "KSEA", "KSFO", "KSLC", "KSTL", "KTPA", "PHNL"};
+    static_assert(std::ranges::is_sorted(Airports));
     return std::ranges::binary_search(Airports, airport.Icao);
 }
 

@@ -127,6 +127,8 @@ void RadarWindows::OpenPlayerProperties(const QString& picked)
 
 void RadarWindows::OpenOver(std::unique_ptr<QWidget> window)
 {
+    assert(m_main);
+    m_closed.Take(m_over, *this);
     m_main->TakeOver();
     m_over = std::move(window);
     PlaceOverRadar(*m_over);
@@ -154,6 +156,7 @@ void RadarWindows::PlaceOverRadar(QWidget& window) const
 
 void RadarWindows::GiveBack()
 {
+    assert(m_main);
     m_main->GiveBack();
 }
 
@@ -174,6 +177,7 @@ void RadarWindows::ShowWhatTookTheRadar()
 
 void RadarWindows::CreateNewDatabase()
 {
+    assert(m_main);
     m_main->TakeOver();
     if (CreateNewDatabaseFiles(m_state, m_boxes))
         emit DatabaseDeleted();

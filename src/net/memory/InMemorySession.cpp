@@ -3,7 +3,7 @@
 #include "core/NumberText.h"
 
 #include <algorithm>
-#include <set>
+#include <cassert>
 #include <utility>
 
 namespace corvane {
@@ -19,8 +19,10 @@ void InMemoryMachine::Queue(ReceivedMessage message)
 
 ReceivedMessage InMemoryMachine::Take()
 {
+    assert(!m_queue.empty());
     ReceivedMessage message = std::move(m_queue.front());
     m_queue.pop_front();
+    assert(m_waiting.contains(message.To)); // Forget takes a player's messages along with the count
     --m_waiting[message.To];
     return message;
 }
@@ -74,6 +76,7 @@ InMemorySession::InMemorySession(SessionEntry description, InMemoryMachine& host
 
 bool InMemorySession::Enter(InMemoryMachine& machine)
 {
+    assert(machine.Id == 0 && machine.IsEmpty()); // it has left the session that it was in
     if (m_table.Names.AddMachine(m_nextMachine) == nullptr)
         return false;
     machine.Id = m_nextMachine++;
@@ -107,6 +110,7 @@ Result<void> InMemorySession::Join(InMemoryMachine& machine, std::string_view pa
 
 void InMemorySession::Leave(InMemoryMachine& machine)
 {
+    assert(m_machines.contains(machine.Id));
     const bool hosted = IsHost(machine);
     m_table.ForgetMachine(machine.Id);
     m_table.Changes = {};
