@@ -33,11 +33,13 @@ protected:
         for (const char* timer : {"Timer1", "Timer3"})
             EXPECT_TRUE(In<QTimer>(m_radar, timer).isActive()) << by << ": the session goes on";
     }
-    /// A shortcut of the window. X may tell late that the window before this one is gone, and the keyboard with it.
+    /// A shortcut of the window. X may give the keyboard to the radar late, when the window before this one is gone.
     static void PressEscape(QWidget* window)
     {
-        window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+        EXPECT_TRUE(WaitUntil([&] {
+            window->activateWindow();
+            return QApplication::activeWindow() == window;
+        }));
         QTest::keyClick(window, Qt::Key_Escape);
     }
     /// Picks the first pilot whose position has arrived; the practice pilots report within seconds.
