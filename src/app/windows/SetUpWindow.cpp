@@ -8,6 +8,9 @@
 #include <QFileDialog>
 #include <QFileSystemModel>
 #include <QStorageInfo>
+#include <QTimer>
+
+#include <chrono>
 
 namespace corvane {
 SetUpWindow::SetUpWindow(AppState& state, MessageBoxes& boxes)
@@ -51,12 +54,15 @@ void SetUpWindow::PointAt(const QString& folder)
     m_ui->Text1->setText(QDir::toNativeSeparators(folder));
 }
 
-/// Folders are listed in the background, and those that come above the current one would push it out of sight.
+/// Folders are listed in the background, and those that come above the current one would push it out of sight; they
+/// are put into their order when the model's timer of 0 ms has run out, after it has told of them.
 void SetUpWindow::KeepInSight(const QString& loaded)
 {
-    const QModelIndex current = m_ui->Dir1->currentIndex();
-    if (m_folders->filePath(current).startsWith(loaded))
-        m_ui->Dir1->scrollTo(current, QAbstractItemView::PositionAtTop);
+    constexpr std::chrono::milliseconds BehindTheirOrder(1);
+    if (m_folders->filePath(m_ui->Dir1->currentIndex()).startsWith(loaded))
+        QTimer::singleShot(BehindTheirOrder, this, [this] {
+            m_ui->Dir1->scrollTo(m_ui->Dir1->currentIndex(), QAbstractItemView::PositionAtTop);
+        });
 }
 
 void SetUpWindow::ChooseFolder(const QModelIndex& index)
