@@ -5,6 +5,7 @@
 #include "bench/SessionScene.h"
 #include "core/MagVarGrid.h"
 #include "follow/SessionFollower.h"
+#include "tests/traffic/NobodyListens.h"
 #include "traffic/NearestTraffic.h"
 #include "traffic/TrafficProvider.h"
 #include "traffic/feeds/BaseStationSource.h"
@@ -113,17 +114,11 @@ private:
     BaseStationSource m_source;
 };
 
-class NobodyListens final : public SessionEvents {
+class Updates final : public test::NobodyListens {
 public:
-    void Joined(PlayerId /*ownPlayerId*/, std::string_view /*session*/) override {}
-    void PlayerAdded(const PlayerRecord& /*player*/) override {}
-    void PlayerUpdated(const PlayerRecord& /*player*/) override { ++Updates; }
-    void PlayerRemoved(const PlayerRecord& /*player*/) override {}
-    void Chat(std::string_view /*from*/, std::string_view /*text*/) override {}
-    void Notice(MessageIcon /*icon*/, std::string_view /*text*/) override {}
-    void Disconnected(std::string_view /*reason*/) override {}
+    void PlayerUpdated(const PlayerRecord& /*player*/) override { ++Count; }
 
-    std::size_t Updates = 0;
+    std::size_t Count = 0;
 };
 
 void FeedToPlayers(benchmark::State& state)
@@ -140,7 +135,7 @@ void FeedToPlayers(benchmark::State& state)
     };
     TrafficProvider provider(std::move(connection), details);
     const MagVarGrid grid;
-    NobodyListens events;
+    Updates events;
     SessionFollower follower(provider, grid, events, {});
     if (!follower.Join())
         std::abort();
@@ -156,11 +151,11 @@ void FeedToPlayers(benchmark::State& state)
             for (int i = 0; i < 10; ++i)
                 tenth();
         }));
-    if (follower.Players().PlayerCount() != MemberCount + 1)
+    if (follower.Players().PlayerCount() <= MemberCount) // and this end; who has just gone may still stand there
         std::abort();
     state.counters["players"] = static_cast<double>(follower.Players().PlayerCount());
     state.counters["updates_per_second"] =
-        static_cast<double>(events.Updates) / static_cast<double>(state.iterations() + 10);
+        static_cast<double>(events.Count) / static_cast<double>(state.iterations() + 10);
 }
 BENCHMARK(FeedToPlayers)->UseManualTime()->Unit(benchmark::kMillisecond);
 } // namespace

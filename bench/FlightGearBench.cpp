@@ -3,6 +3,7 @@
 
 #include "core/MagVarGrid.h"
 #include "follow/SessionFollower.h"
+#include "tests/traffic/NobodyListens.h"
 #include "traffic/TrafficProvider.h"
 #include "traffic/flightgear/FlightGearFeed.h"
 #include "traffic/flightgear/Packet.h"
@@ -138,17 +139,6 @@ void BareReceiver(benchmark::State& state)
 }
 BENCHMARK(BareReceiver)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
-class NobodyListens final : public SessionEvents {
-public:
-    void Joined(PlayerId /*ownPlayerId*/, std::string_view /*session*/) override {}
-    void PlayerAdded(const PlayerRecord& /*player*/) override {}
-    void PlayerUpdated(const PlayerRecord& /*player*/) override {}
-    void PlayerRemoved(const PlayerRecord& /*player*/) override {}
-    void Chat(std::string_view /*from*/, std::string_view /*text*/) override {}
-    void Notice(MessageIcon /*icon*/, std::string_view /*text*/) override {}
-    void Disconnected(std::string_view /*reason*/) override {}
-};
-
 /// The program's end: its feed's thread, and this one, which ticks as the program does.
 void FlightGearToPlayers(benchmark::State& state)
 {
@@ -168,7 +158,7 @@ void FlightGearToPlayers(benchmark::State& state)
     };
     TrafficProvider provider(std::move(connection), details);
     const auto grid = std::make_unique<MagVarGrid>();
-    NobodyListens events;
+    test::NobodyListens events;
     SessionFollower follower(provider, *grid, events, {});
     if (!follower.Join())
         std::abort();

@@ -4,6 +4,7 @@
 #include "follow/SessionFollower.h"
 #include "tests/core/TemporaryFolder.h"
 #include "tests/net/LoopbackAddress.h"
+#include "tests/traffic/NobodyListens.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,17 +18,6 @@
 namespace corvane {
 namespace {
 using test::LoopbackAddress;
-
-class Nothing final : public SessionEvents {
-public:
-    void Joined(PlayerId /*ownPlayerId*/, std::string_view /*session*/) override {}
-    void PlayerAdded(const PlayerRecord& /*player*/) override {}
-    void PlayerUpdated(const PlayerRecord& /*player*/) override {}
-    void PlayerRemoved(const PlayerRecord& /*player*/) override {}
-    void Chat(std::string_view /*from*/, std::string_view /*text*/) override {}
-    void Notice(MessageIcon /*icon*/, std::string_view /*text*/) override {}
-    void Disconnected(std::string_view /*reason*/) override {}
-};
 
 class TrafficHostingTest : public testing::Test {
 protected:
@@ -74,7 +64,7 @@ protected:
     std::unique_ptr<TrafficProvider> m_provider;
     std::unique_ptr<AppState> m_state = std::make_unique<AppState>();
     std::unique_ptr<MagVarGrid> m_grid = std::make_unique<MagVarGrid>();
-    Nothing m_events;
+    test::NobodyListens m_events;
     std::int64_t m_nowMs = 0;
 };
 

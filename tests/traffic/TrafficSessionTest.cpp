@@ -153,6 +153,23 @@ TEST_F(PlayedTraffic, HasItsAircraftAsMembers)
     EXPECT_EQ(Events.Players.size(), 2U);
 }
 
+/// A scope that looks elsewhere loses its whole sky between two looks at the messages.
+TEST_F(PlayedTraffic, OutlivesThousandsThatComeAndGoAtOnce)
+{
+    constexpr TrafficKey Aircraft = 5000;
+    for (TrafficKey key = 0; key < Aircraft; ++key) {
+        Tell(Cessna(key, "GONE" + std::to_string(key)));
+        Tell(Moved(key, 3000));
+    }
+    for (TrafficKey key = 0; key < Aircraft; ++key)
+        Tell(AircraftVanished{key});
+    Tell(Cessna(Aircraft, "STAYS"));
+    Join();
+    EXPECT_EQ(Events.Players.size(), 2U);
+    Live(35000);
+    EXPECT_THAT(Events.Names(), testing::UnorderedElementsAre("**ATC Controller player", "STAYS player"));
+}
+
 TEST_F(PlayedTraffic, HearsTheControllerOrSaysThatItCannot)
 {
     Tell(Cessna(1, "TEST01"));

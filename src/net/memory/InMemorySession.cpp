@@ -59,9 +59,13 @@ static std::string Narrowed(std::u16string_view wide)
     return text;
 }
 
-/// Nobody here is a stranger.
-static constexpr directplay::TableLimits Limits{
-    .LowestId = 1, .Machines = 65536, .Players = 65536, .Groups = 65536, .DepartedOfMachine = 1024};
+/// Nobody here is a stranger. Whoever's message still waits must have a name for its reader, also when all members of
+/// a machine leave at once.
+static constexpr directplay::TableLimits Limits{.LowestId = 1,
+                                                .Machines = 65536,
+                                                .Players = 65536,
+                                                .Groups = 65536,
+                                                .DepartedOfMachine = InMemoryMachine::QueueLimit};
 static constexpr WireId FirstMachine = 0x80000000; // no player is called that, and those who come later are higher
 
 InMemorySession::InMemorySession(SessionEntry description, InMemoryMachine& host)
