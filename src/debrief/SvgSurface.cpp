@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace corvane {
 static constexpr std::int32_t FontPx = 11;
