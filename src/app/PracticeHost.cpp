@@ -57,6 +57,13 @@ Result<void> PracticeHost::ServeAt(std::string_view address, const AreaModel& ar
     return hosted;
 }
 
+std::optional<PracticeWind> PracticeHost::WindIn(std::string_view instanceGuid) const
+{
+    if (!m_session || m_session->Entry().InstanceGuid != instanceGuid)
+        return std::nullopt;
+    return m_playing ? m_scenarios[*m_playing].Wind : PracticeWind();
+}
+
 void PracticeHost::Advance(double nowS)
 {
     if (m_session)

@@ -48,6 +48,8 @@ public:
     Result<void> ServeAt(std::string_view address, const AreaModel& area);
     /// Where other machines can join the session; empty while they cannot.
     [[nodiscard]] const std::string& ServedAt() const noexcept { return m_address; }
+    /// The wind in the session of that instance GUID; nothing where that is another's.
+    [[nodiscard]] std::optional<PracticeWind> WindIn(std::string_view instanceGuid) const;
     /// Lives on to a time on a clock in seconds.
     void Advance(double nowS);
 

@@ -1,8 +1,8 @@
 #include "cli/HostDebrief.h"
 
-#include "core/AtomicFile.h"
-#include "debrief/DebriefPage.h"
-#include "debrief/TracksPicture.h"
+#include "debrief/DebriefFile.h"
+
+#include <algorithm>
 
 namespace corvane {
 static constexpr std::int64_t MsPerS = 1000;
@@ -23,10 +23,6 @@ void HostDebrief::Chat(std::string_view from, std::string_view text)
 
 Result<void> HostDebrief::Write(const std::filesystem::path& file, const std::string& session) const
 {
-    const Debrief debrief = m_watch.Judge(session);
-    const std::string content = file.extension() == ".json"
-                                    ? DebriefJson(debrief)
-                                    : DebriefPage(debrief, TimelineSvg(debrief) + TracksSvg(debrief, m_area, m_grid));
-    return WriteFileAtomically(file, {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    return WriteDebrief(file, m_watch.Judge(session), m_area, m_grid);
 }
 } // namespace corvane

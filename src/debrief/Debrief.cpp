@@ -18,4 +18,12 @@ std::optional<double> DebriefFlight::DelayS() const
         return std::nullopt;
     return std::max(0.0, *LandedS - Track.front().TimeS - *UnhinderedS);
 }
+
+std::optional<DebriefMoment> Debrief::MomentOf(double timeS) const
+{
+    for (const DebriefRecording& recording : Recordings)
+        if (timeS >= recording.BeginS && timeS <= recording.EndS)
+            return DebriefMoment{recording.File, timeS - recording.BeginS};
+    return std::nullopt;
+}
 } // namespace corvane

@@ -3,6 +3,7 @@
 #include "core/LatLon.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -53,6 +54,19 @@ struct DebriefFlight {
     [[nodiscard]] std::optional<double> DelayS() const;
 };
 
+/// A file to which a stretch of the session was recorded.
+struct DebriefRecording {
+    std::filesystem::path File;
+    double BeginS = 0; ///< since the session began
+    double EndS = 0;
+};
+
+/// A moment of the session in its recording.
+struct DebriefMoment {
+    std::filesystem::path File;
+    double AtS = 0; ///< since the recording began, not below 0
+};
+
 /// What a session of controlling came to. Texts are Windows-1252.
 struct Debrief {
     std::string Session;
@@ -70,5 +84,9 @@ struct Debrief {
     std::vector<DebriefItem> Items; ///< by time
     std::vector<DebriefFlight> Flights;
     std::vector<int> Handled; ///< aircraft that were yours, at the end of each minute
+    std::vector<DebriefRecording> Recordings;
+
+    /// Where a time of the session is recorded; nothing where it is not.
+    [[nodiscard]] std::optional<DebriefMoment> MomentOf(double timeS) const;
 };
 } // namespace corvane

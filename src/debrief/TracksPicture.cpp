@@ -14,10 +14,12 @@ ScopeView ViewOfTracks(const Debrief& debrief, const AreaModel& area, std::int32
 {
     constexpr std::int16_t ClosestLevel = 30;
     constexpr std::int16_t FarthestLevel = 8;
-    const auto allInside = [&debrief](const ScopeView& view) {
+    const bool anyYours = std::any_of(debrief.Flights.begin(), debrief.Flights.end(),
+                                      [](const DebriefFlight& flight) { return flight.YoursS.has_value(); });
+    const auto allInside = [&debrief, anyYours](const ScopeView& view) {
         for (const DebriefFlight& flight : debrief.Flights)
             for (const DebriefPlace& place : flight.Track)
-                if (flight.YoursS && !VisiblePixel(view, place.Position))
+                if ((flight.YoursS || !anyYours) && !VisiblePixel(view, place.Position))
                     return false;
         return true;
     };
@@ -48,50 +50,59 @@ void DrawTracks(Surface& surface, const Debrief& debrief, const MapScene& scene)
     surface.RestoreDefaults();
 }
 
-std::string TracksSvg(const Debrief& debrief, const AreaModel& area, const MagVarGrid& grid)
+void DrawTracksPicture(Surface& surface, const Debrief& debrief, const AreaModel& area, const MagVarGrid& grid,
+                       PictureSize size)
 {
-    constexpr std::int32_t WidthPx = 1000;
-    constexpr std::int32_t HeightPx = 800;
     DisplayFlags flags;
     flags.ShowTaxiwayIds = false;
     flags.ShowGates = false;
-    const ScopeView view = ViewOfTracks(debrief, area, WidthPx, HeightPx);
-    SvgSurface surface(WidthPx, HeightPx);
+    const ScopeView view = ViewOfTracks(debrief, area, size.WidthPx, size.HeightPx);
     DrawTracks(surface, debrief, {area, grid, view, flags});
-    return surface.Element("The tracks of all flights over the map");
 }
 
-std::string TimelineSvg(const Debrief& debrief)
+void DrawTimeline(Surface& surface, const Debrief& debrief, PictureSize size)
 {
-    constexpr std::int32_t WidthPx = 1000;
-    constexpr std::int32_t HeightPx = 160;
     constexpr std::int32_t LeftPx = 30;
     constexpr std::int32_t FootPx = 20;
-    SvgSurface surface(WidthPx, HeightPx);
     const int most =
         debrief.Handled.empty() ? 1 : std::max(1, *std::max_element(debrief.Handled.begin(), debrief.Handled.end()));
-    const double minutePx =
-        static_cast<double>(WidthPx - LeftPx) / static_cast<double>(std::max<std::size_t>(debrief.Handled.size(), 1));
+    const double minutePx = static_cast<double>(size.WidthPx - LeftPx) /
+                            static_cast<double>(std::max<std::size_t>(debrief.Handled.size(), 1));
     const auto height = [&](int handled) {
-        return static_cast<std::int32_t>(static_cast<double>(HeightPx - FootPx - 10) * handled / most);
+        return static_cast<std::int32_t>(static_cast<double>(size.HeightPx - FootPx - 10) * handled / most);
     };
     surface.State.PenColor = {120, 120, 120};
-    surface.Line({LeftPx, HeightPx - FootPx}, {WidthPx, HeightPx - FootPx});
-    surface.TextOut({4, HeightPx - FootPx - height(most) - 6}, NumberText(std::int32_t{most}));
-    surface.TextOut({4, HeightPx - FootPx - 8}, "0");
+    surface.Line({LeftPx, size.HeightPx - FootPx}, {size.WidthPx, size.HeightPx - FootPx});
+    surface.TextOut({4, size.HeightPx - FootPx - height(most) - 6}, NumberText(std::int32_t{most}));
+    surface.TextOut({4, size.HeightPx - FootPx - 8}, "0");
     const std::size_t step = std::max<std::size_t>(1, debrief.Handled.size() / 10);
     for (std::size_t minute = 0; minute < debrief.Handled.size(); ++minute) {
         const auto left = LeftPx + static_cast<std::int32_t>(static_cast<double>(minute) * minutePx);
         const auto right = LeftPx + static_cast<std::int32_t>(static_cast<double>(minute + 1) * minutePx);
-        const std::int32_t top = HeightPx - FootPx - height(debrief.Handled[minute]);
-        const std::int32_t before = minute == 0 ? top : HeightPx - FootPx - height(debrief.Handled[minute - 1]);
+        const std::int32_t top = size.HeightPx - FootPx - height(debrief.Handled[minute]);
+        const std::int32_t before = minute == 0 ? top : size.HeightPx - FootPx - height(debrief.Handled[minute - 1]);
         surface.State.PenColor = ScopeGreen;
         surface.Line({left, before}, {left, top});
         surface.Line({left, top}, {right, top});
         surface.State.PenColor = {120, 120, 120};
         if (minute % step == 0)
-            surface.TextOut({left, HeightPx - FootPx + 4}, NumberText(static_cast<std::int32_t>(minute)) + " min");
+            surface.TextOut({left, size.HeightPx - FootPx + 4}, NumberText(static_cast<std::int32_t>(minute)) + " min");
     }
-    return surface.Element("Aircraft handled, minute by minute");
+}
+
+std::string TracksSvg(const Debrief& debrief, const AreaModel& area, const MagVarGrid& grid)
+{
+    constexpr PictureSize Size{1000, 800};
+    SvgSurface surface(Size.WidthPx, Size.HeightPx);
+    DrawTracksPicture(surface, debrief, area, grid, Size);
+    return surface.Element(TracksLabel);
+}
+
+std::string TimelineSvg(const Debrief& debrief)
+{
+    constexpr PictureSize Size{1000, 160};
+    SvgSurface surface(Size.WidthPx, Size.HeightPx);
+    DrawTimeline(surface, debrief, Size);
+    return surface.Element(TimelineLabel);
 }
 } // namespace corvane

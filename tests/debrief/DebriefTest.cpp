@@ -1,6 +1,8 @@
 #include "core/GreatCircle.h"
 #include "debrief/DebriefPage.h"
+#include "debrief/DebriefTables.h"
 #include "debrief/DebriefWatch.h"
+#include "debrief/SessionDebrief.h"
 #include "debrief/TracksPicture.h"
 #include "practice/Pilot.h"
 #include "tests/practice/PracticeWorld.h"
@@ -198,6 +200,46 @@ TEST_F(Debriefs, PagesEscapeNamesAndStandOnTheirOwn)
     const auto json = nlohmann::json::parse(DebriefJson(debrief));
     EXPECT_EQ(json["Flights"][0]["Callsign"], "<b>&\"1");
     EXPECT_FALSE(json["Flights"][0]["Track"].empty());
+}
+
+TEST(SessionDebriefs, CountTheOwnWordsAloneAndKnowWhereTheSessionIsRecorded)
+{
+    const auto grid = std::make_unique<MagVarGrid>();
+    SessionDebrief session(std::make_shared<const AreaModel>(), *grid, "Practice");
+    PlayerTable table;
+    table.Append("**Me", 1, PilotRole); // as joining enters the own player
+    table.Append("**Other", 2, ObserverRole);
+    table.Append("Alfa1", 3, PilotRole);
+    const auto say = [&](const char* from, const char* text, double nowS) {
+        session.Hear(from, text, table.Players(), 1, nowS);
+    };
+    session.Refresh(table.Players(), 1, 1);
+    say("**Other", "Alfa1 climb 5000", 2);
+    say("Alfa1", "climbing 5000, Alfa1", 3);
+    say("Gone", "Alfa1 climb 5000", 4);
+    EXPECT_EQ(session.Judge().Instructions, 0);
+    say("**Me", "Alfa1 brew coffee", 50);
+    say("Alfa1", "say again, Alfa1", 51);
+
+    session.Recorded("one.cvr", 0.5, 40);
+    session.Recorded("one.cvr", 11, 50.5);
+    session.Recorded("two.cvr", 1, 61);
+    session.NotRecorded();
+    session.Recorded("two.cvr", 1, 81); // again, over the same file
+    session.Recorded("two.cvr", 9, 89);
+    const Debrief debrief = session.Judge();
+    EXPECT_EQ(debrief.NotUnderstood, 1);
+    const auto where = [&debrief](double timeS) {
+        const auto moment = debrief.MomentOf(timeS);
+        return moment ? moment->File.string() + ' ' + ClockText(moment->AtS) : std::string("nowhere");
+    };
+    EXPECT_EQ(where(39), "nowhere");
+    EXPECT_EQ(where(45.5), "one.cvr 0:06");
+    EXPECT_EQ(where(61), "nowhere") << "what was there has been replaced";
+    EXPECT_EQ(where(85), "two.cvr 0:05");
+    EXPECT_EQ(where(90), "nowhere");
+    EXPECT_EQ(ItemTable(debrief).Rows.front().back(), "-");
+    EXPECT_THAT(DebriefPage(debrief, {}), HasSubstr("In the recording"));
 }
 } // namespace
 } // namespace corvane

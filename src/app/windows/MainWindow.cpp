@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "app/windows/AttentionControls.h"
 #include "app/windows/Bookmarks.h"
+#include "app/windows/DebriefControls.h"
 #include "app/windows/FindControls.h"
 #include "app/windows/HealthLine.h"
 #include "app/windows/NoticeLine.h"
@@ -131,6 +132,8 @@ void MainWindow::ConnectControls()
     KeepSwitch(*m_ui->remember_op1, RememberKey);
     KeepSwitch(*m_ui->ask_op1, AskKey);
     KeepSwitch(*m_ui->forgive_op1, ForgiveKey);
+    KeepSwitch(*m_ui->debrief_op1, DebriefControls::AtEndKey);
+    connect(m_ui->debrief1, &QAction::triggered, this, &MainWindow::DebriefRequested);
     m_pump.PassMalformed(m_ui->forgive_op1->isChecked());
     connect(m_ui->forgive_op1, &QAction::toggled, this, [this](bool on) { m_pump.PassMalformed(on); });
     connect(m_ui->about_program1, &QAction::triggered, this, &MainWindow::AboutRequested);
@@ -315,6 +318,12 @@ void MainWindow::RecenterView(LatLon center)
 void MainWindow::KeepView()
 {
     KeepRadarView(m_desk, m_state.Area, m_state.Flags, m_display.View());
+}
+
+void MainWindow::OfferDebrief()
+{
+    m_ui->debrief1->setVisible(true);
+    m_ui->debrief_op1->setVisible(true);
 }
 
 void MainWindow::ShowUnread(int lines)

@@ -57,6 +57,8 @@ public:
     void ShowUnread(int lines);
     /// Remembers view and preferences for the next session over this area.
     void KeepView();
+    /// The session is one whose debrief can be asked for.
+    void OfferDebrief();
     /// Leaves the session; the window has done its part then.
     void Leave();
 
@@ -72,6 +74,7 @@ signals:
     void ChatRequested();
     void PreferencesRequested();
     void AboutRequested();
+    void DebriefRequested();
     /// Sessions are to be located as soon as this one has been left, which is next.
     void LocateAgainRequested();
     /// The session is over: the connection window is next.

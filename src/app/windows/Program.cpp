@@ -218,7 +218,7 @@ void Program::OfferScenarios()
 
 void Program::OpenRadar()
 {
-    m_radar.Open(m_connection->HostedAt());
+    m_radar.Open(m_connection->HostedAt(), m_practice.WindIn(m_state.Session.SessionGuid));
     m_closed.Take(m_connection, *this);
     m_boxes.JoinEnds();
     m_script.Practice = false;

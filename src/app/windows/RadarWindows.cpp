@@ -4,6 +4,7 @@
 #include "app/DatabaseReset.h"
 #include "app/WorldDataModel.h"
 #include "app/windows/AboutWindow.h"
+#include "app/windows/DebriefControls.h"
 #include "app/windows/MainWindow.h"
 #include "app/windows/RadarMemory.h"
 #include "app/windows/ScreenshotRun.h"
@@ -12,6 +13,7 @@
 #include "core/windows/DeskSettings.h"
 #include "core/windows/WindowManners.h"
 #include "radar/windows/PreferencesWindow.h"
+#include "recording/PlaybackClock.h"
 #include "session/windows/ChatWindow.h"
 #include "session/windows/PlayerPropertiesWindow.h"
 
@@ -20,7 +22,13 @@
 namespace corvane {
 RadarWindows::RadarWindows(AppState& state, SessionPeerFactory& factory, MessageBoxes& boxes,
                            const RecordingParts& recording, DeskSettings& desk, ClosedWindows& closed)
-    : m_state(state), m_factory(factory), m_boxes(boxes), m_recording(recording), m_desk(desk), m_closed(closed)
+    : m_state(state),
+      m_factory(factory),
+      m_boxes(boxes),
+      m_recording(recording),
+      m_desk(desk),
+      m_closed(closed),
+      m_debrief(std::make_unique<DebriefControls>(state, recording.Recorder, boxes, desk))
 {
 }
 
@@ -29,18 +37,24 @@ RadarWindows::~RadarWindows()
     KeepPlaces();
 }
 
-void RadarWindows::Open(const QString& hostedAt)
+void RadarWindows::Open(const QString& hostedAt, const std::optional<PracticeWind>& practice)
 {
     assert(!m_main);
     m_chat = std::make_unique<ChatWindow>(m_state.Session, m_state.Players, m_boxes, m_desk);
     m_main = std::make_unique<MainWindow>(m_state, m_factory, m_boxes, *m_chat, m_recording, m_desk, hostedAt);
     ConnectMenus();
+    if (practice && !m_recording.Playback.IsOpen()) { // a recording of practice goes by the same id
+        m_debrief->Begin(*m_chat, *practice);
+        m_main->OfferDebrief();
+    }
     Place();
 }
 
 void RadarWindows::Close()
 {
     KeepPlaces();
+    if (m_main)
+        m_debrief->End(*m_main);
     m_closed.Take(m_over, *this);
     m_closed.Take(m_main, *this);
     m_closed.Take(m_chat, *this);
@@ -82,6 +96,7 @@ void RadarWindows::ConnectMenus()
         m_main->TakeOver();
         emit ChooserRequested();
     });
+    connect(radar, &MainWindow::DebriefRequested, this, [this] { m_debrief->Open(*m_main); });
     connect(radar, &MainWindow::AboutRequested, this, &RadarWindows::OpenAbout);
     connect(radar, &MainWindow::PreferencesRequested, this, &RadarWindows::OpenPreferences);
     connect(radar, &MainWindow::AirportListRequested, this, &RadarWindows::OpenAirportList);

@@ -2,14 +2,17 @@
 
 #include "app/windows/ClosedWindows.h"
 #include "app/windows/RecordingControls.h"
+#include "practice/Wind.h"
 
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 namespace corvane {
 struct AppState;
 class ChatWindow;
+class DebriefControls;
 class DeskSettings;
 class MainWindow;
 class MessageBoxes;
@@ -27,7 +30,8 @@ public:
     ~RadarWindows() override;
 
     /// hostedAt  where this program hosts the session on the network; empty where it does not
-    void Open(const QString& hostedAt);
+    /// practice  the wind of it where it is a practice session of this program
+    void Open(const QString& hostedAt, const std::optional<PracticeWind>& practice);
     void Close();
     /// Saves the radar's picture once so many targets have moved, and ends the program.
     void RunForScreenshot(const QString& fileName, int targets);
@@ -75,5 +79,6 @@ private:
     std::unique_ptr<MainWindow> m_main;
     std::unique_ptr<QWidget> m_over; ///< works in the radar's place
     std::unique_ptr<ScreenshotRun> m_screenshot;
+    std::unique_ptr<DebriefControls> m_debrief;
 };
 } // namespace corvane

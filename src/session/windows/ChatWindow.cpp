@@ -131,6 +131,7 @@ void ChatWindow::ShowLine(std::string_view from, std::string_view text)
         top.removeSelectedText();
     }
     bar.setValue(fromTheEnd < 0 ? bar.minimum() : bar.maximum() - fromTheEnd);
+    emit LineAdded(from, text);
 }
 
 void ChatWindow::SetUnread(int lines)

@@ -35,6 +35,8 @@ public:
     void WriteTo(const QString& name);
 
 signals:
+    /// A line, the own ones among them, stands in the window. The texts are Windows-1252, and valid during the call.
+    void LineAdded(std::string_view from, std::string_view text);
     /// So many lines have come that nobody can have read: the window is hidden or another one has the keyboard.
     void UnreadChanged(int lines);
 

@@ -90,7 +90,8 @@ TEST_F(DeskTest, EveryControlOfTheRadarsWindowsHasAName)
                                       {"second_scope1", "SecondScope"},
                                       {"display_options_op1", "DisplayOptionsForm"},
                                       {"appearance_op1", "AppearanceForm"},
-                                      {"signals_op1", "AttentionForm"}}) {
+                                      {"signals_op1", "AttentionForm"},
+                                      {"debrief1", "Debrief"}}) {
         Choose(m_radar, entry);
         QWidget* const window = WaitFor(name);
         ExpectNames(window);
