@@ -67,8 +67,8 @@ void RadarWindows::RunForScreenshot(const QString& fileName, int targets)
 
 void RadarWindows::Place()
 {
+    PlaceRadar(*m_main, *m_chat); // which counts window frames in as long as there are no window handles
     BelongTo(*m_chat, *m_main);
-    PlaceRadar(*m_main, *m_chat);
     const bool hidden = RestorePlaces(m_desk, *m_main, *m_chat);
     m_main->show();
     if (!m_desk.Flag(RememberKey, false) || !hidden)
