@@ -47,7 +47,7 @@ void KeepPlaces(DeskSettings& desk, const QWidget& radar, const QWidget& chat)
 }
 
 namespace {
-/// Remembers where a window stood when it was closed.
+/// Remembers where a window stood when it was closed, or went with its radar.
 class PlaceKeeper final : public QObject {
 public:
     PlaceKeeper(DeskSettings& desk, const char* key, QWidget& window)
@@ -58,7 +58,7 @@ public:
 
     bool eventFilter(QObject* /*watched*/, QEvent* event) override
     {
-        if (event->type() == QEvent::Close && m_window.isVisible())
+        if (event->type() == QEvent::Hide && !event->spontaneous())
             m_desk.KeepPlace(m_key, m_window);
         return false;
     }
