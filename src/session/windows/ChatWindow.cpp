@@ -214,8 +214,6 @@ bool ChatWindow::HandleKey(const QKeyEvent& key)
     case Qt::Key_Down: SetTyped(m_draft.Newer(typed)); return true;
     default: break;
     }
-    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F12)
-        return InsertReadyText(key.key() - Qt::Key_F1 + 1);
     if (!key.text().isEmpty() || key.key() == Qt::Key_Insert) // not what only moves, or holds others
         ClearFirstText();
     return false;
@@ -241,16 +239,24 @@ bool ChatWindow::Complete()
     return true;
 }
 
-bool ChatWindow::InsertReadyText(int functionKey)
+/// Keys that the control with the keyboard has no use for: ready-made texts come from the list of members, too.
+void ChatWindow::keyPressEvent(QKeyEvent* event)
 {
+    const int functionKey = event->key() - Qt::Key_F1 + 1;
     const QString text = m_desk.Text(ReadyTextsDialog::Key(functionKey));
     if (text.isEmpty())
-        return false;
+        QWidget::keyPressEvent(event);
+    else
+        InsertReadyText(text);
+}
+
+void ChatWindow::InsertReadyText(const QString& text)
+{
     ClearFirstText();
     const QListWidgetItem* const pilot = m_ui->List1->currentItem();
     const std::string callsign = pilot != nullptr ? ToText(pilot->text()) : std::string();
     m_ui->Text1->insert(ToQString(ReadyText(ToText(text), callsign)));
-    return true;
+    m_ui->Text1->setFocus();
 }
 
 void ChatWindow::WriteTo(const QString& name)

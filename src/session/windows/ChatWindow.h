@@ -43,6 +43,7 @@ signals:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -56,7 +57,7 @@ private:
     void ClearFirstText();
     bool HandleKey(const QKeyEvent& key);
     bool Complete();
-    bool InsertReadyText(int functionKey);
+    void InsertReadyText(const QString& text);
     void SetTyped(const std::string& text);
 
     std::unique_ptr<Ui::Form6> m_ui;
