@@ -242,8 +242,8 @@ bool ChatWindow::Complete()
 /// Keys that the control with the keyboard has no use for: ready-made texts come from the list of members, too.
 void ChatWindow::keyPressEvent(QKeyEvent* event)
 {
-    const int functionKey = event->key() - Qt::Key_F1 + 1;
-    const QString text = m_desk.Text(ReadyTextsDialog::Key(functionKey));
+    const bool isFunctionKey = event->key() >= Qt::Key_F1 && event->key() <= Qt::Key_F12;
+    const QString text = isFunctionKey ? m_desk.Text(ReadyTextsDialog::Key(event->key() - Qt::Key_F1 + 1)) : QString();
     if (text.isEmpty())
         QWidget::keyPressEvent(event);
     else
