@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <csignal>
 #include <future>
 #include <sys/wait.h>
@@ -158,6 +159,36 @@ TEST_F(DirectPlayPeers, StopReadingAFlooderAndLoseNothing)
         }
     }
     EXPECT_EQ(received, Count);
+}
+
+TEST_F(DirectPlayPeers, KeepAFastSenderThatWaitsWhenToldTo)
+{
+    constexpr int Players = 30; // to each of which a message goes by itself
+    const auto host = Host(68, 0);
+    std::vector<PlayerId> players;
+    for (int i = 0; i < Players; ++i)
+        players.push_back(Player(*host, "Pilot " + std::to_string(i)));
+    const auto second = Joined(3);
+    const PlayerId two = Player(*second, "Two");
+    constexpr int Count = 3000;
+    std::atomic<bool> sent = true;
+    std::thread sending([&] {
+        for (int i = 0; i < Count; ++i) {
+            while (second->Congested())
+                std::this_thread::sleep_for(Millis{1});
+            sent = sent && second->Send(two, AllPlayers, SendGuaranteed, Bytes(1000));
+        }
+    });
+    int received = 0;
+    EXPECT_TRUE(Eventually([&] {
+        while (host->Receive())
+            ++received;
+        return received == Count * Players;
+    }));
+    sending.join();
+    EXPECT_TRUE(sent);
+    EXPECT_EQ(received, Count * Players);
+    EXPECT_TRUE(second->GetMessageCount(two));
 }
 
 /// A machine made of bare sockets, for what our own peers never do.

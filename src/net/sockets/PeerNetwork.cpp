@@ -5,8 +5,11 @@
 #include <asio/executor_work_guard.hpp>
 #include <asio/post.hpp>
 
+#include <algorithm>
 #include <condition_variable>
+#include <deque>
 #include <future>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -33,35 +36,69 @@ public:
         m_bytes += message.Content.size();
         m_messages.push_back(std::move(message));
         if (!std::exchange(m_scheduled, true))
-            asio::post(m_io, [this] { SendAll(); });
+            asio::post(m_io, [this] { SendSome(); });
         return true;
     }
 
-    /// Program's thread: whether much waits already, here or for a machine that does read.
+    /// Program's thread: whether much waits already, for a machine that does read, or here for all its players.
     [[nodiscard]] bool Congested() const
     {
         constexpr std::size_t Enough = 4194304;
         const std::scoped_lock lock(m_mutex);
-        return m_congested || m_bytes > Enough;
+        return m_congested || m_bytes > Enough / m_players;
     }
 
     /// Network thread: everything that waits goes to its connections.
     void SendAll()
     {
-        std::vector<Outgoing> messages;
-        {
-            const std::scoped_lock lock(m_mutex);
-            messages = std::exchange(m_messages, {});
-            m_bytes = 0;
-            m_scheduled = false;
+        while (SendOne() > 0) {
         }
-        // The program cannot know who has left a moment ago: what cannot be sent any more is dropped.
-        for (const Outgoing& one : messages)
-            (void)m_sockets.Machine().Send(one.From, one.To, one.Guaranteed, one.Content);
-        CheckCongestion();
     }
 
 private:
+    /// Network thread: what waits goes to its connections in portions, between which these get on with it.
+    void SendSome()
+    {
+        constexpr std::size_t Portion = 65536;
+        const std::size_t players = std::max<std::size_t>(m_sockets.Machine().Table().Players().size(), 1);
+        for (std::size_t sent = 0; sent < Portion;) {
+            const std::size_t bytes = SendOne();
+            if (bytes == 0)
+                break;
+            sent += bytes * players;
+        }
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_players = players;
+            m_scheduled = !m_messages.empty();
+            if (m_scheduled)
+                asio::post(m_io, [this] { SendSome(); });
+        }
+        CheckCongestion();
+    }
+
+    /// Returns the message's bytes, 1 at least; 0 where none waits.
+    std::size_t SendOne()
+    {
+        const std::optional<Outgoing> one = Next();
+        if (!one)
+            return 0;
+        // The program cannot know who has left a moment ago: what cannot be sent any more is dropped.
+        (void)m_sockets.Machine().Send(one->From, one->To, one->Guaranteed, one->Content);
+        return std::max<std::size_t>(one->Content.size(), 1);
+    }
+
+    std::optional<Outgoing> Next()
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_messages.empty())
+            return std::nullopt;
+        Outgoing one = std::move(m_messages.front());
+        m_messages.pop_front();
+        m_bytes -= one.Content.size();
+        return one;
+    }
+
     void CheckCongestion()
     {
         constexpr Millis Soon{2};
@@ -83,8 +120,9 @@ private:
     PeerSockets& m_sockets;
     asio::steady_timer m_recheck;
     mutable std::mutex m_mutex;
-    std::vector<Outgoing> m_messages;
+    std::deque<Outgoing> m_messages;
     std::size_t m_bytes = 0;
+    std::size_t m_players = 1; ///< in the session, to each of which a message may go by itself
     bool m_scheduled = false;
     bool m_congested = false;
 };
@@ -122,6 +160,7 @@ public:
     {
         std::promise<void> done;
         Post([&] {
+            Sending.SendAll(); // what was said before
             work();
             OnChanged(Sockets.Machine());
             done.set_value();
@@ -140,7 +179,10 @@ public:
 
     Result<WireId> Request(const Work& start, const std::function<bool()>& whileWaiting)
     {
-        Post([this, start] { start(Sockets.Machine(), Sockets.Now()); });
+        Post([this, start] {
+            Sending.SendAll();
+            start(Sockets.Machine(), Sockets.Now());
+        });
         if (!WaitForResult(whileWaiting))
             Post([this] { Sockets.Machine().CancelRequest(); });
         std::unique_lock lock(m_mutex);
@@ -164,10 +206,7 @@ public:
 
     void Leave()
     {
-        RunAndWait([this] {
-            Sending.SendAll();
-            Sockets.Machine().Leave();
-        });
+        RunAndWait([this] { Sockets.Machine().Leave(); });
         auto done = std::make_shared<std::promise<void>>();
         Post([this, done] { AwaitSent(done, Sockets.Now() + Options.Linger); });
         done->get_future().wait();
