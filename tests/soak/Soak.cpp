@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <netinet/in.h>
 #include <random>
 #include <spawn.h>
@@ -166,7 +167,7 @@ int Run(double minutes, Disturbance disturbance)
     const auto end =
         std::chrono::steady_clock::now() + std::chrono::milliseconds(static_cast<std::int64_t>((duration - 12) * 1000));
     int cutterFailures = 0;
-    int joinFailures = 0;
+    std::map<std::string, int> joinFailures;
     for (int round = 0; std::chrono::steady_clock::now() < end; ++round) {
         if (disturbance == Disturbance::None) {
             std::this_thread::sleep_for(seconds(1));
@@ -197,7 +198,8 @@ int Run(double minutes, Disturbance disturbance)
         breaking.join();
         const auto flooded = flooding.Wait();
         done["messages flooded"] += flooded.value("sent", 0);
-        joinFailures += flooded.contains("error") ? 1 : 0;
+        if (flooded.contains("error"))
+            ++joinFailures[flooded["error"].get<std::string>()];
         const auto cut = cutting.Wait();
         done["connections cut"] += cut.value("cuts", 0);
         cutterFailures += cut.contains("error") ? 1 : 0;
@@ -207,8 +209,8 @@ int Run(double minutes, Disturbance disturbance)
     const auto hostReport = host.Wait();
     const auto flyingReport = flying.Wait();
     auto complaints = Complaints(hostReport, steadyReport, flyingReport);
-    if (joinFailures > 0)
-        complaints.emplace_back("members could not join or stay");
+    for (const auto& [why, times] : joinFailures)
+        complaints.push_back("a flooding member could not join or stay (" + std::to_string(times) + " times): " + why);
     const nlohmann::json report = {
         {"minutes", minutes},      {"disturbances", done}, {"cutMembersThatLeft", cutterFailures},
         {"flying", flyingReport},  {"host", hostReport},   {"member", steadyReport},
