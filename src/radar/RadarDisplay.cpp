@@ -1,11 +1,11 @@
 #include "radar/RadarDisplay.h"
 
+#include "core/Rounding.h"
 #include "radar/AirspaceLayer.h"
 #include "radar/ColourSchemes.h"
 #include "radar/InformationPanel.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace corvane {
@@ -68,7 +68,7 @@ void RadarDisplay::ZoomOut()
 
 void RadarDisplay::Recenter(LatLon center)
 {
-    m_followed.reset();
+    m_following.Follow({});
     MoveViewTo(center);
 }
 
@@ -88,10 +88,8 @@ void RadarDisplay::Show(LatLon center, double zoomLevel)
     constexpr double Poles = 90;
     constexpr double Around = 360;
     Recenter({std::clamp(center.Lat, -Poles, Poles), NormalizeLongitude(std::clamp(center.Lon, -Around, Around))});
-    for (int level = 0; level != m_view.ZoomLevel && m_view.ZoomLevel != zoomLevel;) {
-        level = m_view.ZoomLevel; // until no step changes it any more
-        m_view.ZoomLevel < zoomLevel ? ZoomIn() : ZoomOut();
-    }
+    ZoomTo(m_view, RoundTo<std::int16_t>(zoomLevel));
+    MapIsStale();
 }
 
 void RadarDisplay::Pan(int eastTenths, int northTenths)
@@ -138,7 +136,7 @@ void RadarDisplay::SetDisplay(const DisplayOptions& options, double now)
     if (Classic()) {
         m_targets.Clear();
         m_hand.LetGo();
-        m_followed.reset();
+        m_following.Follow({});
     } else if (wasClassic)
         BeginWatching();
     if (before.TrueProportions != options.TrueProportions || before.Colours != options.Colours)
@@ -271,27 +269,14 @@ void RadarDisplay::LetGo()
 
 void RadarDisplay::Follow(std::optional<MemberKey> member)
 {
-    m_followed = std::move(member);
+    m_following.Follow(std::move(member));
     KeepUpWithFollowed();
 }
 
 void RadarDisplay::KeepUpWithFollowed()
 {
-    constexpr std::int32_t NoticedPx = 8; // a map that is drawn anew each second for less is work for nothing
-    if (!m_followed)
-        return;
-    const auto slot = m_sources.Players.FindPlayer(m_followed->PlayerId, m_followed->Name);
-    if (!slot) {
-        m_followed.reset();
-        return;
-    }
-    const PlayerRecord& player = m_sources.Players.Players()[*slot];
-    if (!OnEarth({player.Latitude, player.Longitude}))
-        return;
-    const ScopePoint at = ProjectToScope(m_shown, {player.Latitude, player.Longitude});
-    if (std::abs(at.X - m_shown.ScopeWidthPx / 2) >= NoticedPx ||
-        std::abs(at.Y - m_shown.ScopeHeightPx / 2) >= NoticedPx)
-        MoveViewTo({player.Latitude, player.Longitude});
+    if (const auto center = m_following.NewCenter(m_sources.Players, m_shown))
+        MoveViewTo(*center);
 }
 
 std::string RadarDisplay::OwnName() const

@@ -5,6 +5,7 @@
 #include "radar/PointerReadout.h"
 #include "radar/RedrawCycle.h"
 #include "radar/TargetDisplay.h"
+#include "radar/TargetFollowing.h"
 #include "radar/TargetHand.h"
 #include "session/MemberRadio.h"
 #include "session/SessionState.h"
@@ -94,7 +95,7 @@ public:
     void LetGo();
     /// Keeps the view centred on a member until the view is moved otherwise; on nobody for none.
     void Follow(std::optional<MemberKey> member);
-    [[nodiscard]] const std::optional<MemberKey>& Followed() const noexcept { return m_followed; }
+    [[nodiscard]] const std::optional<MemberKey>& Followed() const noexcept { return m_following.Followed(); }
 
     /// Looks for an object under the pointer. Returns whether the panel's text has changed.
     bool TickPanel();
@@ -137,7 +138,7 @@ private:
     TargetDisplay m_targets;
     TargetFocus m_focus;
     TargetHand m_hand;
-    std::optional<MemberKey> m_followed;
+    TargetFollowing m_following;
     bool m_pointerAway = false; ///< the pointer rests outside of the scope
     double m_now = 0;
     bool m_rearrange = false;   ///< marks and places no longer fit options or focus

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -133,6 +134,23 @@ TEST_F(RadarDisplayTest, PanningStopsAtThePolesAndGoesOnAcross180)
     m_display.Draw();
 }
 
+TEST_F(RadarDisplayTest, ShowsTheNearestPlaceAndLevelThatThereAre)
+{
+    struct Case {
+        LatLon Wanted;
+        double WantedLevel;
+        LatLon Shown;
+        int Level;
+    };
+    constexpr double Endless = std::numeric_limits<double>::infinity();
+    for (const Case& c : {Case{{47, -122}, 20, {47, -122}, 20}, Case{{47, 190}, 14.5, {47, -170}, 14},
+                          Case{{91, 0}, 1e300, {90, 0}, 55}, Case{{-Endless, 0}, -Endless, {-90, 0}, 1}}) {
+        m_display.Show(c.Wanted, c.WantedLevel);
+        EXPECT_EQ(m_display.View().ViewCenter, c.Shown) << c.WantedLevel;
+        EXPECT_EQ(m_display.View().ZoomLevel, c.Level) << c.WantedLevel;
+    }
+}
+
 TEST_F(RadarDisplayTest, AnotherAreaAndAnotherSizeAreFollowed)
 {
     m_area.AreaCenter = {-33.9, 179.5};
@@ -145,6 +163,7 @@ TEST_F(RadarDisplayTest, AnotherAreaAndAnotherSizeAreFollowed)
     m_display.Resize(0, 0);
     m_display.Draw(); // a minimised window
 }
+
 TEST_F(RadarDisplayTest, TheClassicDisplayIsUntouchedByTheOthers)
 {
     const auto refreshed = [this](double now) {
