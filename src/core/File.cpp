@@ -59,14 +59,6 @@ Result<FileBytes> ReadWholeFile(const std::filesystem::path& path)
     return bytes;
 }
 
-Result<FileBytes> ReadWholeFileIfPresent(const std::filesystem::path& path)
-{
-    std::error_code ignored;
-    if (!std::filesystem::exists(path, ignored))
-        return FileBytes();
-    return ReadWholeFile(path);
-}
-
 bool FileExists(const std::filesystem::path& path) noexcept
 {
     std::error_code ignored;

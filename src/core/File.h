@@ -30,8 +30,6 @@ std::string FullName(const std::filesystem::path& path);
 
 /// Errors name the full path. Folders, pipes and devices are refused: only regular files are read.
 Result<FileBytes> ReadWholeFile(const std::filesystem::path& path);
-/// As ReadWholeFile, but a file that does not exist reads as empty.
-Result<FileBytes> ReadWholeFileIfPresent(const std::filesystem::path& path);
 
 bool FileExists(const std::filesystem::path& path) noexcept;
 /// Errors are ignored: a file that cannot be deleted stays.
