@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <functional>
@@ -41,11 +42,17 @@ namespace {
 constexpr std::int32_t Width = 1920;
 constexpr std::int32_t Height = 1080;
 
-/// A folder with a world-sized database; removed in the end.
+/// A folder with a world-sized database, removed in the end; the folder that CORVANE_BENCH_WORLD names where it does.
 class World {
 public:
-    World() : m_folder(std::filesystem::temp_directory_path() / "corvane-windows-bench")
+    World()
     {
+        if (const char* const given = std::getenv("CORVANE_BENCH_WORLD")) {
+            m_folder = given;
+            m_complete = true;
+            return;
+        }
+        m_own = m_folder = std::filesystem::temp_directory_path() / "corvane-windows-bench";
         std::filesystem::remove_all(m_folder);
         WorldSizedOptions options;
         options.OutDir = m_folder;
@@ -56,7 +63,7 @@ public:
     }
     World(const World&) = delete;
     World& operator=(const World&) = delete;
-    ~World() { std::filesystem::remove_all(m_folder); }
+    ~World() { std::filesystem::remove_all(m_own); }
 
     [[nodiscard]] bool Complete() const noexcept { return m_complete; }
     [[nodiscard]] const std::filesystem::path& Folder() const noexcept { return m_folder; }
@@ -66,7 +73,8 @@ public:
         std::vector<std::filesystem::path> files;
         for (const std::string_view name : DataFileNames())
             files.push_back(m_folder / name);
-        files.push_back(m_folder / "fs2002" / "scenery" / "magdec.bgl");
+        const std::filesystem::path source = m_own.empty() ? m_folder : m_folder / "fs2002";
+        files.push_back(source / "scenery" / "magdec.bgl");
         return files;
     }
 
@@ -77,6 +85,7 @@ private:
     }
 
     std::filesystem::path m_folder;
+    std::filesystem::path m_own; ///< what to remove; empty where the folder was given
     bool m_complete = false;
 };
 
