@@ -20,8 +20,9 @@ void SessionDebrief::Hear(std::string_view from, std::string_view text, std::spa
         return;
     if (speaker->PlayerId != ownPlayerId && speaker->Role != PilotRole)
         return;
-    if (speaker->PlayerId != ownPlayerId)
-        m_watch.Meet(*speaker);
+    for (const PlayerRecord& player : players) // those who have come since the last refresh are spoken to, too
+        if (player.PlayerId != ownPlayerId)
+            m_watch.Meet(player);
     m_watch.Hear(from, text, nowS);
 }
 
