@@ -39,12 +39,12 @@ Bytes FileWithRecords(ByteSpan input)
     return file;
 }
 
-/// Watches a recording to its end, asking what the program asks.
-void Play(const std::shared_ptr<const Recording>& recording)
+/// Watches a recording from a time to its end, asking what the program asks.
+void Play(const std::shared_ptr<const Recording>& recording, std::int64_t beginMs)
 {
     std::int64_t now = 0;
     PlaybackClock clock([&now] { return now; });
-    PlaybackPeer peer([recording]() -> Result<std::shared_ptr<const Recording>> { return recording; }, clock);
+    PlaybackPeer peer([&]() -> Result<PlaybackChoice> { return PlaybackChoice{recording, beginMs}; }, clock);
     const auto sessions = peer.GetDPEnumSessions(0, EnumSessionsAvailable);
     if (!sessions || !peer.Open(sessions->front(), OpenJoin))
         std::abort();
@@ -64,15 +64,15 @@ void Play(const std::shared_ptr<const Recording>& recording)
     }
 }
 
-/// Hosts a recording to its end, with a guest who asks everybody who they are.
-void Host(const std::shared_ptr<const Recording>& recording)
+/// Hosts a recording from a time to its end, with a guest who asks everybody who they are.
+void Host(const std::shared_ptr<const Recording>& recording, std::int64_t beginMs)
 {
     std::int64_t now = 0;
     PlaybackClock clock([&now] { return now; });
     clock.SetSpeed(PlaybackClock::MaxSpeed);
     InMemoryNetwork network;
     InMemoryProvider provider(network);
-    const auto session = ReplaySession::Create(provider, recording, clock, {});
+    const auto session = ReplaySession::Create(provider, recording, clock, {.BeginMs = beginMs});
     const auto guest = provider.DirectPlayCreate();
     if (!session || !(*guest)->InitializeConnection(InMemoryProvider::ConnectionAddress) ||
         !(*guest)->Open(network.Listing(EnumSessionsPasswordRequired).at(0), OpenJoin))
@@ -101,8 +101,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (!decoded)
             continue;
         const auto recording = std::make_shared<const corvane::Recording>(*std::move(decoded));
-        corvane::Play(recording);
-        corvane::Host(recording);
+        for (const std::int64_t begin : {std::int64_t{0}, std::int64_t{recording->LengthMs()} / 2}) {
+            corvane::Play(recording, begin);
+            corvane::Host(recording, begin);
+        }
     }
     return 0;
 }

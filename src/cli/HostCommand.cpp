@@ -8,6 +8,7 @@
 #include "cli/NumberList.h"
 #include "cli/TrafficEventLines.h"
 #include "cli/TrafficOptions.h"
+#include "core/Rounding.h"
 #include "core/Settings.h"
 #include "core/Text.h"
 #include "follow/HostWatch.h"
@@ -18,6 +19,7 @@
 #include "traffic/out/FeedOut.h"
 
 #include <functional>
+#include <limits>
 #include <ostream>
 #include <thread>
 
@@ -38,6 +40,7 @@ struct HostOptions {
     std::string ScenarioFile; ///< what the simulated pilots do; empty: as they like
     std::optional<PracticeScenario> Scenario;
     int Speed = 1;
+    double AtS = 0;          ///< where the recording begins
     std::string DebriefFile; ///< empty: none
     std::string FeedOut;     ///< where the targets are offered; empty: nowhere
 };
@@ -208,7 +211,8 @@ static Result<void> HostRecording(const HostOptions& options, const Console& con
                                                  {.SessionName = Utf8ToWindows1252(options.Name),
                                                   .Password = Utf8ToWindows1252(options.Password),
                                                   .MaxPlayers = options.MaxPlayers.value_or(0),
-                                                  .MigrateHost = !options.NoMigrate});
+                                                  .MigrateHost = !options.NoMigrate,
+                                                  .BeginMs = RoundTo<std::int32_t>(options.AtS * 1000)});
             if (!created)
                 return created.error();
             const std::shared_ptr<ReplaySession> session = *std::move(created);
@@ -260,6 +264,7 @@ static Result<void> HostTraffic(const HostOptions& options, const Console& conso
 void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
 {
     constexpr int MostMembers = 1000;
+    constexpr double LongestBeginS = std::numeric_limits<std::int32_t>::max() / 1000;
     CLI::App* const command = app.add_subcommand("host", "Hosts a session with simulated pilots, a recording's members "
                                                          "or traffic from outside, and prints what happens there");
     const auto options = std::make_shared<HostOptions>();
@@ -280,6 +285,11 @@ void AddHostCommand(CLI::App& app, const Console& console, CommandWork& work)
     from->excludes(replay)->needs(named);
     command->add_option("--speed", options->Speed, "How many times as fast the recording plays")
         ->check(CLI::Range(PlaybackClock::MinSpeed, PlaybackClock::MaxSpeed))
+        ->needs(replay)
+        ->capture_default_str();
+    command->add_option("--at", options->AtS, "Where the recording begins, in seconds since its beginning")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.0, LongestBeginS))
         ->needs(replay)
         ->capture_default_str();
     AddPeerOptions(*command, options->Network);

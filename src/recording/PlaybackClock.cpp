@@ -3,10 +3,10 @@
 #include <algorithm>
 
 namespace corvane {
-void PlaybackClock::Open(std::int64_t lengthMs) noexcept
+void PlaybackClock::Open(std::int64_t lengthMs, std::int64_t beginMs) noexcept
 {
-    m_lengthMs = lengthMs;
-    m_positionMs = 0;
+    m_lengthMs = std::max<std::int64_t>(lengthMs, 0);
+    m_positionMs = std::clamp<std::int64_t>(beginMs, 0, m_lengthMs);
     m_paused = false;
     m_open = true;
     m_begun = false;

@@ -14,8 +14,9 @@ public:
 
     explicit PlaybackClock(MillisecondClock now) : m_now(std::move(now)) {}
 
-    /// A recording is opened: it stands at its beginning until Begin, at the speed set before.
-    void Open(std::int64_t lengthMs) noexcept;
+    /// A recording is opened: it stands where playing is to begin until Begin, at the speed set before.
+    /// beginMs  since the recording's beginning; the nearest time inside where it is outside
+    void Open(std::int64_t lengthMs, std::int64_t beginMs = 0) noexcept;
     void Begin();
     void Close() noexcept { m_open = false; }
 

@@ -1,7 +1,10 @@
 #include "recording/PlaybackPeer.h"
 
 #include "core/NumberText.h"
+#include "recording/RecordedPast.h"
 
+#include <algorithm>
+#include <cassert>
 #include <unordered_set>
 #include <utility>
 
@@ -18,17 +21,18 @@ Result<void> PlaybackPeer::InitializeConnection(std::string_view address)
     return {};
 }
 
-/// The session as it stood when the recording began.
+/// The session as it stood where playing begins.
 SessionEntry PlaybackPeer::Entry() const
 {
     RecordedMembers members(m_recording->Head);
     for (const RecordView& record : m_recording->Records) {
-        if (record.TimeMs > 0)
+        if (record.TimeMs > m_beginMs)
             break;
         members.Apply(record);
     }
     return {.Name = m_recording->Head.SessionName,
-            .CurrentPlayers = static_cast<std::int32_t>(members.All().size()),
+            .CurrentPlayers = static_cast<std::int32_t>(std::count_if(
+                members.All().begin(), members.All().end(), [](const RecordedMember& one) { return one.Present; })),
             .MaxPlayers = m_recording->Head.MaxPlayers,
             .InstanceGuid = m_recording->Head.InstanceGuid,
             .Flags = m_recording->Head.Flags,
@@ -38,10 +42,12 @@ SessionEntry PlaybackPeer::Entry() const
 Result<std::vector<SessionEntry>> PlaybackPeer::GetDPEnumSessions(std::int32_t /*timeoutMs*/, std::uint32_t /*flags*/)
 {
     if (!m_recording) {
-        auto recording = m_source();
-        if (!recording)
-            return recording.error();
-        m_recording = *std::move(recording);
+        auto choice = m_source();
+        if (!choice)
+            return choice.error();
+        assert(choice->What);
+        m_recording = std::move(choice->What);
+        m_beginMs = std::clamp<std::int64_t>(choice->BeginMs, 0, m_recording->LengthMs());
     }
     return std::vector<SessionEntry>{Entry()};
 }
@@ -53,8 +59,9 @@ Result<void> PlaybackPeer::Open(const SessionEntry& session, std::uint32_t flags
     if (!m_recording || m_members || session.InstanceGuid != m_recording->Head.InstanceGuid)
         return Fail("Open", "there is no session " + session.InstanceGuid);
     m_members.emplace(m_recording->Head);
-    m_next = 0;
-    m_clock.Open(m_recording->LengthMs());
+    m_past = PassOver(m_recording->Records, m_beginMs, *m_members);
+    m_next = FirstAt(m_recording->Records, m_beginMs);
+    m_clock.Open(m_recording->LengthMs(), m_beginMs);
     return {};
 }
 
@@ -144,9 +151,15 @@ void PlaybackPeer::PlayUpToNow()
         if (isSpoken && !m_clock.HasBegun())
             return;
         m_members->Apply(record);
-        if (isSpoken && m_members->Find(record.Member) != nullptr && IsPlayed(record.Payload))
-            Queue(record.Member, Bytes(record.Payload.begin(), record.Payload.end()));
+        if (isSpoken)
+            Say(record);
     }
+}
+
+void PlaybackPeer::Say(const RecordView& record)
+{
+    if (m_members->Find(record.Member) != nullptr && IsPlayed(record.Payload))
+        Queue(record.Member, Bytes(record.Payload.begin(), record.Payload.end()));
 }
 
 void PlaybackPeer::Queue(PlayerId from, Bytes content)
@@ -190,6 +203,8 @@ Result<void> PlaybackPeer::Send(PlayerId from, PlayerId to, std::uint32_t /*flag
         break;
     case MessageType::IdentifyRequest:
         m_clock.Begin();
+        for (const std::size_t record : std::exchange(m_past, {}))
+            Say(m_recording->Records[record]);
         AnswerAll(to, header->Type);
         break;
     case MessageType::AircraftInfoRequest: AnswerAll(to, header->Type); break;
@@ -240,6 +255,7 @@ void PlaybackPeer::Leave() noexcept
     if (m_members)
         m_clock.Close();
     m_members.reset();
+    m_past.clear();
     m_viewer.reset();
     m_queue.clear();
 }

@@ -11,8 +11,13 @@
 #include <optional>
 
 namespace corvane {
-/// Gives the recording to be played; asked when sessions are looked for.
-using RecordingSource = std::function<Result<std::shared_ptr<const Recording>>()>;
+/// What is to be played, and from where.
+struct PlaybackChoice {
+    std::shared_ptr<const Recording> What;
+    std::int64_t BeginMs = 0; ///< since the recording's beginning; the nearest time inside where it is outside
+};
+/// Gives the recording to be played, which is never null; asked when sessions are looked for.
+using RecordingSource = std::function<Result<PlaybackChoice>()>;
 
 inline constexpr std::string_view PlaybackConnectionName = "Recorded session";
 inline constexpr std::string_view PlaybackConnectionAddress = "recording:";
@@ -22,7 +27,8 @@ inline constexpr std::string_view PlaybackConnectionAddress = "recording:";
 /// recorded admits it, all introduce themselves, and pilots name their aircraft.
 ///
 /// Playing begins when the viewer asks all to introduce themselves, as it does when its radar opens: nothing is lost
-/// behind the message box that greets it. The clock must outlive the peer.
+/// behind the message box that greets it. Where it begins later than the recording, the viewer is told at once what
+/// held then of all that was said before. The clock must outlive the peer.
 class PlaybackPeer final : public SessionPeer {
 public:
     PlaybackPeer(RecordingSource source, PlaybackClock& clock) : m_source(std::move(source)), m_clock(clock) {}
@@ -57,6 +63,7 @@ private:
     [[nodiscard]] std::optional<Error> NotOpen(const char* operation) const;
     [[nodiscard]] std::optional<Error> NotViewer(const char* operation, PlayerId player) const;
     [[nodiscard]] SessionEntry Entry() const;
+    void Say(const RecordView& record);
     void PlayUpToNow();
     void AnswerAll(PlayerId to, MessageType request);
     void Queue(PlayerId from, Bytes content);
@@ -65,7 +72,9 @@ private:
     RecordingSource m_source;
     PlaybackClock& m_clock;
     std::shared_ptr<const Recording> m_recording; ///< once sessions have been looked for
+    std::int64_t m_beginMs = 0;                   ///< of playing, in the recording
     std::optional<RecordedMembers> m_members;     ///< while the session is open
+    std::vector<std::size_t> m_past;              ///< records from before the beginning that the viewer is told
     std::size_t m_next = 0;                       ///< record to be played
     std::optional<SessionMember> m_viewer;
     std::deque<ReceivedMessage> m_queue;

@@ -1,5 +1,6 @@
 #include "recording/ReplaySession.h"
 
+#include "recording/RecordedPast.h"
 #include "session/HostedSession.h"
 
 #include <algorithm>
@@ -55,10 +56,22 @@ Result<void> ReplaySession::Open(SessionPeerFactory& factory, const ReplayOption
     m_hostId = *host;
     m_liveIds.emplace(m_members.Recorder().Id, m_hostId);
     m_recordedIds.emplace(m_hostId, m_members.Recorder().Id);
-    m_clock.Open(m_recording->LengthMs());
+    m_clock.Open(m_recording->LengthMs(), options.BeginMs);
     m_clock.Begin();
+    PassOverPast();
     PlayUpToNow();
     return {};
+}
+
+/// Nobody has joined yet who could hear what was said.
+void ReplaySession::PassOverPast()
+{
+    const std::int64_t begin = m_clock.PositionMs();
+    static_cast<void>(PassOver(m_recording->Records, begin, m_members));
+    m_next = FirstAt(m_recording->Records, begin);
+    for (const RecordedMember& member : m_members.All())
+        if (member.Present && member.Id != m_members.Recorder().Id)
+            Join(member.Id, member.Name);
 }
 
 Result<void> ReplaySession::Advance()
@@ -122,7 +135,7 @@ void ReplaySession::Play(const RecordView& record)
 {
     m_members.Apply(record);
     if (record.Kind == RecordKind::MemberJoined)
-        return Join(record);
+        return Join(record.Member, NameIn(record.Payload));
     const auto found = m_liveIds.find(record.Member);
     if (found == m_liveIds.end())
         return;
@@ -139,17 +152,17 @@ void ReplaySession::Play(const RecordView& record)
 }
 
 /// A member for which the session has no room stays away, and what it says is not heard.
-void ReplaySession::Join(const RecordView& record)
+void ReplaySession::Join(PlayerId recorded, std::string_view name)
 {
-    if (const auto known = m_liveIds.find(record.Member); known != m_liveIds.end()) {
-        static_cast<void>(m_peer->SetPlayerName(known->second, NameIn(record.Payload)));
+    if (const auto known = m_liveIds.find(recorded); known != m_liveIds.end()) {
+        static_cast<void>(m_peer->SetPlayerName(known->second, name));
         return;
     }
-    const auto live = m_peer->CreatePlayer(NameIn(record.Payload), MemberManners::FormalName);
+    const auto live = m_peer->CreatePlayer(name, MemberManners::FormalName);
     if (!live)
         return;
-    m_liveIds.emplace(record.Member, *live);
-    m_recordedIds.emplace(*live, record.Member);
+    m_liveIds.emplace(recorded, *live);
+    m_recordedIds.emplace(*live, recorded);
 }
 
 /// Says what a member said; an announcement speaks of players by the ids that they have here.

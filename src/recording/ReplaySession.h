@@ -13,6 +13,7 @@ struct ReplayOptions {
     std::string Password = {};
     std::int32_t MaxPlayers = 0; ///< 0: room for eight beside the recorded members
     bool MigrateHost = true;     ///< another member takes the session over when this one ends
+    std::int64_t BeginMs = 0;    ///< where playing begins; the nearest time inside where it is outside the recording
 };
 
 /// A session that others join, in which a recording's members appear and speak as they did. The member that recorded
@@ -50,9 +51,10 @@ private:
     Result<void> Open(SessionPeerFactory& factory, const ReplayOptions& options);
     Result<void> ReceiveAll();
     void Answer(const ReceivedMessage& message);
+    void PassOverPast();
     void PlayUpToNow();
     void Play(const RecordView& record);
-    void Join(const RecordView& record);
+    void Join(PlayerId recorded, std::string_view name);
     void Speak(PlayerId live, const RecordView& record);
     void Send(PlayerId from, PlayerId to, ByteSpan message);
 

@@ -20,12 +20,15 @@ const AircraftInfoMessage Aircraft{"Jet Plane", "Learjet"};
 
 class PlaybackPeers : public testing::Test {
 protected:
-    void Open(const std::vector<test::SampleRecord>& records)
+    void Open(const std::vector<test::SampleRecord>& records, std::int64_t beginMs = 0)
     {
         Source = test::RecordingOf(records);
         ASSERT_NE(Source, nullptr);
-        Peer = std::make_unique<PlaybackPeer>([this]() -> Result<std::shared_ptr<const Recording>> { return Source; },
-                                              Clock);
+        Peer = std::make_unique<PlaybackPeer>(
+            [this, beginMs]() -> Result<PlaybackChoice> {
+                return PlaybackChoice{Source, beginMs};
+            },
+            Clock);
         ASSERT_TRUE(Peer->InitializeConnection(PlaybackConnectionAddress));
         const auto sessions = Peer->GetDPEnumSessions(0, EnumSessionsAvailable);
         ASSERT_TRUE(sessions);
@@ -153,6 +156,62 @@ TEST_F(PlaybackPeers, FollowTheMembers)
     Now = 400;
     EXPECT_THAT(Members(), ElementsAre(Pair(5, "**A"), Pair(7, "N1 again"), Pair(8, "N2"), Pair(1, "**Viewer")));
 }
+
+struct BeginningCase {
+    const char* Name;
+    std::int64_t BeginMs;
+    std::int64_t PositionMs;
+    std::vector<std::pair<PlayerId, std::string>> Members;
+    std::vector<std::pair<PlayerId, Message>> Heard; ///< before the members introduce themselves
+};
+class PlaybackBeginnings : public PlaybackPeers, public testing::WithParamInterface<BeginningCase> {};
+
+const PositionMessage Low{
+    .Type = MessageType::PositionFull, .Latitude = 47, .Longitude = -122, .AltitudeFt = 1000, .TrueHeading = 90};
+const PositionMessage High{
+    .Type = MessageType::PositionFull, .Latitude = 48, .Longitude = -122, .AltitudeFt = 9000, .TrueHeading = 90};
+
+TEST_P(PlaybackBeginnings, TellWhatHeldThen)
+{
+    Open({Joined(0, 7, "N1"), Joined(0, 8, "N2"), Said(0, 7, Aircraft), Said(0, 8, Aircraft), Said(100, 7, Low),
+          Said(200, 8, ChatTextMessage{"leaving"}), Said(200, 8, Low), Left(250, 8), Joined(300, 2, "N3"),
+          Renamed(300, 7, "N1 heavy"), Said(300, 7, High), Said(400, 7, Low)},
+         GetParam().BeginMs);
+    EXPECT_EQ(Entry.CurrentPlayers, static_cast<std::int32_t>(GetParam().Members.size()));
+    auto members = GetParam().Members;
+    members.emplace_back(Viewer, "**Viewer");
+    Now += 5000;
+    EXPECT_THAT(Members(), testing::ElementsAreArray(members)) << "before its radar opens";
+    EXPECT_EQ(Clock.PositionMs(), GetParam().PositionMs);
+    Send(AllPlayers, MessageType::IdentifyRequest);
+    auto heard = Received();
+    ASSERT_GE(heard.size(), GetParam().Heard.size());
+    heard.resize(GetParam().Heard.size());
+    for (std::size_t i = 0; i < heard.size(); ++i) {
+        EXPECT_EQ(heard[i].first, GetParam().Heard[i].first);
+        EXPECT_EQ(heard[i].second, EncodeMessage(GetParam().Heard[i].second)) << "message " << i;
+    }
+}
+
+const ChatTextMessage Leaving{"leaving"};
+INSTANTIATE_TEST_SUITE_P(
+    Playback, PlaybackBeginnings,
+    testing::Values(
+        BeginningCase{"BeforeTheFirst", -1, 0, {{5, "**A"}, {7, "N1"}, {8, "N2"}}, {{7, Aircraft}, {8, Aircraft}}},
+        BeginningCase{
+            "Between", 150, 150, {{5, "**A"}, {7, "N1"}, {8, "N2"}}, {{7, Aircraft}, {8, Aircraft}, {7, Low}}},
+        BeginningCase{"AfterOneLeft", 260, 260, {{5, "**A"}, {7, "N1"}}, {{7, Aircraft}, {7, Low}, {8, Leaving}}},
+        BeginningCase{"AtRecords", // which are played, as ever
+                      300,
+                      300,
+                      {{5, "**A"}, {7, "N1 heavy"}, {2, "N3"}},
+                      {{7, Aircraft}, {7, Low}, {8, Leaving}, {7, High}}},
+        BeginningCase{"AfterTheLast",
+                      999999,
+                      400,
+                      {{5, "**A"}, {7, "N1 heavy"}, {2, "N3"}},
+                      {{7, Aircraft}, {8, Leaving}, {7, High}, {7, Low}}}),
+    [](const auto& row) { return std::string(row.param.Name); });
 
 TEST_F(PlaybackPeers, LeaveOutWhatWouldEndTheSession)
 {

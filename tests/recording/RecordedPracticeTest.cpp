@@ -15,15 +15,18 @@ namespace corvane {
 namespace {
 class PlaybackFactory final : public SessionPeerFactory {
 public:
-    PlaybackFactory(std::filesystem::path file, PlaybackClock& clock) : m_file(std::move(file)), m_clock(clock) {}
+    PlaybackFactory(std::filesystem::path file, PlaybackClock& clock, std::int64_t beginMs)
+        : m_file(std::move(file)), m_clock(clock), m_beginMs(beginMs)
+    {
+    }
 
     Result<std::unique_ptr<SessionPeer>> DirectPlayCreate() override
     {
-        const auto source = [file = m_file]() -> Result<std::shared_ptr<const Recording>> {
+        const auto source = [file = m_file, beginMs = m_beginMs]() -> Result<PlaybackChoice> {
             auto recording = ReadRecording(file);
             if (!recording)
                 return recording.error();
-            return std::make_shared<const Recording>(*std::move(recording));
+            return PlaybackChoice{std::make_shared<const Recording>(*std::move(recording)), beginMs};
         };
         return std::unique_ptr<SessionPeer>(std::make_unique<PlaybackPeer>(source, m_clock));
     }
@@ -31,6 +34,7 @@ public:
 private:
     std::filesystem::path m_file;
     PlaybackClock& m_clock;
+    std::int64_t m_beginMs;
 };
 
 /// The table's entries but one, by id.
@@ -94,21 +98,24 @@ TEST(RecordedPractice, ShowsTheSamePlayersAtEveryMoment)
         EXPECT_FALSE(chat.empty());
     }
 
-    PlaybackClock clock([&nowMs] { return nowMs; });
-    PlaybackFactory factory(file, clock);
-    test::Controller viewer(factory);
-    viewer.Ask();
-    ASSERT_TRUE(viewer.HandshakeTick());
-    Second(viewer, Before);
-    for (std::size_t second = 0; second < shown.size(); ++second) {
-        ASSERT_EQ(Sorted(viewer.Players, viewer.Session.OwnPlayerId), shown[second]) << "after second " << second;
-        nowMs += 1000;
-        Second(viewer, Before + static_cast<int>(second) + 1);
+    for (const std::size_t begin : {0, 15, 435, 885, Length}) { // the table was brought up to date there
+        SCOPED_TRACE(begin);
+        PlaybackClock clock([&nowMs] { return nowMs; });
+        PlaybackFactory factory(file, clock, static_cast<std::int64_t>(begin) * 1000);
+        test::Controller viewer(factory);
+        viewer.Ask();
+        ASSERT_TRUE(viewer.HandshakeTick());
+        Second(viewer, Before);
+        for (std::size_t second = begin; second < shown.size(); ++second) {
+            ASSERT_EQ(Sorted(viewer.Players, viewer.Session.OwnPlayerId), shown[second]) << "after second " << second;
+            nowMs += 1000;
+            Second(viewer, Before + static_cast<int>(second) + 1);
+        }
+        EXPECT_FALSE(viewer.Disconnected);
+        // What the controller said itself, its own window showed as it was sent; its viewer hears it.
+        std::erase_if(viewer.Chat, [](const std::string& line) { return line.starts_with("**ATC Controller: "); });
+        EXPECT_EQ(viewer.Chat, chat);
     }
-    EXPECT_FALSE(viewer.Disconnected);
-    // What the controller said itself, its own window showed as it was sent; its viewer hears it.
-    std::erase_if(viewer.Chat, [](const std::string& line) { return line.starts_with("**ATC Controller: "); });
-    EXPECT_EQ(viewer.Chat, chat);
 }
 } // namespace
 } // namespace corvane

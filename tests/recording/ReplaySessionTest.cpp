@@ -87,6 +87,22 @@ TEST_F(ReplaySessions, ShowThoseWhoJoinWhatTheRecorderSaw)
     EXPECT_FALSE(Clock.IsOpen());
 }
 
+TEST_F(ReplaySessions, BeginWhereTheyAreAsked)
+{
+    Replay({Joined(0, 7, "N1"), Said(0, 7, AnnounceMessage{MessageType::ObserverAnnounce, 7}), Joined(0, 8, "N2"),
+            Renamed(100, 7, "Watcher"), Said(100, 7, ChatTextMessage{"past"}), Left(200, 8), Joined(300, 8, "N2"),
+            Said(300, 8, AnnounceMessage{MessageType::PilotAnnounce, 8}), Said(301, 7, ChatTextMessage{"next"})},
+           {.BeginMs = 250});
+    Join();
+    EXPECT_THAT(Shown(), ElementsAre("**ATC Controller", "**A", "Watcher"));
+    EXPECT_EQ(Atc.Find("Watcher")->Role, ObserverRole);
+    Live(51);
+    Atc.UpkeepTick();
+    Live(0);
+    EXPECT_THAT(Shown(), ElementsAre("**ATC Controller", "**A", "Watcher", "N2"));
+    EXPECT_THAT(Atc.Chat, ElementsAre("Watcher: next"));
+}
+
 TEST_F(ReplaySessions, TakeNothingFromOthers)
 {
     Replay({Joined(0, 7, "N1"),
