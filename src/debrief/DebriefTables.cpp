@@ -57,6 +57,13 @@ static std::string MomentText(const Debrief& debrief, double timeS)
     return Utf8ToWindows1252(std::string(file.begin(), file.end())) + ", " + ClockText(moment->AtS);
 }
 
+std::string RecordingText(const Debrief& debrief, double timeS)
+{
+    if (debrief.Recordings.empty())
+        return "Nothing was recorded: \"File\", \"Record session\" begins a recording.";
+    return debrief.MomentOf(timeS) ? "Recorded: " + MomentText(debrief, timeS) : "This moment was not recorded.";
+}
+
 DebriefTable ItemTable(const Debrief& debrief)
 {
     DebriefTable table;

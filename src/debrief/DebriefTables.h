@@ -20,4 +20,6 @@ DebriefTable SummaryTable(const Debrief& debrief);
 /// What happened: a row for each item. Where the session was recorded the last column says where in the recording.
 DebriefTable ItemTable(const Debrief& debrief);
 DebriefTable FlightTable(const Debrief& debrief);
+/// Where the recording of a time is, or why there is none.
+std::string RecordingText(const Debrief& debrief, double timeS);
 } // namespace corvane

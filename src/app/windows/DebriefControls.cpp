@@ -90,6 +90,7 @@ void DebriefControls::Show(const QWidget& radar)
 {
     if (!m_window) {
         m_window = std::make_unique<DebriefWindow>(m_state.MagVar, m_boxes);
+        connect(m_window.get(), &DebriefWindow::RecordingWanted, this, &DebriefControls::RecordingWanted);
         PlaceInCorner(m_desk, "places/debrief", radar, *m_window, Qt::BottomLeftCorner);
     }
     m_window->Show(m_session->Judge(), m_session->Area());

@@ -37,6 +37,10 @@ public:
     /// Opens the window over the radar, with the debrief so far.
     void Open(QWidget& radar);
 
+signals:
+    /// A recording is to be played from a moment on, whatever the radar is in.
+    void RecordingWanted(const DebriefMoment& moment);
+
 private:
     [[nodiscard]] double Now() const;
     void Hear(std::string_view from, std::string_view text);

@@ -10,10 +10,13 @@
 #include "area/windows/ChooserWindow.h"
 #include "builder/windows/BuilderWindow.h"
 #include "core/DatabaseFiles.h"
+#include "core/Rounding.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
 #include "core/windows/WindowManners.h"
+#include "debrief/Debrief.h"
 #include "net/memory/InMemoryNetwork.h"
+#include "recording/RecordedSessionProvider.h"
 #include "session/windows/ConnectionWindow.h"
 
 #include <QCoreApplication>
@@ -31,6 +34,7 @@ Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& pra
       m_practice(practice),
       m_boxes(boxes),
       m_script(std::move(script)),
+      m_recording(recording),
       m_desk(desk),
       m_radar(state, factory, boxes, recording, desk, m_closed)
 {
@@ -44,6 +48,9 @@ Program::Program(AppState& state, SessionPeerFactory& factory, PracticeHost& pra
     connect(&m_radar, &RadarWindows::TouchedWhileTaken, this, &Program::ShowChooser);
     connect(&m_radar, &RadarWindows::DatabaseDeleted, this, &Program::End);
     connect(&m_radar, &RadarWindows::LocateAgainRequested, this, [this] { m_locateAgain = true; });
+    connect(&m_radar, &RadarWindows::RecordingWanted, this, [this](const DebriefMoment& moment) {
+        QTimer::singleShot(0, this, [this, moment] { PlayRecording(moment); }); // the table that asks is filled anew
+    });
     connect(&m_radar, &RadarWindows::Disconnected, this, &Program::AfterDisconnect);
 }
 
@@ -225,6 +232,20 @@ void Program::OpenRadar()
     constexpr int UsualTargets = 3; // a scenario begins with as few as it likes
     if (!m_script.Screenshot.isEmpty())
         m_radar.RunForScreenshot(m_script.Screenshot, m_script.Scenario ? 1 : UsualTargets);
+}
+
+/// Over the area that is loaded, whatever was recorded: the session says nothing of where it took place.
+void Program::PlayRecording(const DebriefMoment& moment)
+{
+    if (!m_radar.LeaveForRecording() || !m_connection)
+        return;
+    constexpr double MillisecondsPerSecond = 1000;
+    m_recording.Sessions.PlayNext(moment.File, RoundTo<std::int32_t>(moment.AtS * MillisecondsPerSecond));
+    BringUp(*m_connection);
+    m_boxes.JoinBegins();
+    if (!m_connection->JoinFirstSession(ToQString(PlaybackConnectionName)))
+        m_boxes.JoinEnds();
+    m_recording.Sessions.AskUser();
 }
 
 void Program::ShowChooser()

@@ -50,6 +50,7 @@ private:
     void OfferScenarios();
     void OpenRadar();
     void AfterDisconnect();
+    void PlayRecording(const DebriefMoment& moment);
     void ShowChooser();
     void RunScriptInChooser();
     void RunScriptInConnection();
@@ -61,6 +62,7 @@ private:
     PracticeHost& m_practice;
     ScriptedBoxes& m_boxes;
     ScriptedStart m_script;
+    RecordingParts m_recording;
     DeskSettings& m_desk;
     QTimer m_practiceTimer;
     QElapsedTimer m_clock;

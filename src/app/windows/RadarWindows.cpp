@@ -30,6 +30,7 @@ RadarWindows::RadarWindows(AppState& state, SessionPeerFactory& factory, Message
       m_closed(closed),
       m_debrief(std::make_unique<DebriefControls>(state, recording.Recorder, boxes, desk))
 {
+    connect(m_debrief.get(), &DebriefControls::RecordingWanted, this, &RadarWindows::RecordingWanted);
 }
 
 RadarWindows::~RadarWindows()
@@ -58,6 +59,16 @@ void RadarWindows::Close()
     m_closed.Take(m_over, *this);
     m_closed.Take(m_main, *this);
     m_closed.Take(m_chat, *this);
+}
+
+bool RadarWindows::LeaveForRecording()
+{
+    if (m_main &&
+        (m_recording.Playback.IsOpen() ||
+         m_boxes.Confirm(MessageTitle, "Do you want to leave the session and open the recording?")) &&
+        m_main) // it may have ended behind the box
+        m_main->Leave();
+    return !m_main;
 }
 
 void RadarWindows::RunForScreenshot(const QString& fileName, int targets)

@@ -11,6 +11,7 @@
 
 namespace corvane {
 struct AppState;
+struct DebriefMoment;
 class ChatWindow;
 class DebriefControls;
 class DeskSettings;
@@ -33,6 +34,9 @@ public:
     /// practice  the wind of it where it is a practice session of this program
     void Open(const QString& hostedAt, const std::optional<PracticeWind>& practice);
     void Close();
+    /// Leaves the session, if there is one and the user does not want to stay; nothing is lost by leaving a recording.
+    /// Returns whether there is none now.
+    bool LeaveForRecording();
     /// Saves the radar's picture once so many targets have moved, and ends the program.
     void RunForScreenshot(const QString& fileName, int targets);
 
@@ -52,6 +56,8 @@ signals:
     void DatabaseDeleted();
     /// Sessions are to be located as soon as this one has been left, which is next.
     void LocateAgainRequested();
+    /// A moment of the debrief is to be looked at in its recording.
+    void RecordingWanted(const DebriefMoment& moment);
     /// The session is over.
     void Disconnected();
 

@@ -11,6 +11,7 @@ class QMenu;
 
 namespace corvane {
 class PlaybackClock;
+class RecordedSessionProvider;
 class RecordingDialogs;
 class SessionRecorder;
 
@@ -19,6 +20,7 @@ struct RecordingParts {
     SessionRecorder& Recorder;
     PlaybackClock& Playback;
     RecordingDialogs& Dialogs;
+    RecordedSessionProvider& Sessions;
 };
 
 /// The radar's controls for recordings: the menu entry that records the session, the menu that is there while a

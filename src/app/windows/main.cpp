@@ -102,7 +102,7 @@ int main(int argc, char** argv)
     if (script.Scenario)
         practice.AddAndPlay(*script.Scenario);
     ScriptedBoxes boxes(shown, script);
-    Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs}, desk);
+    Program program(*state, factory, practice, boxes, script, {recorder, playback, dialogs, recordedProvider}, desk);
     program.Start();
     return QApplication::exec();
 }

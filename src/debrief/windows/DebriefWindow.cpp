@@ -21,6 +21,9 @@ DebriefWindow::DebriefWindow(const MagVarGrid& grid, MessageBoxes& boxes)
 {
     m_ui->setupUi(this);
     PressOnReturn(*this);
+    connect(m_ui->Items, &QTableWidget::itemSelectionChanged, this, &DebriefWindow::ShowMoment);
+    connect(m_ui->Items, &QTableWidget::cellActivated, m_ui->OpenRecording, &QPushButton::click);
+    connect(m_ui->OpenRecording, &QPushButton::clicked, this, &DebriefWindow::OpenMoment);
     connect(m_ui->SaveHtml, &QPushButton::clicked, this, [this] { SaveAs("html", tr("Pages (*.html)")); });
     connect(m_ui->SaveJson, &QPushButton::clicked, this, [this] { SaveAs("json", tr("JSON (*.json)")); });
     connect(m_ui->CloseButton, &QPushButton::clicked, this, &QWidget::close);
@@ -65,8 +68,32 @@ void DebriefWindow::ShowTables()
     setWindowTitle(tr("Debrief: %1").arg(ToQString(m_debrief->Session)));
     Fill(*m_ui->Summary, SummaryTable(*m_debrief));
     Fill(*m_ui->Items, ItemTable(*m_debrief));
+    ShowMoment();
     Fill(*m_ui->Flights, FlightTable(*m_debrief));
     m_ui->Pages->setTabText(1, tr("What &happened (%1)").arg(m_debrief->Items.size()));
+}
+
+/// The time of the item that is picked, if any is.
+std::optional<double> DebriefWindow::PickedTimeS() const
+{
+    const int row = m_ui->Items->currentRow();
+    if (!m_debrief || row < 0 || static_cast<std::size_t>(row) >= m_debrief->Items.size())
+        return std::nullopt;
+    return m_debrief->Items[static_cast<std::size_t>(row)].TimeS;
+}
+
+void DebriefWindow::ShowMoment()
+{
+    const auto timeS = PickedTimeS();
+    m_ui->Moment->setText(timeS ? ToQString(RecordingText(*m_debrief, *timeS)) : QString());
+    m_ui->OpenRecording->setEnabled(timeS && m_debrief->MomentOf(*timeS));
+}
+
+void DebriefWindow::OpenMoment()
+{
+    if (const auto timeS = PickedTimeS())
+        if (const auto moment = m_debrief->MomentOf(*timeS))
+            emit RecordingWanted(*moment);
 }
 
 void DebriefWindow::ShowPictures()

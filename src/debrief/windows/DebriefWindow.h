@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class DebriefForm;
@@ -26,7 +27,14 @@ public:
     /// area  over whose map the tracks are drawn
     void Show(Debrief debrief, std::shared_ptr<const AreaModel> area);
 
+signals:
+    /// An item's recording is to be played from its moment on.
+    void RecordingWanted(const DebriefMoment& moment);
+
 private:
+    [[nodiscard]] std::optional<double> PickedTimeS() const;
+    void ShowMoment();
+    void OpenMoment();
     void ShowTables();
     void ShowPictures();
     void SaveAs(const QString& suffix, const QString& filter);

@@ -185,7 +185,7 @@ void ConnectionWindow::JoinClicked()
 bool ConnectionWindow::JoinFirstSession(const QString& connectionName)
 {
     const auto types = m_ui->List1->findItems(connectionName, Qt::MatchExactly);
-    if (types.isEmpty())
+    if (types.isEmpty() || !m_ui->Command1->isEnabled())
         return false;
     m_ui->List1->setCurrentItem(types.first());
     m_ui->Command1->click();

@@ -25,7 +25,7 @@ public:
     ~ConnectionWindow() override;
 
     /// Presses the buttons that a person would press: picks the connection type of this name, locates sessions, and
-    /// joins the first. Returns whether the type and a session are there.
+    /// joins the first. Returns whether the type and a session are there, and no other is being joined.
     bool JoinFirstSession(const QString& connectionName);
 
     /// Presses "Locate Session".

@@ -47,8 +47,10 @@ TEST_F(DebriefWindowTest, ShowsAndSavesWhatWasSaid)
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->windowHandle()->transientParent(), m_radar->windowHandle());
     auto& items = In<QTableWidget>(window, "Items");
-    ASSERT_EQ(items.rowCount(), 1);
+    ASSERT_EQ(items.rowCount(), 1) << Shown().toStdString();
     ASSERT_EQ(items.columnCount(), 5) << "nothing is recorded";
+    EXPECT_FALSE(In<QPushButton>(window, "OpenRecording").isEnabled());
+    EXPECT_TRUE(In<QLabel>(window, "Moment").text().startsWith("Nothing was recorded"));
     EXPECT_EQ(Cell(items, 0, 1), "not understood");
     EXPECT_EQ(Cell(items, 0, 2), pilot);
     auto& flights = In<QTableWidget>(window, "Flights");
@@ -75,6 +77,49 @@ TEST_F(DebriefWindowTest, ShowsAndSavesWhatWasSaid)
     EXPECT_TRUE(Cell(summary, 6, 1).startsWith("2, ")) << "and has the rest: " << Cell(summary, 6, 1).toStdString();
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(DebriefWindowTest, OpensTheRecordingAtAnItem)
+{
+    m_dialogs.File = m_folder.Path() / "evening.cvr";
+    Choose(m_radar, "record_session1");
+    ASSERT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
+    m_nowMs += 5000; // of the recording
+    const QString pilot = TalkToAPilot("brew coffee");
+    m_nowMs += 4000;
+    Fire(m_radar, "Timer1");
+    Choose(m_radar, "debrief1");
+    QWidget* const window = WaitFor("Debrief");
+    ASSERT_NE(window, nullptr);
+    In<QTabWidget>(window, "Pages").setCurrentIndex(1);
+    auto& items = In<QTableWidget>(window, "Items");
+    ASSERT_GE(items.rowCount(), 1) << Shown().toStdString();
+    ASSERT_TRUE(In<QPushButton>(window, "OpenRecording").isEnabled());
+
+    m_dialogs.File.reset(); // nobody is asked for a file
+    QTest::keyClick(&items, Qt::Key_Return);
+    ASSERT_TRUE(WaitUntil([&] { return m_shown.Last().find("leave the session") != std::string::npos; }));
+    EXPECT_TRUE(m_recorder.IsRecording()) << "the user stays";
+    m_shown.ConfirmAnswer = true;
+    m_shown.Texts.clear();
+    QTest::keyClick(&items, Qt::Key_Return);
+    ASSERT_TRUE(WaitUntil([&] { return m_playback.IsOpen() && Find("Form1") != nullptr; }));
+    EXPECT_GT(m_playback.PositionMs(), 0);
+    EXPECT_LE(m_playback.PositionMs(), 9000);
+    EXPECT_TRUE(WaitUntil([&] { return m_state.Players.PlayerCount() > 3; }));
+    EXPECT_EQ(m_shown.Texts.size(), 1U) << m_shown.Last() << ": the join's own boxes are answered";
+
+    m_shown.Texts.clear();
+    Click(window, "OpenRecording");
+    ASSERT_TRUE(WaitUntil([&] { return Find("Form2") == nullptr && m_playback.IsOpen() && !m_playback.IsPaused(); }));
+    EXPECT_THAT(m_shown.Texts, testing::IsEmpty()) << "nothing is lost by leaving a recording";
+    Click(WaitFor("Form1"), "Command3");
+    ASSERT_NE(WaitFor("Form2"), nullptr);
+    std::filesystem::remove(m_folder.Path() / "evening.cvr");
+    Click(window, "OpenRecording");
+    EXPECT_TRUE(WaitUntil([&] { return !m_shown.Texts.empty(); }));
+    EXPECT_THAT(m_shown.Texts.front(), testing::HasSubstr("evening.cvr"));
+    EXPECT_FALSE(m_playback.IsOpen());
 }
 
 TEST_F(DebriefWindowTest, ComesAtTheEndWhereTheUserWantsItAndOfPracticeAlone)

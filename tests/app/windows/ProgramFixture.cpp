@@ -55,7 +55,7 @@ void ProgramTest::Open()
     m_boxes = std::make_unique<ScriptedBoxes>(m_shown, m_script);
     m_desk = std::make_unique<DeskSettings>(DeskFile());
     m_program = std::make_unique<Program>(m_state, m_factory, m_practice, *m_boxes, m_script,
-                                          RecordingParts{m_recorder, m_playback, m_dialogs}, *m_desk);
+                                          RecordingParts{m_recorder, m_playback, m_dialogs, m_recorded}, *m_desk);
     m_program->Start();
 }
 
