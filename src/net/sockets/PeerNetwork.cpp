@@ -48,6 +48,13 @@ public:
         return m_congested || m_bytes > Enough / m_players;
     }
 
+    /// Network thread: so many players are in the session.
+    void SetPlayers(std::size_t players)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_players = std::max<std::size_t>(players, 1);
+    }
+
     /// Network thread: everything that waits goes to its connections.
     void SendAll()
     {
@@ -60,16 +67,14 @@ private:
     void SendSome()
     {
         constexpr std::size_t Portion = 65536;
-        const std::size_t players = std::max<std::size_t>(m_sockets.Machine().Table().Players().size(), 1);
         for (std::size_t sent = 0; sent < Portion;) {
             const std::size_t bytes = SendOne();
             if (bytes == 0)
                 break;
-            sent += bytes * players;
+            sent += bytes * m_players; // which this thread alone changes
         }
         {
             const std::scoped_lock lock(m_mutex);
-            m_players = players;
             m_scheduled = !m_messages.empty();
             if (m_scheduled)
                 asio::post(m_io, [this] { SendSome(); });
@@ -175,7 +180,11 @@ public:
         m_changed.notify_all();
     }
 
-    void OnChanged(PeerMachine& machine) override { Members.Update(machine); }
+    void OnChanged(PeerMachine& machine) override
+    {
+        Members.Update(machine);
+        Sending.SetPlayers(machine.Table().Players().size());
+    }
 
     Result<WireId> Request(const Work& start, const std::function<bool()>& whileWaiting)
     {

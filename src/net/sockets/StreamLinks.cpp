@@ -205,8 +205,10 @@ bool StreamLinks::Congested() const
     const auto now = Clock::now();
     return std::ranges::any_of(m_links, [&](const auto& one) {
         const auto& connection = one.second.Connection;
-        return connection && connection->QueuedBytes() > m_limits.HighWater &&
-               now - connection->LastProgress() < Stalled;
+        if (!connection || connection->QueuedBytes() <= m_limits.HighWater)
+            return false;
+        const auto idle = now - connection->LastProgress();
+        return idle < Stalled || (idle < m_limits.Patience && connection->QueuedBytes() > m_limits.MaxQueued / 2);
     });
 }
 } // namespace corvane::directplay

@@ -15,6 +15,7 @@ struct LinkLimits {
     Millis FailedPause{10000};        ///< no answers to an address that could not be reached
     std::size_t MaxQueued = 16777216; ///< bytes waiting for one machine
     std::size_t HighWater = 2097152;  ///< bytes from which the sender had better wait
+    Millis Patience{5000};            ///< how long a sender waits for one that has stopped reading
     std::size_t MaxStrangers = 32;    ///< answers' connections at a time
 };
 
@@ -45,7 +46,7 @@ public:
     void Tick();
 
     [[nodiscard]] bool Empty() const noexcept { return m_links.empty(); }
-    /// True while a machine that does read has a lot waiting for it.
+    /// True while a machine that does read has a lot waiting for it, or one that has paused half of what it may.
     [[nodiscard]] bool Congested() const;
 
 private:
