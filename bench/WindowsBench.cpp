@@ -11,6 +11,7 @@
 #include "core/windows/DeskSettings.h"
 #include "radar/windows/ScopeWidget.h"
 #include "recording/PlaybackClock.h"
+#include "recording/RecordedSessionProvider.h"
 #include "recording/RecordingDialogs.h"
 #include "recording/SessionRecorder.h"
 #include "session/CompositePeerFactory.h"
@@ -256,8 +257,9 @@ void LongestPauseInASession(benchmark::State& state)
     NoDialogs dialogs;
     PlaybackClock playback([] { return std::int64_t{0}; });
     SessionRecorder recorder([] { return std::int64_t{0}; });
+    RecordedSessionProvider recordings(playback, dialogs, shown);
     DeskSettings desk{QString()};
-    Program program(app, factory, practice, boxes, script, {recorder, playback, dialogs}, desk);
+    Program program(app, factory, practice, boxes, script, {recorder, playback, dialogs, recordings}, desk);
     program.Start();
     QWidget* const radar = WaitForWindow("Form1");
     if (radar == nullptr) {
