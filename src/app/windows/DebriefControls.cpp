@@ -69,9 +69,9 @@ void DebriefControls::End(const QWidget& radar)
     if ((m_window && m_window->isVisible()) || m_desk.Flag(AtEndKey, false)) {
         Show(radar);
         m_window->hide();
-        if (m_window->windowHandle() != nullptr)
-            m_window->windowHandle()->setTransientParent(nullptr);                              // the radar, which goes
-        QTimer::singleShot(0, m_window.get(), [window = m_window.get()] { BringUp(*window); }); // over what comes next
+        if (QWindow* const handle = m_window->windowHandle())
+            handle->setTransientParent(nullptr); // the radar goes, and the window comes again over what is opened next
+        QTimer::singleShot(0, m_window.get(), [window = m_window.get()] { BringUp(*window); });
     }
     m_session.reset();
 }

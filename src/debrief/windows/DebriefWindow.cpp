@@ -20,6 +20,8 @@ DebriefWindow::DebriefWindow(const MagVarGrid& grid, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::DebriefForm>()), m_grid(grid), m_boxes(boxes)
 {
     m_ui->setupUi(this);
+    m_ui->Timeline->setAccessibleName(TimelineLabel);
+    m_ui->Tracks->setAccessibleName(TracksLabel);
     PressOnReturn(*this);
     connect(m_ui->Items, &QTableWidget::itemSelectionChanged, this, &DebriefWindow::ShowMoment);
     connect(m_ui->Items, &QTableWidget::cellActivated, m_ui->OpenRecording, &QPushButton::click);
