@@ -34,14 +34,17 @@ void HealthLine::Refresh()
     const bool over = report.Level == HealthLevel::Over;
     m_parts.Bar.setVisible(over || m_malformed > 0 || m_parts.Show.isChecked());
     m_parts.Locate.setVisible(over);
-    QString text = ToQString(report.Text);
+    QStringList parts{ToQString(report.Text)};
     if (!m_hostedAt.isEmpty())
-        text += ", hosting at " + m_hostedAt;
+        parts << "hosting at " + m_hostedAt;
     if (m_recording.Recorder.IsRecording())
-        text += ", recording";
+        parts << "recording";
     if (m_malformed > 0)
-        text += m_malformed == 1 ? tr(", 1 malformed message passed over")
-                                 : tr(", %1 malformed messages passed over").arg(m_malformed);
+        parts << (m_malformed == 1 ? tr("1 malformed message passed over")
+                                   : tr("%1 malformed messages passed over").arg(m_malformed));
+    if (parts.size() > 1 && parts.first().endsWith('.'))
+        parts.first().chop(1);
+    const QString text = parts.join(", ");
     if (text == m_parts.Text.text())
         return;
     m_parts.Text.setText(text);
