@@ -5,8 +5,8 @@
 run_packages=(cmake ninja-build g++ qt6-base-dev qt6-multimedia-dev libgl-dev libasio-dev libcli11-dev nlohmann-json3-dev
   libvalijson-dev libbenchmark-dev libgtest-dev libgmock-dev libcpp-httplib-dev zlib1g-dev fonts-dejavu-core)
 # Those that the tests need besides.
-test_packages=(clang-14 libclang-rt-14-dev libgdal-dev xvfb openbox xdotool dpkg-dev file desktop-file-utils appstream
-  g++-mingw-w64-x86-64-posix python3-minimal)
+test_packages=(clang-14 libclang-rt-14-dev libgdal-dev xvfb openbox xdotool x11-utils dpkg-dev file desktop-file-utils
+  appstream g++-mingw-w64-x86-64-posix python3-minimal)
 # For ./coverage and ./lint.
 coverage_packages=(gcovr)
 lint_packages=(clang-format-14 clang-tidy-14)
