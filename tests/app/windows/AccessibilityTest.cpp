@@ -1,11 +1,17 @@
 #include "tests/app/windows/DeskFixture.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTabBar>
 
+#include <set>
 #include <string>
 #include <vector>
 
-// What a screen reader finds: each window's tree is walked as assistive programs walk it.
+// What a screen reader finds: each window's tree is walked as assistive programs walk it. And what the keyboard finds:
+// each letter that Alt or an open menu answers to stands for one thing.
 
 namespace corvane {
 namespace {
@@ -46,8 +52,46 @@ void AddUnnamed(QAccessibleInterface* at, std::vector<std::string>& unnamed, int
         AddUnnamed(at->child(i), unnamed, seen);
 }
 
-void ExpectNames(QWidget* window)
+/// Of the texts that are on the screen at once, no two answer to the same letter.
+void ExpectLettersOfTheirOwn(const QStringList& texts, const std::string& where)
 {
+    std::set<QString> letters;
+    for (const QString& text : texts) {
+        const QString letter = QKeySequence::mnemonic(text).toString();
+        EXPECT_TRUE(letter.isEmpty() || letters.insert(letter).second) << where << ": " << text.toStdString();
+    }
+}
+
+QStringList TextsOf(const QList<QAction*>& entries)
+{
+    QStringList texts;
+    for (const QAction* entry : entries)
+        texts << entry->text();
+    return texts;
+}
+
+void ExpectLetters(const QWidget& window)
+{
+    const std::string name = window.objectName().toStdString();
+    QStringList texts;
+    for (const auto* bar : window.findChildren<QMenuBar*>())
+        texts << TextsOf(bar->actions());
+    for (const auto* label : window.findChildren<QLabel*>())
+        if (label->buddy() != nullptr)
+            texts << label->text();
+    for (const auto* button : window.findChildren<QAbstractButton*>())
+        texts << button->text();
+    for (const auto* tabs : window.findChildren<QTabBar*>())
+        for (int i = 0; i < tabs->count(); ++i)
+            texts << tabs->tabText(i);
+    ExpectLettersOfTheirOwn(texts, name);
+    for (const auto* menu : window.findChildren<QMenu*>())
+        ExpectLettersOfTheirOwn(TextsOf(menu->actions()), name + ", menu " + menu->title().toStdString());
+}
+
+void ExpectUsable(QWidget* window)
+{
+    ExpectLetters(*window);
     std::vector<std::string> unnamed;
     int seen = 0;
     AddUnnamed(QAccessible::queryAccessibleInterface(window), unnamed, seen);
@@ -60,51 +104,41 @@ class AccessibilityTest : public ProgramTest {};
 
 TEST_F(AccessibilityTest, SetUpAndBuilder)
 {
-    ExpectNames(StartInBuilder());
+    ExpectUsable(StartInBuilder());
 }
 
 TEST_F(AccessibilityTest, FirstStartAndWorldData)
 {
     QWidget* const setup = StartInSetup();
-    ExpectNames(setup);
+    ExpectUsable(setup);
     QPushButton* const world = setup->findChild<QPushButton*>("WorldData");
     ASSERT_NE(world, nullptr);
     world->click();
-    ExpectNames(WaitFor("WorldDataForm"));
+    ExpectUsable(WaitFor("WorldDataForm"));
 }
 
 TEST_F(AccessibilityTest, ChooserAndConnection)
 {
     QWidget* const chooser = StartInChooser();
-    ExpectNames(chooser);
+    ExpectUsable(chooser);
     PickAirport(chooser, "KSEA");
-    ExpectNames(WaitFor("Form2"));
+    ExpectUsable(WaitFor("Form2"));
 }
 
-TEST_F(DeskTest, EveryControlOfTheRadarsWindowsHasAName)
+TEST_F(DeskTest, EveryControlOfTheRadarsWindowsHasANameAndALetterOfItsOwn)
 {
-    ExpectNames(m_radar);
-    ExpectNames(m_chat);
-    for (const auto& [entry, name] : {std::pair("find1", "Find"),
-                                      {"show_traffic1", "Traffic"},
-                                      {"second_scope1", "SecondScope"},
-                                      {"display_options_op1", "DisplayOptionsForm"},
-                                      {"appearance_op1", "AppearanceForm"},
-                                      {"signals_op1", "AttentionForm"},
-                                      {"debrief1", "Debrief"}}) {
+    ExpectUsable(m_radar);
+    ExpectUsable(m_chat);
+    for (const auto& [entry, name] : BesideTheRadar) {
         Choose(m_radar, entry);
         QWidget* const window = WaitFor(name);
-        ExpectNames(window);
+        ExpectUsable(window);
         window->close();
     }
-    for (const auto& [entry, name] : {std::pair("about_program1", "Form7"),
-                                      {"preferences_op1", "Form10"},
-                                      {"show_airpts_list1", "Form9"},
-                                      {"edit_players1", "Form11"},
-                                      {"load_all_db_files", "Form5"}}) {
+    for (const auto& [entry, name] : InTheRadarsPlace) {
         Choose(m_radar, entry);
         QWidget* const window = WaitFor(name);
-        ExpectNames(window);
+        ExpectUsable(window);
         window->close();
         ASSERT_TRUE(WaitUntilGone(name));
     }

@@ -93,8 +93,8 @@ TEST_F(DeskTest, TheChatLineRecallsCompletesAndWritesReadyTexts)
     QTest::keyClick(&Line(), Qt::Key_Return);
     EXPECT_TRUE(QRegularExpression("^\\d\\d:\\d\\d \\*\\*ATC Controller: later ").match(Shown()).hasMatch());
     StartOverInRadar();
-    QTest::keyClick(&Line(), Qt::Key_F4);
-    EXPECT_EQ(Line().text(), ", radar contact") << "no pilot is selected";
+    QTest::keyClick(&In<QListWidget>(m_chat, "List1"), Qt::Key_F4);
+    EXPECT_EQ(Line().text(), ", radar contact") << "no pilot is selected in the list, which has the keyboard";
     EXPECT_TRUE(In<QAction>(m_chat, "show_times1").isChecked());
 }
 } // namespace

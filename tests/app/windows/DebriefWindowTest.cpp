@@ -75,6 +75,7 @@ TEST_F(DebriefWindowTest, ShowsAndSavesWhatWasSaid)
     EXPECT_TRUE(WaitUntil([&] { return window->isVisible(); })) << "an open one stays";
     auto& summary = In<QTableWidget>(window, "Summary");
     EXPECT_TRUE(Cell(summary, 6, 1).startsWith("2, ")) << "and has the rest: " << Cell(summary, 6, 1).toStdString();
+    BringUp(window);
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
 }

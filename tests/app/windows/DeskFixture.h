@@ -12,6 +12,24 @@ namespace corvane {
 /// The program in the radar, with the chat beside it, and as it is after it was started once more.
 class DeskTest : public ProgramTest {
 protected:
+    /// A window that a menu entry of the radar opens.
+    struct MenuWindow {
+        const char* Entry;
+        const char* Name;
+    };
+    static constexpr MenuWindow InTheRadarsPlace[] = {{"about_program1", "Form7"},
+                                                      {"preferences_op1", "Form10"},
+                                                      {"show_airpts_list1", "Form9"},
+                                                      {"edit_players1", "Form11"},
+                                                      {"load_all_db_files", "Form5"}};
+    static constexpr MenuWindow BesideTheRadar[] = {{"find1", "Find"},
+                                                    {"show_traffic1", "Traffic"},
+                                                    {"second_scope1", "SecondScope"},
+                                                    {"display_options_op1", "DisplayOptionsForm"},
+                                                    {"appearance_op1", "AppearanceForm"},
+                                                    {"signals_op1", "AttentionForm"},
+                                                    {"debrief1", "Debrief"}};
+
     void SetUp() override
     {
         ProgramTest::SetUp();

@@ -23,11 +23,7 @@ TEST_F(DeskTest, WindowsOverTheRadarBelongToItAndItPointsThemOut)
     EXPECT_EQ(m_chat->windowHandle()->transientParent(), m_radar->windowHandle());
     EXPECT_FALSE(m_chat->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_EQ(m_chat->windowType(), Qt::Dialog) << "as X11 has it";
-    for (const auto& [entry, name] : {std::pair("about_program1", "Form7"),
-                                      {"preferences_op1", "Form10"},
-                                      {"show_airpts_list1", "Form9"},
-                                      {"edit_players1", "Form11"},
-                                      {"load_all_db_files", "Form5"}}) {
+    for (const auto& [entry, name] : InTheRadarsPlace) {
         Choose(m_radar, entry);
         QWidget* const window = WaitFor(name);
         EXPECT_EQ(window->windowHandle()->transientParent(), m_radar->windowHandle()) << name;
@@ -60,7 +56,7 @@ TEST_F(DeskTest, PlacesAreRememberedAndTheViewOnRequest)
     for (const bool remember : {false, true}) {
         m_radar->setGeometry(30, 60, 700, 500);
         m_chat->setGeometry(200, 220, 400, 260);
-        QCoreApplication::processEvents();
+        EXPECT_TRUE(WaitUntil([&] { return m_radar->size() == QSize(700, 500); }));
         if (remember)
             Choose(m_radar, "remember_op1");
         Click(m_radar, "Command5");
@@ -69,12 +65,34 @@ TEST_F(DeskTest, PlacesAreRememberedAndTheViewOnRequest)
         m_state.Flags.ShowVors = false;
         Click(m_chat, "Command2");
         StartOverInRadar();
-        QCoreApplication::processEvents();
-        EXPECT_EQ(m_radar->size(), QSize(700, 500));
-        EXPECT_EQ(m_chat->size(), QSize(400, 260));
+        EXPECT_TRUE(WaitUntil([&] { return m_radar->size() == QSize(700, 500); }));
+        EXPECT_TRUE(WaitUntil([&] { return m_chat->size() == QSize(400, 260); }));
         EXPECT_EQ(m_state.Flags.ShowVors, !remember);
         EXPECT_EQ(In<QLabel>(m_radar, "Label7").text() == zoom, remember);
         EXPECT_EQ(m_chat->isVisible(), !remember) << "a radar that opens opens the chat, too, by itself";
+    }
+}
+
+TEST_F(DeskTest, WindowsBesideTheRadarKeepTheirPlaceWhenItCloses)
+{
+    constexpr int FramePx = 8; // which some desktops add to a window that comes again
+    std::vector<QPoint> places;
+    for (const auto& [entry, name] : BesideTheRadar) {
+        Choose(m_radar, entry);
+        places.push_back(QPoint(41, 41) + QPoint(10, 10) * static_cast<int>(places.size()));
+        QWidget* const window = WaitFor(name);
+        window->resize(window->size().boundedTo({600, 500})); // which fits on every screen
+        window->move(places.back());
+    }
+    Click(m_radar, "Command3"); // the debrief stays, until the program ends
+    WaitFor("Form2");
+    StartOverInRadar();
+    auto place = places.begin();
+    for (const auto& [entry, name] : BesideTheRadar) {
+        Choose(m_radar, entry);
+        QWidget* const window = WaitFor(name);
+        EXPECT_TRUE(WaitUntil([&] { return (window->pos() - *place).manhattanLength() <= FramePx; })) << name;
+        ++place;
     }
 }
 
