@@ -46,14 +46,6 @@ const TargetLines& TargetTexts::LinesFor(const PlayerRecord& target, std::size_t
     return entry.Lines;
 }
 
-std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots, const PlayerRecord& target) noexcept
-{
-    if (!EligiblePilot(target, pilots.OwnPlayerId, pilots.OwnName) || !OnEarth({target.Latitude, target.Longitude}))
-        return std::nullopt;
-    const ScopePoint at = ProjectToScope(view, {target.Latitude, target.Longitude});
-    return InsideScope(view, at) ? std::optional(at) : std::nullopt;
-}
-
 void UpdateMinimumAltitudes(const MapScene& scene, const Pilots& pilots, MinimumAltitudes& altitudes)
 {
     for (std::size_t slot = 0; slot < pilots.Players.size(); ++slot) {
@@ -61,15 +53,6 @@ void UpdateMinimumAltitudes(const MapScene& scene, const Pilots& pilots, Minimum
         if (TargetPixel(scene.View, pilots, target))
             target.MinimumAltitudeFt = altitudes.For(scene.Area, target, slot);
     }
-}
-
-ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept
-{
-    constexpr double VectorPx = 15;
-    const double heading =
-        TrueFromMagnetic(grid, target.MagHeading, {target.Latitude, target.Longitude}) * RadiansPerDegree;
-    return Offset(at, RoundTo<std::int32_t>(VectorPx * std::sin(heading)),
-                  -RoundTo<std::int32_t>(VectorPx * std::cos(heading)));
 }
 
 static void DrawTarget(Surface& surface, ScopePoint at, ScopePoint vectorEnd, const TargetLines& lines,

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "core/Geodesy.h"
+#include "core/Rounding.h"
 #include "radar/MapScene.h"
 #include "radar/MinimumAltitude.h"
 #include "radar/Pilots.h"
+#include "radar/ScopeView.h"
 #include "radar/Surface.h"
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -47,9 +51,24 @@ struct TargetMemory {
 };
 
 /// A target's pixel, or nothing where it is not shown: the controller's own entry, observers, what lies off the scope.
-std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots, const PlayerRecord& target) noexcept;
+/// Inline, as the next one, because it is asked for every target at each refresh.
+inline std::optional<ScopePoint> TargetPixel(const ScopeView& view, const Pilots& pilots,
+                                             const PlayerRecord& target) noexcept
+{
+    if (!EligiblePilot(target, pilots.OwnPlayerId, pilots.OwnName) || !OnEarth({target.Latitude, target.Longitude}))
+        return std::nullopt;
+    const ScopePoint at = ProjectToScope(view, {target.Latitude, target.Longitude});
+    return InsideScope(view, at) ? std::optional(at) : std::nullopt;
+}
 /// The end of the heading vector of a target at a pixel.
-ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept;
+inline ScopePoint HeadingVectorEnd(const MagVarGrid& grid, const PlayerRecord& target, ScopePoint at) noexcept
+{
+    constexpr double VectorPx = 15;
+    const double heading =
+        TrueFromMagnetic(grid, target.MagHeading, {target.Latitude, target.Longitude}) * RadiansPerDegree;
+    return Offset(at, RoundTo<std::int32_t>(VectorPx * std::sin(heading)),
+                  -RoundTo<std::int32_t>(VectorPx * std::cos(heading)));
+}
 
 /// Stores the minimum altitude of every target that is on the scope. DrawTargets does this by itself unless measuring;
 /// it stands alone for a picture that begins in the middle of measuring.
