@@ -100,7 +100,7 @@ static Result<void> ResolveFiles(WorldOptions& options)
     WorldImport& import = options.Import;
     import.Apt.Pavements = !options.NoPavements;
     if (!options.NoMaps)
-        import.Maps = FindMapSources(import.AppFolder, DefaultDataFolder());
+        import.Maps = FindMapSources(import.AppFolder, DefaultDataFolder(), options.FlightGear);
     if (options.FlightGear.empty())
         return {};
     const FlightGearFiles found = FilesOfFlightGear(options.FlightGear);

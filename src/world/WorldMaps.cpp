@@ -8,7 +8,7 @@
 #include "demo/WorldFiles.h"
 #include "import/MapImport.h"
 
-#include <array>
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -21,17 +21,18 @@ static bool IsFolder(const fs::path& path)
     return fs::is_directory(path, ignored);
 }
 
-MapSources FindMapSources(const fs::path& appFolder, const fs::path& tables)
+MapSources FindMapSources(const fs::path& appFolder, const fs::path& tables, const fs::path& flightGear)
 {
     MapSources sources;
     sources.Tables = tables;
     if (IsFolder(appFolder / "terrain"))
         sources.Terrain = appFolder / "terrain";
-    for (const fs::path& folder : {appFolder / "outlines", fs::path("/usr/share/gmt-gshhg"),
-                                   fs::path("/usr/share/gshhg-gmt-nc4"), fs::path("/usr/share/gmt/coast")}) {
-        if (sources.Outlines.empty() && IsFolder(folder))
-            sources.Outlines = folder;
-    }
+    std::vector<fs::path> folders = {appFolder / "outlines", "/usr/share/gmt-gshhg", "/usr/share/gshhg-gmt-nc4",
+                                     "/usr/share/gmt/coast"};
+    if (!flightGear.empty())
+        folders.push_back(flightGear / "Geodata");
+    if (const auto found = std::ranges::find_if(folders, IsFolder); found != folders.end())
+        sources.Outlines = *found;
     return sources;
 }
 

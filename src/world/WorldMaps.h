@@ -20,8 +20,12 @@ struct MapSources {
     std::filesystem::path Tables;   ///< the program's own, coarse: for what has no other source; empty for none
 };
 
-/// What is there: the folders "outlines" and "terrain" in the database's folder, GSHHG where distributions put it.
-MapSources FindMapSources(const std::filesystem::path& appFolder, const std::filesystem::path& tables);
+/// What is there: the folders "outlines" and "terrain" in the database's folder, GSHHG where distributions put it, the
+/// outlines of Natural Earth among FlightGear's data.
+///
+/// flightGear  the folder of these data; empty for none
+MapSources FindMapSources(const std::filesystem::path& appFolder, const std::filesystem::path& tables,
+                          const std::filesystem::path& flightGear);
 
 /// What was made; a map that was there already stays.
 struct WorldMapCounts {

@@ -152,6 +152,12 @@ TEST_F(ImportedOutlines, OfProjectedShapefilesAndPackagesAreDegrees)
         ASSERT_TRUE(counts) << counts.error().Text();
         EXPECT_THAT(ReadBack(), ElementsAre(PenUp, At(45, 9), At(46, 9))) << file;
     }
+    fs::remove(m_folder.Path() / "p.shx"); // as some hand them on
+    fs::remove(m_folder.Path() / "p.dbf");
+    const auto counts = ImportOutlines({{m_folder.Path() / "p.shp"}, {}, Out()});
+    ASSERT_TRUE(counts) << counts.error().Text();
+    EXPECT_THAT(ReadBack(), ElementsAre(PenUp, At(45, 9), At(46, 9)));
+    EXPECT_FALSE(fs::exists(m_folder.Path() / "p.shx"));
 }
 
 TEST_F(ImportedOutlines, TakeOnlyTheLayersAskedFor)
@@ -192,7 +198,8 @@ INSTANTIATE_TEST_SUITE_P(
                     BadCase{"Empty", "a.geojson", "empty", "is no map that can be read"},
                     BadCase{"NoMap", "a.txt", "Hello, world.", "is no map that can be read"},
                     BadCase{"CutOff", "a.geojson", LineString("[[1,2],[3,4").substr(0, 80), "GeoJSON"},
-                    BadCase{"ShapefileAlone", "a.shp", std::string("\0\0\x27\x0a", 4) + std::string(96, '\0'), "a.shx"},
+                    BadCase{"ShapefileOfZeros", "a.shp", std::string("\0\0\x27\x0a", 4) + std::string(96, '\0'),
+                            "holds no lines and no areas"},
                     BadCase{"OnlyPoints", "a.geojson", Feature(R"({"type":"Point","coordinates":[1,2]})"),
                             "holds no lines and no areas"},
                     BadCase{"BeyondThePole", "a.geojson", LineString("[[5,45],[6,91.5]]"),

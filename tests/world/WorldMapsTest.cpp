@@ -76,7 +76,8 @@ TEST_F(MakingMaps, FindsFoldersBesideTheDatabaseFirst)
 {
     fs::create_directory(m_app / "terrain");
     fs::create_directory(m_app / "outlines");
-    const MapSources sources = FindMapSources(m_app, "tables");
+    fs::create_directories(m_folder.Path() / "fg/Geodata");
+    const MapSources sources = FindMapSources(m_app, "tables", m_folder.Path() / "fg");
     EXPECT_EQ(sources.Outlines, m_app / "outlines");
     EXPECT_EQ(sources.Terrain, m_app / "terrain");
     EXPECT_EQ(sources.Tables, "tables");

@@ -23,6 +23,11 @@ static std::filesystem::path PathOf(const QString& text)
     return text.trimmed().toStdString();
 }
 
+static MapSources MapsThere(const AppState& state)
+{
+    return FindMapSources(state.AppFolder, DefaultDataFolder(), FindFlightGear().value_or(std::filesystem::path()));
+}
+
 WorldDataWindow::WorldDataWindow(AppState& state, MessageBoxes& boxes)
     : m_ui(std::make_unique<Ui::WorldDataForm>()), m_state(state), m_boxes(boxes)
 {
@@ -33,7 +38,7 @@ WorldDataWindow::WorldDataWindow(AppState& state, MessageBoxes& boxes)
         m_ui->Navaids->setText(ShownPath(files.NavDat));
         m_ui->Hint->setText(tr("FlightGear's data were found. Other files will do as well."));
     }
-    m_ui->Maps->setText(ToQString(MapSourcesText(FindMapSources(m_state.AppFolder, DefaultDataFolder()))));
+    m_ui->Maps->setText(ToQString(MapSourcesText(MapsThere(m_state))));
     connect(m_ui->BrowseAirports, &QPushButton::clicked, this, [this] { BrowseInto(*m_ui->Airports, false); });
     connect(m_ui->BrowseNavaids, &QPushButton::clicked, this, [this] { BrowseInto(*m_ui->Navaids, false); });
     connect(m_ui->BrowseAirspaces, &QPushButton::clicked, this, [this] { BrowseInto(*m_ui->Airspaces, true); });
@@ -77,7 +82,7 @@ void WorldDataWindow::Begin()
         import.Airspaces.push_back(PathOf(file));
     import.Apt.Pavements = m_ui->Pavements->isChecked();
     import.AppFolder = m_state.AppFolder;
-    import.Maps = FindMapSources(m_state.AppFolder, DefaultDataFolder());
+    import.Maps = MapsThere(m_state);
     m_job = std::make_unique<WorldDataModel>(std::move(import), DefaultDataFolder());
     ShowWhetherReady();
     m_look.start();

@@ -3,11 +3,14 @@
 #include "core/File.h"
 #include "core/Geodesy.h"
 #include "core/OpenFile.h"
+#include "core/Text.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cpl_conv.h>
 #include <cpl_error.h>
+#include <cpl_vsi.h>
 #include <gdal_priv.h>
 #include <limits>
 #include <ogr_spatialref.h>
@@ -23,11 +26,13 @@ GdalSession::GdalSession()
     GDALAllRegister();
     GDALSetCacheMax64(BlockCacheBytes);
     OSRSetPROJEnableNetwork(0);
+    CPLSetThreadLocalConfigOption("SHAPE_RESTORE_SHX", "YES"); // of copies in memory: others have theirs
     CPLErrorReset();
 }
 
 GdalSession::~GdalSession()
 {
+    CPLSetThreadLocalConfigOption("SHAPE_RESTORE_SHX", nullptr);
     CPLPopErrorHandler();
 }
 
@@ -40,9 +45,32 @@ std::string GdalSession::Reason(const char* otherwise)
     return reason.empty() ? otherwise : reason;
 }
 
+static constexpr const char* CopiesInMemory = "/vsimem/corvane"; // a folder of GDAL's own
+
 void CloseDataset::operator()(GDALDataset* dataset) const noexcept
 {
     GDALClose(dataset);
+    VSIRmdirRecursive(CopiesInMemory);
+}
+
+static bool LacksIndex(const std::filesystem::path& shapefile)
+{
+    std::filesystem::path index = shapefile;
+    return ToLower(shapefile.extension().string()) == ".shp" && !FileExists(index.replace_extension(".shx")) &&
+           !FileExists(index.replace_extension(".SHX"));
+}
+
+/// Shapefiles are handed on without their index, which GDAL makes anew beside them: so beside a copy.
+static Result<std::string> CopyInMemory(const std::filesystem::path& shapefile)
+{
+    const std::string copy = CopiesInMemory + ('/' + shapefile.stem().string());
+    std::filesystem::path system = shapefile;
+    if (FileExists(system.replace_extension(".prj")))
+        CPLCopyFile((copy + ".prj").c_str(), FullName(system).c_str());
+    CPLErrorReset();
+    if (CPLCopyFile((copy + ".shp").c_str(), FullName(shapefile).c_str()) != 0)
+        return Fail(FullName(shapefile), GdalSession::Reason("cannot be read"));
+    return copy + ".shp";
 }
 
 /// Only drivers that read the file itself: others follow what it says to other files or over the network.
@@ -51,12 +79,15 @@ static Result<DatasetHandle> OpenLocalFile(const std::filesystem::path& path, un
 {
     if (const Result<void> regular = RequireRegularFile(path); !regular)
         return regular.error();
+    const Result<std::string> name = LacksIndex(path) ? CopyInMemory(path) : Result(FullName(path));
+    if (!name)
+        return name.error();
     CPLErrorReset();
-    DatasetHandle dataset(
-        GDALDataset::Open(FullName(path).c_str(), kind | GDAL_OF_READONLY, drivers, nullptr, nullptr));
+    DatasetHandle dataset(GDALDataset::Open(name->c_str(), kind | GDAL_OF_READONLY, drivers, nullptr, nullptr));
     if (dataset)
         return dataset;
-    return Fail(FullName(path), GdalSession::Reason(otherwise)); // no reason: no driver knows the file
+    const std::string reason = GdalSession::Reason(otherwise); // no reason: no driver knows the file
+    return Fail(FullName(path), reason.find(CopiesInMemory) == std::string::npos ? reason : otherwise);
 }
 
 Result<DatasetHandle> OpenVectorFile(const std::filesystem::path& path)
