@@ -64,6 +64,11 @@ std::optional<PracticeWind> PracticeHost::WindIn(std::string_view instanceGuid) 
     return m_playing ? m_scenarios[*m_playing].Wind : PracticeWind();
 }
 
+std::string PracticeHost::DestinationOf(std::string_view callsign) const
+{
+    return m_session ? m_session->DestinationOf(callsign) : std::string();
+}
+
 void PracticeHost::Advance(double nowS)
 {
     if (m_session)

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] const std::string& ServedAt() const noexcept { return m_address; }
     /// The wind in the session of that instance GUID; nothing where that is another's.
     [[nodiscard]] std::optional<PracticeWind> WindIn(std::string_view instanceGuid) const;
+    /// Where a pilot of the session flies to, by its callsign: an ICAO code; empty where it goes to no airport.
+    [[nodiscard]] std::string DestinationOf(std::string_view callsign) const;
     /// Lives on to a time on a clock in seconds.
     void Advance(double nowS);
 

@@ -50,6 +50,7 @@ struct Hosted {
     WatchedHost Host;
     std::function<Result<void>()> Advance;
     std::function<void()> End;
+    std::function<std::string(std::string_view)> DestinationOf = {}; ///< of simulated pilots
 };
 /// Makes a session with the factory's peers; the clock goes on with the run.
 using MakeHosted =
@@ -150,8 +151,9 @@ static Result<void> Serve(const HostOptions& options, const Console& console, co
     watch.Begin(hosted->Host, end.ElapsedMs());
     if (debrief && !hosted->Host.IsPilot)
         debrief->Watch().Ignore(hosted->Host.Name);
-    if (debrief && options.Scenario)
-        debrief->Watch().SetWind(options.Scenario->Wind);
+    if (debrief)
+        debrief->Watch().SetPractice(
+            {options.Scenario ? options.Scenario->Wind : PracticeWind(), hosted->DestinationOf});
     const Result<void> ran = Run(*hosted, watch, feedOut->get(), debrief ? &*debrief : nullptr, end);
     hosted->End();
     events.Disconnected(ran ? end.Reason() : ran.error().Text());
@@ -190,7 +192,8 @@ static Result<void> HostPractice(HostOptions& options, const Console& console)
                               session->Advance(static_cast<double>(now()) / 1000);
                               return {};
                           },
-                          [session] { session->End(); }};
+                          [session] { session->End(); },
+                          [session](std::string_view name) { return session->DestinationOf(name); }};
         });
 }
 

@@ -14,7 +14,11 @@ const char* NameOf(DebriefKind kind) noexcept
 
 std::optional<double> DebriefFlight::DelayS() const
 {
-    if (!LandedS || !UnhinderedS || Track.empty())
+    if (!UnhinderedS)
+        return std::nullopt;
+    if (ReadyS && TookOffS)
+        return std::max(0.0, *TookOffS - *ReadyS - *UnhinderedS);
+    if (!LandedS || Track.empty())
         return std::nullopt;
     return std::max(0.0, *LandedS - Track.front().TimeS - *UnhinderedS);
 }

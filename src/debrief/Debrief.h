@@ -42,15 +42,17 @@ struct DebriefPlace {
 struct DebriefFlight {
     std::string Callsign;
     std::string AircraftTitle;
-    std::optional<double> YoursS; ///< the controller's first word to it that it answered
-    std::optional<double> TookOffS;
+    std::optional<double> YoursS;   ///< the controller's first word to it that it answered
+    std::optional<double> TookOffS; ///< first
     std::optional<double> LandedS;
     std::string LandedAt;              ///< ICAO code
-    std::optional<double> UnhinderedS; ///< that its way to the landing would have taken by itself
+    std::optional<double> ReadyS;      ///< of a departure: its first call, or when it first moved
+    std::optional<double> UnhinderedS; ///< that its way to the landing, or from there to the take-off, takes by itself
     int Instructions = 0;
     std::vector<DebriefPlace> Track;
 
-    /// Seconds more than the unhindered flight; nothing where that is not known.
+    /// Seconds more than the unhindered flight, or for a departure more than it takes to the first take-off; nothing
+    /// where that is not known.
     [[nodiscard]] std::optional<double> DelayS() const;
 };
 
@@ -80,7 +82,7 @@ struct Debrief {
     int TakeOffs = 0;
     double LongestCallS = 0; ///< that a pilot waited for an answer
     std::string LongestCallBy;
-    double DelayS = 0;              ///< of all that landed
+    double DelayS = 0;              ///< of all that landed or took off
     std::vector<DebriefItem> Items; ///< by time
     std::vector<DebriefFlight> Flights;
     std::vector<int> Handled; ///< aircraft that were yours, at the end of each minute

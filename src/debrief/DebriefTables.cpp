@@ -38,7 +38,7 @@ DebriefTable SummaryTable(const Debrief& debrief)
                   {"Below the minimum altitude", CountText(debrief, DebriefKind::LowAltitude)},
                   {"Landings, take-offs, go-arounds",
                    number(debrief.Landings) + ", " + number(debrief.TakeOffs) + ", " + number(debrief.GoArounds)},
-                  {"Delay of those that landed", ClockText(debrief.DelayS)},
+                  {"Delay of landings and take-offs", ClockText(debrief.DelayS)},
                   {"Instructions", number(debrief.Instructions) + ", of them " + number(debrief.Refused) +
                                        " refused, " + number(debrief.NotUnderstood) + " not understood; " +
                                        number(debrief.Unanswered) + " met silence"},

@@ -4,6 +4,7 @@
 #include "core/NumberText.h"
 #include "core/Rounding.h"
 #include "radar/DisplayOptions.h"
+#include "session/FlightPlanMemory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,6 +41,22 @@ const PlayerRecord* DebriefWatch::Find(std::int32_t id) const
     return found == m_pilots.end() ? nullptr : &*found;
 }
 
+void DebriefWatch::SetPractice(const PracticeKnowledge& knowledge)
+{
+    m_scene.SetWind(knowledge.Wind);
+    m_destinationOf = knowledge.DestinationOf;
+}
+
+/// Practice pilots fly by instrument rules, where nobody has entered a plan that says otherwise.
+void DebriefWatch::FilePlan(PlayerRecord& pilot) const
+{
+    constexpr std::uint8_t InstrumentRules = 1;
+    if (!m_destinationOf || HasFlightPlan(pilot))
+        return;
+    pilot.DestinationIcao = m_destinationOf(pilot.Name);
+    pilot.FlightRules = pilot.DestinationIcao.empty() ? pilot.FlightRules : InstrumentRules;
+}
+
 void DebriefWatch::TakePilots(std::span<const PlayerRecord> players, double nowS)
 {
     const std::vector<std::string> before = std::exchange(m_names, {});
@@ -50,7 +67,8 @@ void DebriefWatch::TakePilots(std::span<const PlayerRecord> players, double nowS
         if (player.Role != PilotRole || (player.Latitude == 0 && player.Longitude == 0))
             continue;
         PlayerRecord& pilot = m_pilots.emplace_back(player);
-        pilot.MinimumAltitudeFt = m_altitudes.For(*m_area, player, m_pilots.size() - 1);
+        FilePlan(pilot);
+        pilot.MinimumAltitudeFt = m_altitudes.For(*m_area, pilot, m_pilots.size() - 1);
         const std::pair place(player.Latitude, player.Longitude);
         if (std::exchange(m_lastPlaces[player.Name], place) != place)
             m_monitor.Report(pilot, nowS);
@@ -85,8 +103,9 @@ void DebriefWatch::TakeLoss(const PlayerRecord& one, const PlayerRecord& other, 
 
 void DebriefWatch::TakeLow(const Alert& alert, const PlayerRecord& pilot, double nowS)
 {
-    const auto [entry, isNew] = m_lowNow.try_emplace(pilot.Name);
-    if (!isNew || !m_radio.IsYours(pilot.Name))
+    const auto givenFt = m_radio.GivenFt(pilot.Name);
+    const bool charged = m_radio.IsYours(pilot.Name) && givenFt && *givenFt < alert.MinimumAltitudeFt;
+    if (!charged || !m_lowNow.insert(pilot.Name).second)
         return;
     m_items.push_back({nowS,
                        DebriefKind::LowAltitude,
@@ -98,7 +117,7 @@ void DebriefWatch::TakeLow(const Alert& alert, const PlayerRecord& pilot, double
 
 void DebriefWatch::TakeAlerts(double nowS)
 {
-    std::map<std::string, DebriefItem> low;
+    std::set<std::string> low;
     for (const Alert& alert : m_monitor.Alerts()) {
         const PlayerRecord* const first = Find(alert.FirstId);
         const PlayerRecord* const second = Find(alert.SecondId);
@@ -106,10 +125,10 @@ void DebriefWatch::TakeAlerts(double nowS)
             TakeLoss(*first, *second, nowS);
         if (alert.Kind == AlertKind::LowAltitude && first != nullptr) {
             TakeLow(alert, *first, nowS);
-            low[first->Name];
+            low.insert(first->Name);
         }
     }
-    std::erase_if(m_lowNow, [&low](const auto& entry) { return !low.contains(entry.first); });
+    std::erase_if(m_lowNow, [&low](const std::string& name) { return !low.contains(name); });
 }
 
 void DebriefWatch::Refresh(std::span<const PlayerRecord> players, double nowS)
@@ -168,7 +187,8 @@ Debrief DebriefWatch::Judge(std::string session) const
     std::stable_sort(debrief.Items.begin(), debrief.Items.end(),
                      [](const DebriefItem& a, const DebriefItem& b) { return a.TimeS < b.TimeS; });
     debrief.Handled = m_handled;
-    debrief.Flights = m_flights.Flights(*m_grid);
+    debrief.Flights =
+        m_flights.Flights(*m_grid, [this](const std::string& callsign) { return m_radio.FirstCallS(callsign); });
     for (DebriefFlight& flight : debrief.Flights) {
         flight.YoursS = m_radio.YoursSince(flight.Callsign);
         flight.Instructions = m_radio.InstructionsTo(flight.Callsign);

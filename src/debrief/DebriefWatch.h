@@ -7,16 +7,28 @@
 #include "radar/MinimumAltitude.h"
 #include "tracks/TrafficMonitor.h"
 
+#include <functional>
 #include <map>
+#include <set>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace corvane {
+/// What only the program that makes the practice session knows of it.
+struct PracticeKnowledge {
+    PracticeWind Wind = {}; ///< in which the pilots fly: delays are measured against flights in it
+    /// The ICAO code of the airport that a pilot flies to; empty where it goes to none or is not there. Low altitudes
+    /// are those of instrument flights to a destination: other flights have them once somebody enters their plans.
+    std::function<std::string(std::string_view callsign)> DestinationOf = {};
+};
+
 /// Watches a session from anybody's place in it, and judges it at its end. It knows what members say and where they
-/// are, nothing else. Separation is lost where the conflict alert, as the modern display sets it, says so; what was
-/// lost before an aircraft was the controller's is not charged. The area and the grid must outlive it.
+/// are, and what SetPractice adds. Separation is lost where the conflict alert, as the modern display sets it, says so;
+/// what was lost before an aircraft was the controller's is not charged, nor is a low altitude that the controller did
+/// not give: approaches lead below the minimum. The area and the grid must outlive it.
 class DebriefWatch {
 public:
     DebriefWatch(const AreaModel& area, const MagVarGrid& grid);
@@ -28,8 +40,7 @@ public:
 
     /// Names whose words count for nothing, such as that of a host who gives hints.
     void Ignore(std::string name) { m_radio.Ignore(std::move(name)); }
-    /// The air in which the pilots fly: delays are measured against flights in it.
-    void SetWind(const PracticeWind& wind) { m_scene.SetWind(wind); }
+    void SetPractice(const PracticeKnowledge& knowledge);
 
     /// A pilot is there, whose words may come before the next refresh.
     void Meet(const PlayerRecord& player);
@@ -51,6 +62,7 @@ private:
         std::string Why;
     };
 
+    void FilePlan(PlayerRecord& pilot) const;
     void TakePilots(std::span<const PlayerRecord> players, double nowS);
     void TakeAlerts(double nowS);
     void TakeLoss(const PlayerRecord& one, const PlayerRecord& other, double nowS);
@@ -63,6 +75,7 @@ private:
     PracticeScene m_scene;
     TrafficMonitor m_monitor;
     MinimumAltitudes m_altitudes;
+    std::function<std::string(std::string_view)> m_destinationOf;
     RadioWatch m_radio;
     FlightLog m_flights;
     FinalWatch m_finals;
@@ -70,7 +83,7 @@ private:
     std::vector<std::string> m_names;                              ///< theirs
     std::map<std::string, std::pair<double, double>> m_lastPlaces; ///< by callsign: latitude, longitude
     std::map<std::pair<std::string, std::string>, std::vector<Loss>> m_losses;
-    std::map<std::string, DebriefItem> m_lowNow; ///< by callsign
+    std::set<std::string> m_lowNow; ///< callsigns of those that are charged with it at present
     std::vector<DebriefItem> m_items;
     std::vector<int> m_handled;
     double m_nowS = 0;

@@ -31,6 +31,24 @@ static bool HandsOn(std::string_view rest)
                                           [](const Instruction& one) { return one.Kind == InstructionKind::Contact; });
 }
 
+/// What of an altitude given before holds after a line that was accepted.
+static std::optional<int> GivenAfter(std::string_view told, std::optional<int> givenFt)
+{
+    for (const Instruction& one : ParseInstructions(told).Instructions) {
+        switch (one.Kind) {
+        case InstructionKind::Altitude: givenFt = one.Number; break;
+        case InstructionKind::Approach:
+        case InstructionKind::Land:
+        case InstructionKind::TouchAndGo:
+        case InstructionKind::GoAround:
+        case InstructionKind::Resume:
+        case InstructionKind::Contact: givenFt.reset(); break;
+        default: break;
+        }
+    }
+    return givenFt;
+}
+
 void RadioWatch::Hear(std::string_view from, std::string_view text, std::span<const std::string> pilots, double nowS)
 {
     const std::string name(from);
@@ -87,6 +105,8 @@ void RadioWatch::TakeAnswer(const std::string& callsign, Contact& contact, std::
     } else if (text.starts_with("say again")) {
         ++m_counts.NotUnderstood;
         m_counts.Items.push_back({nowS, DebriefKind::NotUnderstood, {callsign}, std::string(text), told});
+    } else {
+        contact.GivenFt = GivenAfter(contact.Told, contact.GivenFt);
     }
 }
 
@@ -107,6 +127,7 @@ void RadioWatch::HearPilot(const std::string& callsign, std::string_view text, d
     if (WantsAnswer(text) && !contact.WaitsSinceS) {
         contact.WaitsSinceS = nowS;
         contact.Call = text;
+        contact.FirstCallS = contact.FirstCallS.value_or(nowS);
     }
 }
 
@@ -141,6 +162,18 @@ std::optional<double> RadioWatch::YoursSince(const std::string& callsign) const
 {
     const auto contact = m_contacts.find(callsign);
     return contact == m_contacts.end() ? std::nullopt : contact->second.FirstYoursS;
+}
+
+std::optional<int> RadioWatch::GivenFt(const std::string& callsign) const
+{
+    const auto contact = m_contacts.find(callsign);
+    return contact == m_contacts.end() ? std::nullopt : contact->second.GivenFt;
+}
+
+std::optional<double> RadioWatch::FirstCallS(const std::string& callsign) const
+{
+    const auto contact = m_contacts.find(callsign);
+    return contact == m_contacts.end() ? std::nullopt : contact->second.FirstCallS;
 }
 
 int RadioWatch::InstructionsTo(const std::string& callsign) const

@@ -27,6 +27,11 @@ public:
     /// Whether it has been spoken to, has answered, and was not handed on since.
     [[nodiscard]] bool IsYours(const std::string& callsign) const;
     [[nodiscard]] std::optional<double> YoursSince(const std::string& callsign) const;
+    /// The altitude in feet that it was given and accepted last; nothing where it has been cleared for an approach, has
+    /// resumed its own navigation or has been handed on since.
+    [[nodiscard]] std::optional<int> GivenFt(const std::string& callsign) const;
+    /// When it first called.
+    [[nodiscard]] std::optional<double> FirstCallS(const std::string& callsign) const;
     /// How many instructions it answered.
     [[nodiscard]] int InstructionsTo(const std::string& callsign) const;
     /// What it was last told, and when: "told \"descend 4000\" 35 s before"; empty where that is long ago.
@@ -45,6 +50,8 @@ private:
         bool Answers = false;              ///< still owes an answer to Told
         std::optional<double> WaitsSinceS; ///< for the controller
         std::string Call;
+        std::optional<double> FirstCallS;
+        std::optional<int> GivenFt;
     };
 
     void HearPilot(const std::string& callsign, std::string_view text, double nowS);

@@ -18,7 +18,7 @@ public:
     /// area  as it was when the session began, whatever is loaded later
     SessionDebrief(std::shared_ptr<const AreaModel> area, const MagVarGrid& grid, std::string session);
 
-    void SetWind(const PracticeWind& wind) { m_watch.SetWind(wind); }
+    void SetPractice(const PracticeKnowledge& knowledge) { m_watch.SetPractice(knowledge); }
 
     // Times are seconds since the session began and never go back. players are the session's, the own entry among them.
     /// A member said something.

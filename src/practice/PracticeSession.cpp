@@ -254,6 +254,14 @@ void PracticeSession::AskForAdmissionAgain()
     }
 }
 
+std::string PracticeSession::DestinationOf(std::string_view name) const
+{
+    for (const auto& member : Members())
+        if (member->Flying && member->Name() == name && member->Flying->Destination() != nullptr)
+            return member->Flying->Destination()->Icao;
+    return {};
+}
+
 void PracticeSession::End()
 {
     PracticeMember* const host = m_crew.Host();

@@ -38,6 +38,8 @@ public:
     [[nodiscard]] const PracticeCrew::List& Members() const noexcept { return m_crew.Members(); }
     /// The member that admits others; null while nobody here does.
     [[nodiscard]] const PracticeMember* Host() const noexcept { return m_crew.Host(); }
+    /// Where a pilot flies to, by its name: an ICAO code; empty where it goes to no airport or is not there.
+    [[nodiscard]] std::string DestinationOf(std::string_view name) const;
     /// The entry under which others find the session.
     [[nodiscard]] const SessionEntry& Entry() const noexcept { return m_entry; }
 

@@ -11,8 +11,10 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -184,6 +186,83 @@ TEST_F(Debriefs, MeasureDelayAgainstTheUnhinderedFlight)
     EXPECT_EQ(debrief.Landings, 1);
     EXPECT_NEAR(debrief.DelayS, 600, 150) << "a hold ends where it ends";
 }
+
+TEST_F(Debriefs, MeasureADepartureFromItsFirstCallToTheTakeOff)
+{
+    constexpr int KeptWaitingS = 300;
+    const PracticeScene scene = test::MakeScene();
+    PracticeRandom random(1);
+    PilotStart start;
+    start.Airport = scene.FindAirport("KBIG");
+    start.AsksFirst = true;
+    const std::string runway = start.Airport->TakeOffRunway(ClassOf(AircraftKind::Airliner).RunwayFt)->Name;
+    Pilot pilot(scene, *Grid, AircraftKind::Airliner, start, random);
+    const std::size_t index = Add("Alfa1", 0, 0, 0, 0, 0);
+    Watch->Meet(Players[index]);
+    int readyFor = 0;
+    bool called = false;
+    for (int second = 0; second < 2400 && pilot.State().AltitudeFt < 2000; ++second) {
+        const std::string request = pilot.Request();
+        if (!request.empty() && !std::exchange(called, true))
+            Watch->Hear("Alfa1", pilot.FirstCall(), Now);
+        if (request == "request taxi")
+            pilot.Obey(ParseInstructions("taxi to runway " + runway).Instructions);
+        else if (!request.empty() && ++readyFor == KeptWaitingS)
+            pilot.Obey(ParseInstructions("cleared for take-off").Instructions);
+        pilot.Step(random);
+        const ReportedPosition report = pilot.Report();
+        Players[index].Latitude = report.Position.Lat;
+        Players[index].Longitude = report.Position.Lon;
+        Players[index].AltitudeFt = static_cast<int>(report.AltitudeFt);
+        Players[index].GroundSpeedKt = static_cast<std::int16_t>(report.SpeedKt);
+        Watch->Refresh(Players, ++Now);
+        if (second == 1)
+            Take("Alfa1");
+    }
+    const Debrief debrief = Watch->Judge("S");
+    ASSERT_EQ(debrief.TakeOffs, 1);
+    EXPECT_NEAR(debrief.DelayS, KeptWaitingS, 20) << "it needs no pushback time once it has asked";
+}
+
+struct LowCase {
+    const char* Name;
+    std::vector<const char*> Told;
+    bool Answers = true;
+    std::size_t Charged = 0;
+};
+class LowAltitudes : public Debriefs, public testing::WithParamInterface<LowCase> {};
+
+TEST_P(LowAltitudes, AreChargedWhereTheControllerGaveThem)
+{
+    const LatLon hill = Along(Field, 0, 15);
+    Area.TerrainPoints = {{.Lat = hill.Lat, .Lon = hill.Lon, .ElevationFt = 1500}}; // 3500 ft is the minimum from there
+    Watch->SetPractice({{}, [](std::string_view name) { return std::string(name == "Alfa1" ? "KBIG" : ""); }});
+    const std::size_t low = Add("Alfa1", 0, 30, 6000, 0, 200);
+    Add("Bravo2", 180, 30, 2000, 180, 200); // goes nowhere
+    Live(3);
+    for (const char* told : GetParam().Told) {
+        Watch->Hear("ATC", std::string("Alfa1 ") + told, Now);
+        Watch->Hear("Alfa1", GetParam().Answers ? "roger, Alfa1" : "unable, we are low, Alfa1", Now);
+        Live(2);
+    }
+    Players[low].AltitudeFt = 2500;
+    Live(20);
+    EXPECT_EQ(std::ranges::count(Kinds(), "low altitude"), GetParam().Charged);
+    Players[low].AltitudeFt = 6000;
+    Live(20);
+    Players[low].AltitudeFt = 2500;
+    Live(20);
+    EXPECT_EQ(std::ranges::count(Kinds(), "low altitude"), GetParam().Charged * 2) << "once each time";
+}
+
+INSTANTIATE_TEST_SUITE_P(Debrief, LowAltitudes,
+                         testing::Values(LowCase{"Given", {"descend 2500"}, true, 1},
+                                         LowCase{"GivenWithAnApproach", {"descend 2500", "cleared ILS runway 16"}},
+                                         LowCase{"GivenAnotherOne", {"descend 2500", "climb 5000"}},
+                                         LowCase{"HighEnough", {"descend 3500"}},
+                                         LowCase{"Refused", {"descend 2500"}, false},
+                                         LowCase{"NeverGiven", {"turn left heading 270"}}),
+                         [](const auto& row) { return std::string(row.param.Name); });
 
 TEST_F(Debriefs, PagesEscapeNamesAndStandOnTheirOwn)
 {

@@ -28,12 +28,12 @@ DebriefControls::DebriefControls(const AppState& state, const SessionRecorder& r
 
 DebriefControls::~DebriefControls() = default;
 
-void DebriefControls::Begin(const ChatWindow& chat, const PracticeWind& wind)
+void DebriefControls::Begin(const ChatWindow& chat, const PracticeKnowledge& practice)
 {
     assert(!m_session);
     m_session = std::make_unique<SessionDebrief>(std::make_shared<const AreaModel>(m_state.Area), m_state.MagVar,
                                                  PracticeSessionName(m_state.Area.AreaName));
-    m_session->SetWind(wind);
+    m_session->SetPractice(practice);
     m_beganMs = m_clock();
     connect(&chat, &ChatWindow::LineAdded, this, &DebriefControls::Hear);
     m_timer.start();

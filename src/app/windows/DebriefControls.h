@@ -31,7 +31,7 @@ public:
 
     /// The radar opens in a practice session of this program.
     /// chat  of the session; must outlive the watch
-    void Begin(const ChatWindow& chat, const PracticeWind& wind);
+    void Begin(const ChatWindow& chat, const PracticeKnowledge& practice);
     /// The radar closes, whatever session it was in.
     void End(const QWidget& radar);
     /// Opens the window over the radar, with the debrief so far.

@@ -225,7 +225,10 @@ void Program::OfferScenarios()
 
 void Program::OpenRadar()
 {
-    m_radar.Open(m_connection->HostedAt(), m_practice.WindIn(m_state.Session.SessionGuid));
+    std::optional<PracticeKnowledge> practice;
+    if (const auto wind = m_practice.WindIn(m_state.Session.SessionGuid))
+        practice = PracticeKnowledge{*wind, [this](std::string_view name) { return m_practice.DestinationOf(name); }};
+    m_radar.Open(m_connection->HostedAt(), practice);
     m_closed.Take(m_connection, *this);
     m_boxes.JoinEnds();
     m_script.Practice = false;

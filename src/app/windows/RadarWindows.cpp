@@ -38,7 +38,7 @@ RadarWindows::~RadarWindows()
     KeepPlaces();
 }
 
-void RadarWindows::Open(const QString& hostedAt, const std::optional<PracticeWind>& practice)
+void RadarWindows::Open(const QString& hostedAt, const std::optional<PracticeKnowledge>& practice)
 {
     assert(!m_main);
     m_chat = std::make_unique<ChatWindow>(m_state.Session, m_state.Players, m_boxes, m_desk);

@@ -2,7 +2,7 @@
 
 #include "app/windows/ClosedWindows.h"
 #include "app/windows/RecordingControls.h"
-#include "practice/Wind.h"
+#include "debrief/DebriefWatch.h"
 
 #include <QObject>
 
@@ -11,7 +11,6 @@
 
 namespace corvane {
 struct AppState;
-struct DebriefMoment;
 class ChatWindow;
 class DebriefControls;
 class DeskSettings;
@@ -31,8 +30,8 @@ public:
     ~RadarWindows() override;
 
     /// hostedAt  where this program hosts the session on the network; empty where it does not
-    /// practice  the wind of it where it is a practice session of this program
-    void Open(const QString& hostedAt, const std::optional<PracticeWind>& practice);
+    /// practice  what is known of it where it is a practice session of this program
+    void Open(const QString& hostedAt, const std::optional<PracticeKnowledge>& practice);
     void Close();
     /// Leaves the session, if there is one and the user does not want to stay; nothing is lost by leaving a recording.
     /// Returns whether there is none now.
