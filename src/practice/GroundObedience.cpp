@@ -1,6 +1,9 @@
 #include "practice/GroundObedience.h"
 
 #include "practice/ReadBack.h"
+#include "practice/TaxiRoute.h"
+
+#include <utility>
 
 namespace corvane {
 using Kind = InstructionKind;
@@ -38,15 +41,18 @@ ObeyAnswer GroundObedience::ObeyTaxi(const Instruction& instruction)
     const PracticeAirport* airport = m_pilot.Orders.Trip.Airport;
     if (ground.Phase() != PilotPhase::Parked && ground.Phase() != PilotPhase::TaxiOut)
         return ObeyRefusal{m_pilot.Orders.Ground.IsOnWayIn() ? "we have landed" : "we are on the runway"};
-    if (!instruction.Via.empty())
-        return ObeyRefusal{"we do not know the taxiways"};
     const PracticeRunway* runway = instruction.Name.empty() ? airport->TakeOffRunway(m_pilot.Aircraft.RunwayFt)
                                                             : airport->FindRunway(instruction.Name);
     if (runway == nullptr)
         return ObeyRefusal{"no runway " + instruction.Name + " at " + airport->Icao};
     if (runway->LengthFt < m_pilot.Aircraft.RunwayFt)
         return ObeyRefusal{"runway " + runway->Name + " is too short for us"};
-    ground.TaxiTo(*runway, m_pilot.State, *airport);
+    if (instruction.Via.empty())
+        ground.TaxiTo(*runway, m_pilot.State, *airport);
+    else if (NamedRoute route = RouteVia(*airport, *runway, m_pilot.State.Position, instruction.Via); route.Way.empty())
+        return ObeyRefusal{std::move(route.WhyNot)};
+    else
+        ground.TaxiOn(*runway, std::move(route.Way));
     Instruction named = instruction;
     named.Name = runway->Name;
     return ReadBackOf(named);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <utility>
 
 namespace corvane {
 static constexpr double TaxiKt = 18;
@@ -41,13 +42,24 @@ void GroundRun::PlanTaxiOut(const FlightState& state, const PracticeAirport& air
     m_taxiRoute = RouteToRunway(airport, *m_runway, state.Position);
 }
 
-/// To its stand, or the next one where nobody stands.
+/// Its stand, or the next one that nobody has or taxies to; with more aircraft than stands two share one.
+void GroundRun::PickStand(const PracticeAirport& airport, const GroundView& view)
+{
+    for (std::size_t tries = airport.StandCount(); tries > 0 && view.IsTaken(airport.Stand(m_stand)); --tries)
+        ++m_stand;
+}
+
+void GroundRun::FindFreeStand(FlightState& state, const PracticeAirport& airport, const GroundView& view)
+{
+    assert(m_phase == PilotPhase::Parked);
+    PickStand(airport, view);
+    state.Position = airport.Stand(m_stand);
+}
+
 void GroundRun::StartTaxiIn(const FlightState& state, const Journey& journey, const GroundView& view)
 {
     m_phase = PilotPhase::TaxiIn;
-    for (std::size_t tries = journey.Airport->Stands.size(); tries > 0 && view.IsTaken(journey.Airport->Stand(m_stand));
-         --tries)
-        ++m_stand;
+    PickStand(*journey.Airport, view);
     m_taxiRoute = RouteToStand(*journey.Airport, *m_runway, state.Position, journey.Airport->Stand(m_stand));
 }
 
@@ -81,6 +93,16 @@ void GroundRun::TaxiTo(const PracticeRunway& runway, const FlightState& state, c
     m_runway = &runway;
     m_holdPosition = false;
     PlanTaxiOut(state, airport);
+}
+
+void GroundRun::TaxiOn(const PracticeRunway& runway, std::deque<LatLon> way)
+{
+    assert(!way.empty());
+    m_givenRunway = &runway;
+    m_runway = &runway;
+    m_holdPosition = false;
+    m_phase = PilotPhase::TaxiOut;
+    m_taxiRoute = std::move(way);
 }
 
 void GroundRun::LineUpAndWait() noexcept

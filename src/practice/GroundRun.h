@@ -5,6 +5,7 @@
 #include "practice/Journey.h"
 
 #include <deque>
+#include <optional>
 
 namespace corvane {
 enum class PilotPhase : std::uint8_t { Parked, TaxiOut, LineUp, TakeOff, Airborne, LandingRoll, TaxiIn };
@@ -34,6 +35,8 @@ public:
     void Pushback() noexcept;
     /// Taxies to a runway, from now on or anew.
     void TaxiTo(const PracticeRunway& runway, const FlightState& state, const PracticeAirport& airport);
+    /// The same on a way to the runway as RouteVia finds one.
+    void TaxiOn(const PracticeRunway& runway, std::deque<LatLon> way);
     void HoldShort() noexcept { m_atHoldingPoint = true; }
     void LineUpAndWait() noexcept;
     void ClearTakeOff() noexcept;
@@ -44,6 +47,14 @@ public:
     [[nodiscard]] bool StandIsLeftOf(const PracticeRunway& runway, const PracticeAirport& airport) const noexcept
     {
         return OffsetFromLine(runway.Threshold, runway.Course, airport.Stand(m_stand)).LeftNm >= 0;
+    }
+
+    /// Goes to the next stand of the airport where nobody stands, if its own is taken; it is parked.
+    void FindFreeStand(FlightState& state, const PracticeAirport& airport, const GroundView& view);
+    /// The stand to which it taxies; nothing while it taxies to none.
+    [[nodiscard]] std::optional<LatLon> StandAhead() const
+    {
+        return m_phase == PilotPhase::TaxiIn && !m_taxiRoute.empty() ? std::optional(m_taxiRoute.back()) : std::nullopt;
     }
 
     /// Waits for the controller's word before it taxies and before it enters the runway.
@@ -69,6 +80,7 @@ public:
 private:
     void StartTaxiOut(const FlightState& state, const Journey& journey);
     void PlanTaxiOut(const FlightState& state, const PracticeAirport& airport);
+    void PickStand(const PracticeAirport& airport, const GroundView& view);
     void StartTaxiIn(const FlightState& state, const Journey& journey, const GroundView& view);
     [[nodiscard]] bool GivesWay(const FlightState& state, const PracticeAirport& airport, const GroundView& view);
     [[nodiscard]] bool IsNearLine(const FlightState& state) const noexcept;

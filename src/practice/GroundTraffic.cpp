@@ -11,9 +11,9 @@ static bool MayBeNear(const LatLon& one, const LatLon& other, double nm) noexcep
     return std::abs(one.Lat - other.Lat) * NmPerDegree <= nm;
 }
 
-void GroundTraffic::Add(const FlightState& state, bool parked, Index who)
+void GroundTraffic::Add(const FlightState& state, bool parked, Index who, const std::optional<LatLon>& standAhead)
 {
-    m_aircraft.push_back({state, parked, who});
+    m_aircraft.push_back({state, parked, standAhead, who});
 }
 
 bool GroundTraffic::BlocksWay(const FlightState& state, Index self) const noexcept
@@ -73,9 +73,12 @@ bool GroundTraffic::IsOnShortFinal(const PracticeRunway& runway, Index self) con
 bool GroundTraffic::IsTaken(const LatLon& stand, Index self) const noexcept
 {
     constexpr double StandNm = 0.01;
+    const auto isThere = [&stand](const LatLon& place) {
+        return MayBeNear(place, stand, StandNm) && RangeNm(place, stand) < StandNm;
+    };
     for (const Aircraft& other : m_aircraft)
-        if (other.Who != self && other.State.OnGround && MayBeNear(other.State.Position, stand, StandNm) &&
-            RangeNm(other.State.Position, stand) < StandNm)
+        if (other.Who != self && other.State.OnGround &&
+            (isThere(other.State.Position) || (other.StandAhead && isThere(*other.StandAhead))))
             return true;
     return false;
 }

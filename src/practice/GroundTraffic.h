@@ -15,7 +15,8 @@ public:
     static constexpr Index Nobody = static_cast<Index>(-1);
 
     void Clear() noexcept { m_aircraft.clear(); }
-    void Add(const FlightState& state, bool parked, Index who);
+    /// standAhead  to which it taxies
+    void Add(const FlightState& state, bool parked, Index who, const std::optional<LatLon>& standAhead = std::nullopt);
 
     /// Whether somebody else is right ahead of an aircraft that taxies, nearer than it should be.
     [[nodiscard]] bool BlocksWay(const FlightState& state, Index self) const noexcept;
@@ -23,13 +24,14 @@ public:
     [[nodiscard]] bool IsOccupied(const PracticeRunway& runway, Index self, double fromKt) const noexcept;
     /// Whether somebody else is about to land on it.
     [[nodiscard]] bool IsOnShortFinal(const PracticeRunway& runway, Index self) const noexcept;
-    /// Whether somebody else is parked at a place.
+    /// Whether somebody else stands at a place, or taxies there to stand.
     [[nodiscard]] bool IsTaken(const LatLon& stand, Index self) const noexcept;
 
 private:
     struct Aircraft {
         FlightState State;
         bool Parked = false;
+        std::optional<LatLon> StandAhead;
         Index Who = Nobody;
     };
     std::vector<Aircraft> m_aircraft;

@@ -95,6 +95,12 @@ void Pilot::BeginParked(PracticeRandom& random)
     m_planner.Plan(m_orders.Trip, m_orders.Trip.Airport, random);
 }
 
+void Pilot::StandApart(const GroundView& view)
+{
+    if (Phase() == PilotPhase::Parked && m_orders.Trip.Airport != nullptr)
+        m_orders.Ground.FindFreeStand(m_state, *m_orders.Trip.Airport, view);
+}
+
 void Pilot::BeginAirborne(Scenario scenario, PracticeRandom& random)
 {
     m_orders.Ground.BeginAirborne();

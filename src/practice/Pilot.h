@@ -29,6 +29,10 @@ public:
     Pilot(const PracticeScene& scene, const MagVarGrid& grid, AircraftKind kind, const PilotStart& start,
           PracticeRandom& random);
 
+    /// Goes to a stand of its own, if it is parked where somebody else stands.
+    void StandApart(const GroundView& view);
+    /// The stand to which it taxies; nothing while it taxies to none.
+    [[nodiscard]] std::optional<LatLon> StandAhead() const { return m_orders.Ground.StandAhead(); }
     /// Lives one step of StepS seconds.
     /// view  the traffic on the ground and about to land
     void Step(PracticeRandom& random, const GroundView& view = {});

@@ -189,8 +189,7 @@ LatLon PracticeAirport::Stand(std::size_t number) const noexcept
     const PracticeRunway& runway = Runways.front();
     constexpr double RowNm = 0.25;
     constexpr double SpotNm = 0.03;
-    constexpr std::size_t Spots = 12;
-    const double along = (static_cast<double>(number % Spots) - Spots / 2.0) * SpotNm;
+    const double along = (static_cast<double>(number % MadeStands) - MadeStands / 2.0) * SpotNm;
     const LatLon middle = Along(runway.Threshold, runway.Course, runway.LengthFt / FeetPerNm / 2 + along);
     return Along(middle, runway.Course + 90, RowNm);
 }

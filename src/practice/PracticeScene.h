@@ -46,6 +46,9 @@ struct PracticeAirport {
     [[nodiscard]] const PracticeRunway* FindRunway(std::string_view name) const noexcept;
     /// Where an aircraft stands: a parking spot by number, or one made beside the runways where there is none.
     [[nodiscard]] LatLon Stand(std::size_t number) const noexcept;
+    /// How many of them there are; numbers from there on begin anew.
+    [[nodiscard]] std::size_t StandCount() const noexcept { return Stands.empty() ? MadeStands : Stands.size(); }
+    static constexpr std::size_t MadeStands = 12;
 };
 
 struct PracticeFix {

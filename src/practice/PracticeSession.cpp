@@ -124,6 +124,10 @@ Result<PracticeMember*> PracticeSession::AddMember(std::shared_ptr<SessionPeer> 
     const auto id = peer->CreatePlayer(name, MemberManners::FormalName);
     if (!id)
         return id.error();
+    if (pilot) {
+        SeeGround();
+        pilot->StandApart(GroundView(m_ground, GroundTraffic::Nobody));
+    }
     auto member = std::make_unique<PracticeMember>(std::move(peer), *id, std::move(name), std::move(pilot));
     member->ShortPositions = m_random.Chance(m_options.ShortPositionShare);
     return &m_crew.Add(std::move(member));
@@ -212,14 +216,19 @@ void PracticeSession::AnswerChat(PracticeMember& member)
     member.Say(answer + ", " + member.Name());
 }
 
-void PracticeSession::LiveOneStep()
+void PracticeSession::SeeGround()
 {
-    m_crew.HostingS += StepS;
     m_ground.Clear();
     for (const auto& member : Members())
         if (member->Flying)
             m_ground.Add(member->Flying->State(), member->Flying->Phase() == PilotPhase::Parked,
-                         static_cast<std::size_t>(member->Id()));
+                         static_cast<std::size_t>(member->Id()), member->Flying->StandAhead());
+}
+
+void PracticeSession::LiveOneStep()
+{
+    m_crew.HostingS += StepS;
+    SeeGround();
     for (const auto& member : Members()) {
         member->WaitingS += StepS;
         if (!member->Flying)

@@ -56,6 +56,7 @@ private:
     void JoinObserver();
 
     // Living
+    void SeeGround();
     void LiveOneStep();
     void AnswerChat(PracticeMember& member);
     void AskForAdmissionAgain();
@@ -70,7 +71,7 @@ private:
 
     TrafficMaker m_traffic;
     PracticeCrew m_crew;
-    GroundTraffic m_ground; ///< as it was before the present step
+    GroundTraffic m_ground; ///< as it was before the present step, or when somebody came last
     std::optional<ScenarioDirector> m_director;
     std::optional<double> m_clockS; ///< lived up to here
 };

@@ -36,9 +36,13 @@ static bool IsOnRunway(const PracticeRunway& runway, const LatLon& place, double
            offset.OutNm > -runway.LengthFt / FeetPerNm - besideNm;
 }
 
+/// How far from its beginning a runway is entered on a way that ends on it.
+static constexpr double NearBeginningNm = 0.2;
+
 /// The cheapest node from which a runway can be entered near its beginning; nothing where no way leads to one.
+/// onRunway  whether it may lie on the runway itself, as the end of an entry that a controller names
 static std::optional<std::size_t> EntryTo(const PracticeRunway& runway, const TaxiNetwork& taxiways,
-                                          const TaxiNetwork::Ways& ways)
+                                          const TaxiNetwork::Ways& ways, bool onRunway)
 {
     constexpr double FarthestNm = 0.35;
     constexpr double BacktrackCosts = 4; // a mile down the runway is one less for the take-off
@@ -47,7 +51,9 @@ static std::optional<std::size_t> EntryTo(const PracticeRunway& runway, const Ta
     double bestNm = 0;
     for (std::size_t i = 0; i < taxiways.Nodes().size(); ++i) {
         const double nm = RangeNm(taxiways.Nodes()[i], lineUp);
-        if (nm > FarthestNm || !ways.Reaches(i) || IsOnRunway(runway, taxiways.Nodes()[i], HoldNm))
+        if (nm > FarthestNm || !ways.Reaches(i))
+            continue;
+        if (IsOnRunway(runway, taxiways.Nodes()[i], HoldNm) && (!onRunway || nm > NearBeginningNm))
             continue;
         if (const double cost = ways.CostNm(i) + nm * BacktrackCosts; !best || cost < bestNm) {
             best = i;
@@ -60,7 +66,6 @@ static std::optional<std::size_t> EntryTo(const PracticeRunway& runway, const Ta
 /// Ends a way before it comes onto the runway near its beginning, at a holding point.
 static void StopBefore(const PracticeRunway& runway, std::deque<LatLon>& way)
 {
-    constexpr double NearBeginningNm = 0.2;
     const LatLon lineUp = LineUpPoint(runway);
     for (std::size_t i = 1; i < way.size(); ++i) {
         const double from = OffsetFromLine(runway.Threshold, runway.Course, way[i - 1]).LeftNm;
@@ -79,6 +84,17 @@ static void StopBefore(const PracticeRunway& runway, std::deque<LatLon>& way)
     }
 }
 
+/// Back on ways from a node to where they lead, and onto the runway.
+static std::deque<LatLon> OntoRunway(const PracticeRunway& runway, const TaxiNetwork::Ways& ways, std::size_t entry)
+{
+    const std::vector<LatLon> back = ways.From(entry);
+    std::deque<LatLon> route(back.rbegin(), back.rend());
+    route.push_back(LineUpPoint(runway));
+    StopBefore(runway, route);
+    route.push_back(LineUpPoint(runway));
+    return route;
+}
+
 /// Over the taxiways; empty where they do not lead there.
 static std::deque<LatLon> TaxiwaysToRunway(const PracticeAirport& airport, const PracticeRunway& runway,
                                            const LatLon& from)
@@ -87,15 +103,25 @@ static std::deque<LatLon> TaxiwaysToRunway(const PracticeAirport& airport, const
     if (taxiways.IsEmpty())
         return {};
     const TaxiNetwork::Ways ways = taxiways.WaysTo(taxiways.Nearest(from));
-    const auto entry = EntryTo(runway, taxiways, ways);
-    if (!entry)
-        return {};
-    const std::vector<LatLon> back = ways.From(*entry);
-    std::deque<LatLon> route(back.rbegin(), back.rend());
-    route.push_back(LineUpPoint(runway));
-    StopBefore(runway, route);
-    route.push_back(LineUpPoint(runway));
-    return route;
+    const auto entry = EntryTo(runway, taxiways, ways, false);
+    return entry ? OntoRunway(runway, ways, *entry) : std::deque<LatLon>();
+}
+
+NamedRoute RouteVia(const PracticeAirport& airport, const PracticeRunway& runway, const LatLon& from,
+                    std::span<const std::string> names)
+{
+    constexpr double StubNm = 0.15; // such as the entries of a runway, which have names of their own
+    const TaxiNetwork& taxiways = airport.Taxiways;
+    if (!taxiways.HasTaxiway({}))
+        return {{}, "we do not know the taxiways"};
+    for (const std::string& name : names)
+        if (!taxiways.HasTaxiway(name))
+            return {{}, "there is no taxiway " + name + " at " + airport.Icao};
+    const TaxiNetwork::Ways ways = taxiways.WaysVia(taxiways.Nearest(from), names);
+    const auto entry = EntryTo(runway, taxiways, ways, true);
+    if (!entry || ways.AsideNm(*entry) > StubNm)
+        return {{}, "that way does not lead to runway " + runway.Name};
+    return {OntoRunway(runway, ways, *entry), {}};
 }
 
 std::deque<LatLon> RouteToRunway(const PracticeAirport& airport, const PracticeRunway& runway, const LatLon& from)

@@ -32,14 +32,14 @@ AirportRecord Airfield()
         const LatLon at = Along(Along(Field, 0, north), 90, 0.2);
         airport.Parkings.push_back({.Name = "G", .Lat = at.Lat, .Lon = at.Lon, .RadiusFt = 60});
     }
-    const auto path = [&](int kind, int from, int to) {
-        airport.TaxiPaths.push_back({.Kind = kind, .StartPoint = from, .EndPoint = to, .Name = {}});
+    const auto path = [&](int kind, int from, int to, const char* name = "") {
+        airport.TaxiPaths.push_back({.Kind = kind, .StartPoint = from, .EndPoint = to, .Name = name});
     };
-    path(0, 0, 1);
-    path(0, 2, 3);
-    path(0, 4, 5);
-    path(0, 1, 3);
-    path(0, 3, 5);
+    path(0, 0, 1, "N1");
+    path(0, 2, 3, "M");
+    path(0, 4, 5, "S1");
+    path(0, 1, 3, "A");
+    path(0, 3, 5, "a ");
     path(1, 0, 2);
     path(1, 2, 4);
     path(2, 3, 0);
@@ -105,6 +105,57 @@ TEST_F(Ground, RoutesInLeaveTheRunwayAhead)
     EXPECT_LT(RangeNm(route.back(), airport.Stand(0)), 0.001);
     const auto late = RouteToStand(airport, runway, Along(runway.Threshold, 180, 0.8), airport.Stand(0));
     EXPECT_LT(RangeNm(late.front(), runway.FarEnd), 0.001) << "past it: the end";
+}
+
+struct ViaCase {
+    const char* Name;
+    const char* Told;
+    const char* Answers; ///< its beginning
+    double OverNorthNm;  ///< of the taxiway's middle: a place that it taxies over; only where it does
+    double OverEastNm;
+};
+class NamedTaxiways : public Ground, public testing::WithParamInterface<ViaCase> {};
+
+TEST_P(NamedTaxiways, AreObeyedOrRefusedWithTheReason)
+{
+    Pilot pilot = Make(3, true);
+    const std::string answer = pilot.Obey(ParseInstructions(GetParam().Told).Instructions);
+    EXPECT_THAT(answer, testing::StartsWith(GetParam().Answers));
+    const bool refused = answer.starts_with("unable");
+    const LatLon over = Along(Along(Field, 0, GetParam().OverNorthNm), 90, GetParam().OverEastNm);
+    double nearestNm = 9;
+    for (int i = 0; i < 900 && !(refused && i > 60); ++i) {
+        pilot.Step(Random);
+        nearestNm = std::min(nearestNm, RangeNm(pilot.State().Position, over));
+    }
+    EXPECT_EQ(pilot.Phase() == PilotPhase::Parked, refused) << "what is refused is not done";
+    EXPECT_TRUE(refused || nearestNm < 0.01) << nearestNm;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Practice, NamedTaxiways,
+    testing::Values(ViaCase{"AsTheShortest", "taxi to runway 18 via A", "taxi runway 18 via A", 0.5, 0.1},
+                    ViaCase{"ToTheEntry", "taxi to runway 18 via A N1", "taxi runway 18 via A N1", 0.5, 0.1},
+                    ViaCase{"TheOtherWay", "taxi to runway 36 via A", "taxi runway 36 via A", -0.5, 0.1},
+                    ViaCase{"OverTheMiddle", "taxi to runway 18 via M", "unable, that way does not lead", 0, 0},
+                    ViaCase{"ThereAndBack", "taxi to runway 18 via S1 A", "unable, that way does not lead", 0, 0},
+                    ViaCase{"Unknown", "taxi to runway 18 via Q", "unable, there is no taxiway Q at KFLD", 0, 0}),
+    [](const auto& row) { return std::string(row.param.Name); });
+
+TEST_F(Ground, NobodyIsGivenAStandThatIsTakenOrAimedAt)
+{
+    const PracticeAirport& airport = Scene.Airports().front();
+    FlightState rolling;
+    rolling.OnGround = true;
+    rolling.Position = Along(Field, 90, 0.1);
+    GroundTraffic traffic;
+    traffic.Add({.Position = airport.Stand(0), .OnGround = true}, true, 7);
+    traffic.Add(rolling, false, 8, airport.Stand(1));
+    for (std::size_t seed = 1; seed < 20; ++seed) {
+        Pilot pilot = Make(seed, false);
+        pilot.StandApart(GroundView(traffic, GroundTraffic::Nobody));
+        EXPECT_EQ(pilot.State().Position, airport.Stand(2)) << seed;
+    }
 }
 
 TEST_F(Ground, TwoKeepApartAndUseTheRunwayOneAfterTheOther)

@@ -88,6 +88,58 @@ TEST_F(Obeying, DoesWhatItReadsBackWhateverItWasDoing)
     EXPECT_GT(done, 120);
 }
 
+TEST_F(Obeying, StaysWithinTheLimitsOfItsClassWhateverItIsTold)
+{
+    constexpr std::array Kinds{AircraftKind::PistonSingle, AircraftKind::TwinTurboprop, AircraftKind::LightJet,
+                               AircraftKind::Airliner, AircraftKind::Helicopter};
+    constexpr std::array Lines{"turn left heading 010",
+                               "turn right heading 190",
+                               "fly heading 270",
+                               "turn left 90",
+                               "climb 11000",
+                               "descend 2000",
+                               "maintain 6000",
+                               "speed 100",
+                               "speed 140",
+                               "speed 250",
+                               "slowest speed",
+                               "hold",
+                               "cleared ILS 16R",
+                               "go around",
+                               "resume own speed",
+                               "direct BIG",
+                               "cleared visual 34L",
+                               "resume own navigation"};
+    constexpr double MostTurnDegPerS = 3;
+    constexpr double Rounding = 1e-6;
+    int obeyed = 0;
+    for (int trial = 0; trial < 60; ++trial) {
+        Pilot pilot = Make(Kinds[Random.Below(Kinds.size())], trial % 2 == 0 ? Scenario::Cruise : Scenario::Arrival);
+        const AircraftClass& limits = pilot.Aircraft();
+        for (int second = 0; second < 1800 && pilot.Phase() == PilotPhase::Airborne; ++second) {
+            std::string said;
+            if (Random.Chance(0.03))
+                said = Tell(pilot, Lines[Random.Below(Lines.size())]);
+            obeyed += said.empty() || said.starts_with("unable") ? 0 : 1;
+            const FlightState before = pilot.State();
+            pilot.Step(Random);
+            const FlightState& after = pilot.State();
+            if (pilot.Phase() != PilotPhase::Airborne)
+                break;
+            const double climbFpm = (after.AltitudeFt - before.AltitudeFt) * 60;
+            const std::string where = std::string(limits.EngineType) + " after " + said;
+            ASSERT_LE(climbFpm, limits.ClimbFpm + Rounding) << where;
+            ASSERT_GE(climbFpm, -limits.DescentFpm - Rounding) << where;
+            ASSERT_LE(std::abs(TurnTo(before.HeadingDeg, after.HeadingDeg)), MostTurnDegPerS + Rounding) << where;
+            ASSERT_LE(std::abs(after.SpeedKt - before.SpeedKt), limits.AccelerationKtPerS + Rounding) << where;
+            ASSERT_LE(after.SpeedKt, limits.MaximumKt + Rounding) << where;
+            ASSERT_GE(after.SpeedKt, std::min(limits.MinimumKt, limits.FinalKt) - Rounding) << where;
+            ASSERT_LE(after.AltitudeFt, limits.CeilingFt + Rounding) << where;
+        }
+    }
+    EXPECT_GT(obeyed, 500);
+}
+
 TEST_F(Obeying, BreaksOffTheApproachForAnAltitudeOrSaysWhyNot)
 {
     Pilot pilot = OnFinal();
