@@ -98,15 +98,15 @@ TEST(RecordedPractice, ShowsTheSamePlayersAtEveryMoment)
         EXPECT_FALSE(chat.empty());
     }
 
-    for (const std::size_t begin : {0, 15, 435, 885, Length}) { // the table was brought up to date there
+    for (const int begin : {0, 15, 435, 885, Length}) { // the table was brought up to date there
         SCOPED_TRACE(begin);
         PlaybackClock clock([&nowMs] { return nowMs; });
-        PlaybackFactory factory(file, clock, static_cast<std::int64_t>(begin) * 1000);
+        PlaybackFactory factory(file, clock, std::int64_t{begin} * 1000);
         test::Controller viewer(factory);
         viewer.Ask();
         ASSERT_TRUE(viewer.HandshakeTick());
         Second(viewer, Before);
-        for (std::size_t second = begin; second < shown.size(); ++second) {
+        for (auto second = static_cast<std::size_t>(begin); second < shown.size(); ++second) {
             ASSERT_EQ(Sorted(viewer.Players, viewer.Session.OwnPlayerId), shown[second]) << "after second " << second;
             nowMs += 1000;
             Second(viewer, Before + static_cast<int>(second) + 1);
