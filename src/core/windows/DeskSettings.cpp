@@ -4,8 +4,11 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QStringDecoder>
+#include <QStringView>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane {
@@ -14,13 +17,36 @@ QString DeskSettings::DefaultFile()
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/corvane/desk.ini";
 }
 
+/// Whether a line is empty, a comment, names a section or gives a key its value.
+static bool IsSettingsLine(QStringView line)
+{
+    const QStringView text = line.trimmed(); // a carriage return may end it
+    const bool isText =
+        std::none_of(text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
+    return isText && (text.isEmpty() || text.startsWith(';') || (text.startsWith('[') && text.endsWith(']')) ||
+                      text.indexOf('=') > 0);
+}
+
+/// QSettings makes keys of whatever it reads; what it writes is lines of UTF-8 with control characters escaped.
+static bool IsSettingsText(const QByteArray& bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(bytes);
+    const QList<QStringView> lines = QStringView(text).split('\n');
+    return !decoder.hasError() && std::all_of(lines.begin(), lines.end(), IsSettingsLine);
+}
+
 /// Whether a file can be read as settings. What is too large was not written here.
 static bool IsReadable(const QString& file)
 {
     constexpr qint64 SizeLimit = 1 << 20;
     if (!QFileInfo::exists(file))
         return true;
-    return QFileInfo(file).size() <= SizeLimit && QSettings(file, QSettings::IniFormat).status() == QSettings::NoError;
+    QFile content(file);
+    if (content.size() > SizeLimit || !content.open(QIODevice::ReadOnly))
+        return false;
+    return IsSettingsText(content.read(SizeLimit)) &&
+           QSettings(file, QSettings::IniFormat).status() == QSettings::NoError;
 }
 
 DeskSettings::DeskSettings(const QString& file)

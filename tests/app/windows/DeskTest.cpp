@@ -9,9 +9,11 @@
 #include <QRubberBand>
 #include <QWindow>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <numeric>
+#include <random>
 #include <vector>
 
 // The desk around the scope: how windows stand to one another, and what is as it was yesterday.
@@ -101,14 +103,42 @@ TEST_F(DeskTest, ADamagedFileGivesTheDefaultsAndIsKept)
     m_radar->resize(700, 500);
     m_program.reset();
     m_desk.reset();
-    for (const std::string& damage : {std::string("\x01\x02 nonsense\n[[[\n"), std::string(2 << 20, 'x')}) {
-        std::ofstream(DeskFile().toStdString()) << damage;
+    std::vector<std::string> damages{"\x01\x02 nonsense\n[[[\n", std::string(2 << 20, 'x'), "[places]\nradar=\xC3",
+                                     "[places]\nradar\n", std::string("a=b\0c", 5)};
+    std::mt19937 random(18);
+    for (int i = 0; i < 40; ++i) {
+        std::string noise(512, '\0');
+        std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random()); });
+        damages.push_back(noise);
+    }
+    for (const std::string& damage : damages) {
+        std::ofstream(DeskFile().toStdString(), std::ios::binary) << damage;
         const DeskSettings desk(DeskFile());
-        EXPECT_FALSE(desk.Note().isEmpty());
+        EXPECT_FALSE(desk.Note().isEmpty()) << ::testing::PrintToString(damage.substr(0, 512));
         EXPECT_TRUE(QFile::exists(DeskFile() + ".damaged"));
         EXPECT_FALSE(desk.Flag(RememberKey, false));
     }
     EXPECT_TRUE(DeskSettings(DeskFile()).Note().isEmpty()) << "once";
+}
+
+TEST_F(DeskTest, WhateverIsKeptCanBeReadAgain)
+{
+    const QString file = DeskFile() + ".own";
+    const QStringList texts{QString::fromUtf8("M\xC3\xBCnchen \xE2\x9C\x88"),
+                            "two\nlines = [x]\r\n",
+                            "",
+                            "@ByteArray(",
+                            ";#\"\\%1",
+                            QString(QChar(0x85)) + QChar(0x1B)};
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        DeskSettings(file).Keep(QString("some key/%1").arg(i) + texts[1].left(3), texts[i] + "=");
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        const DeskSettings desk(file);
+        EXPECT_TRUE(desk.Note().isEmpty()) << desk.Note().toStdString();
+        QString oneLine = texts[i] + "=";
+        oneLine.replace(QRegularExpression("[\\x00-\\x1F\\x80-\\x9F]"), " ");
+        EXPECT_EQ(desk.Text(QString("some key/%1").arg(i) + texts[1].left(3)), oneLine);
+    }
 }
 
 TEST_F(DeskTest, TheConnectionIsAsItWasYesterday)
