@@ -2,8 +2,9 @@
 # Sourced by bash scripts that stand in the project's folder.
 
 # Debian packages to build and run the program.
-run_packages=(cmake ninja-build g++ qt6-base-dev qt6-multimedia-dev libgl-dev libasio-dev libcli11-dev nlohmann-json3-dev
-  libvalijson-dev libbenchmark-dev libgtest-dev libgmock-dev libcpp-httplib-dev zlib1g-dev fonts-dejavu-core)
+run_packages=(cmake ninja-build g++ qt6-base-dev qt6-multimedia-dev qt6-speech-dev qt6-declarative-dev
+  libgl-dev libasio-dev libcli11-dev nlohmann-json3-dev libvalijson-dev libbenchmark-dev libgtest-dev libgmock-dev
+  libcpp-httplib-dev zlib1g-dev fonts-dejavu-core)
 # Those that the tests need besides.
 test_packages=(clang-14 libclang-rt-14-dev libgdal-dev xvfb openbox xdotool x11-utils dpkg-dev file desktop-file-utils
   appstream g++-mingw-w64-x86-64-posix python3-minimal)

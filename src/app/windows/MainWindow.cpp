@@ -11,6 +11,7 @@
 #include "app/windows/SecondScopeControls.h"
 #include "app/windows/TrafficListControls.h"
 #include "app/windows/ViewKeys.h"
+#include "app/windows/VoiceControls.h"
 #include "area/ChooserModel.h"
 #include "core/windows/DeskSettings.h"
 #include "core/windows/QtText.h"
@@ -51,6 +52,7 @@ MainWindow::MainWindow(AppState& state, SessionPeerFactory& factory, MessageBoxe
     connect(m_displayControls.get(), &DisplayControls::Changed, this, &MainWindow::TakeDisplay);
     m_appearance = std::make_unique<AppearanceControls>(desk, *m_ui->appearance_op1, *this);
     connect(m_appearance.get(), &AppearanceControls::Changed, this, &MainWindow::TakeAppearance);
+    m_voices = std::make_unique<VoiceControls>(state, chat, desk, *m_ui->voices_op1, boxes);
     m_attention = std::make_unique<AttentionControls>(desk, *m_ui->signals_op1, *m_ui->Label13, *this);
     m_traffic = std::make_unique<TrafficControls>(state, boxes, desk, *m_ui->offer_targets1, *m_ui->Label9);
     m_targets = std::make_unique<TargetControls>(m_display, *m_ui->Picture1, *m_ui->Label1, state.Players);

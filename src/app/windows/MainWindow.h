@@ -31,6 +31,7 @@ class HealthLine;
 class NoticeLine;
 class SecondScopeControls;
 class TrafficListControls;
+class VoiceControls;
 
 /// The radar: the scope with its controls, the session behind it, and the menus that open the other windows.
 class MainWindow final : public QMainWindow, private PumpEvents {
@@ -125,6 +126,7 @@ private:
     MillisecondClock m_clock = SteadyMilliseconds();
     std::unique_ptr<TargetControls> m_targets;
     std::unique_ptr<RecordingControls> m_recording;
+    std::unique_ptr<VoiceControls> m_voices;
     std::unique_ptr<HealthLine> m_health;
     std::unique_ptr<NoticeLine> m_notices;
     std::unique_ptr<Bookmarks> m_bookmarks;

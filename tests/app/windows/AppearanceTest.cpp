@@ -1,5 +1,7 @@
 #include "app/windows/AppearanceMemory.h"
 #include "app/windows/AttentionControls.h"
+#include "app/windows/VoiceControls.h"
+#include "app/windows/VoiceSpeaker.h"
 #include "core/windows/DeskSettings.h"
 #include "tests/app/windows/ProgramFixture.h"
 
@@ -83,6 +85,23 @@ TEST_F(AppearanceTest, SignalsFlashWhenTheyAreWantedAndTonesNeedNoDevice)
     Click(window, "tryAlert");
     EXPECT_TRUE(DeskSettings(DeskFile()).Flag("attention/flash-chat", false));
     EXPECT_FALSE(DeskSettings(DeskFile()).Flag("attention/flash-join", false));
+}
+
+TEST_F(AppearanceTest, VoicesAreOffUntilThereIsAnEngineThatSpeaks)
+{
+    const bool speaks = VoiceSpeaker().CanSpeak();
+    QWidget* const radar = StartInRadar();
+    QAction& entry = In<QAction>(radar, "voices_op1");
+    EXPECT_FALSE(entry.isChecked());
+    Choose(radar, "voices_op1");
+    EXPECT_EQ(entry.isChecked(), speaks);
+    EXPECT_EQ(DeskSettings(DeskFile()).Flag(VoiceControls::Key, false), speaks);
+    if (!speaks)
+        EXPECT_THAT(m_shown.Last(), testing::HasSubstr("qt6-speech")) << "says what to install";
+    else
+        Choose(radar, "voices_op1");
+    EXPECT_FALSE(entry.isChecked());
+    EXPECT_FALSE(DeskSettings(DeskFile()).Flag(VoiceControls::Key, false));
 }
 } // namespace
 } // namespace corvane
