@@ -21,16 +21,15 @@ QString DeskSettings::DefaultFile()
 static bool IsSettingsLine(QStringView line)
 {
     const QStringView text = line.trimmed(); // a carriage return may end it
-    const bool isText =
-        std::none_of(text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
+    const bool isText = std::none_of(text.begin(), text.end(), [](QChar c) { return c < ' ' || c == QChar(0x7F); });
     return isText && (text.isEmpty() || text.startsWith(';') || (text.startsWith('[') && text.endsWith(']')) ||
                       text.indexOf('=') > 0);
 }
 
-/// QSettings makes keys of whatever it reads; what it writes is lines of UTF-8 with control characters escaped.
+/// QSettings makes keys of whatever it reads; what it writes is lines of UTF-8 with the ASCII controls escaped.
 static bool IsSettingsText(const QByteArray& bytes)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless); // half a character is an error
     const QString text = decoder(bytes);
     const QList<QStringView> lines = QStringView(text).split('\n');
     return !decoder.hasError() && std::all_of(lines.begin(), lines.end(), IsSettingsLine);
