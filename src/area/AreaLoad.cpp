@@ -14,6 +14,7 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <future>
 #include <span>
 #include <utility>
 
@@ -123,6 +124,38 @@ static Result<void> ReadTerrainIn(ByteSource& file, const Region& region, std::v
         file, [&](LatLon at) { return region.Contains(at); }, points);
 }
 
+namespace {
+/// Terrain and outlines, whose files are filtered on threads of their own while the load goes on with the others; what
+/// fails there is told by the step whose turn it is. Small files are left to the steps, as are all where the system has
+/// no more threads. The end waits for what has begun, so it must come before that of the files, the region and the
+/// area.
+class Surroundings {
+public:
+    /// files, region, area  used until the end
+    template <class Region>
+    void Begin(AreaFiles& files, const Region& region, const OutlineWindow& window, AreaModel& area)
+    {
+        m_terrain = std::async(PolicyFor(*files.Terrain),
+                               [&] { return ReadTerrainIn(*files.Terrain, region, area.TerrainPoints); });
+        m_outlines = std::async(PolicyFor(*files.WorldMap), [&files, &area, window] {
+            return CutOutlines(*files.WorldMap, window, area.OutlinePoints);
+        });
+    }
+    Result<void> EndTerrain() { return m_terrain.get(); }
+    Result<void> EndOutlines() { return m_outlines.get(); }
+
+private:
+    static std::launch PolicyFor(const ByteSource& file)
+    {
+        constexpr std::uint64_t WorthAThread = 2 << 20; // bytes; a thread's start costs the reading of some 500,000
+        return file.Size() < WorthAThread ? std::launch::deferred : std::launch::async | std::launch::deferred;
+    }
+
+    std::future<Result<void>> m_terrain;
+    std::future<Result<void>> m_outlines;
+};
+} // namespace
+
 static Result<void> AddTracons(AreaModel& area)
 {
     for (const AirportRecord& airport : area.AreaAirports) {
@@ -198,11 +231,17 @@ Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std
     EarlyEnds early;
     std::vector<AirportSpot> spots;
     AreaCircle circle({});
+    Surroundings surroundings;
     const std::array<LoadStep, AreaLoadSteps> steps{{
         {"Getting selected airport's information...",
          [&] {
              Result<void> selected = SelectAirport(*files.Airports, airportEntry, fresh, spots, &early);
-             circle = AreaCircle(fresh.AreaCenter);
+             if (!selected)
+                 return selected;
+             const LatLon center = fresh.AreaCenter;
+             circle = AreaCircle(center);
+             surroundings.Begin(files, circle, OutlineWindowAround(center.Lat, center.Lat, center.Lon, center.Lon),
+                                fresh);
              return selected;
          }},
         {"Getting area's airports...",
@@ -213,13 +252,8 @@ Result<void> LoadAirportArea(AreaFiles& files, const SettingsRecord& counts, std
          [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, circle, fresh.AreaNdbs, &early); }},
         {"Getting area's airspaces...", [&] { return AddAirspacesOverCenter(allAirspaces, fresh); }},
         {"Getting surrounding TRACON airspaces...", [&] { return AddTracons(fresh); }},
-        {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, circle, fresh.TerrainPoints); }},
-        {"Getting world's outlines...",
-         [&] {
-             const OutlineWindow window = OutlineWindowAround(fresh.AreaCenter.Lat, fresh.AreaCenter.Lat,
-                                                              fresh.AreaCenter.Lon, fresh.AreaCenter.Lon);
-             return CutOutlines(*files.WorldMap, window, fresh.OutlinePoints);
-         }},
+        {"Getting terrain info...", [&] { return surroundings.EndTerrain(); }},
+        {"Getting world's outlines...", [&] { return surroundings.EndOutlines(); }},
     }};
     if (Result<void> done = RunSteps(steps, progress); !done)
         return done;
@@ -238,9 +272,15 @@ Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std:
     EarlyEnds early;
     std::vector<AirportSpot> spots;
     SectorBox box;
+    Surroundings surroundings;
     const std::array<LoadStep, AreaLoadSteps> steps{{
         {"Getting ARTCC/FIR sector's information...",
-         [&] { return SelectSector(allAirspaces, sectorName, fresh, box); }},
+         [&] {
+             Result<void> selected = SelectSector(allAirspaces, sectorName, fresh, box);
+             if (selected)
+                 surroundings.Begin(files, box, OutlineWindowAround(box.North, box.South, box.West, box.East), fresh);
+             return selected;
+         }},
         {"Getting ARTCC/FIR sector's airports...",
          [&] {
              Result<void> walked = NoteAirports(*files.Airports, spots, &early);
@@ -252,12 +292,8 @@ Result<void> LoadSectorArea(AreaFiles& files, const SettingsRecord& counts, std:
          [&] { return ReadNavaidsIn(*files.Ndbs, counts.NdbCount, box, fresh.AreaNdbs, &early); }},
         {"Get all the surrounding ARTCC/FIR airspaces...", [&] { return AddNeighbours(allAirspaces, box, fresh); }},
         {"Getting TRACON airspaces...", [&] { return AddTracons(fresh); }},
-        {"Getting terrain info...", [&] { return ReadTerrainIn(*files.Terrain, box, fresh.TerrainPoints); }},
-        {"Getting world's outlines...",
-         [&] {
-             return CutOutlines(*files.WorldMap, OutlineWindowAround(box.North, box.South, box.West, box.East),
-                                fresh.OutlinePoints);
-         }},
+        {"Getting terrain info...", [&] { return surroundings.EndTerrain(); }},
+        {"Getting world's outlines...", [&] { return surroundings.EndOutlines(); }},
     }};
     if (Result<void> done = RunSteps(steps, progress); !done)
         return done;
